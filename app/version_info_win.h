@@ -1,0 +1,13 @@
+// The texts of the program file's version record.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+// The text `name` ("FileDescription", "CompanyName", "LegalCopyright", "FileVersion") of the
+// version record's Italian string block; without it, a sentence that says so.
+std::string VersionText(std::string_view name);
+
+}  // namespace tonvale

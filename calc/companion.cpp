@@ -1,0 +1,63 @@
+#include "calc/companion.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "calc/data_files.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr std::string_view kHelp =
+    "tonvale-calc: ricalcola e verifica i file di dati di Tonvale\n"
+    "\n"
+    "Uso:\n"
+    "  tonvale-calc calcola [--formato testo|csv|json] [--separatore S] FILE...\n"
+    "      Ricalcola ogni file dai suoi dati. testo (predefinito): le righe della stampa;\n"
+    "      csv: il riepilogo degli appunti, con i campi separati da S (predefinito \";\");\n"
+    "      json: un oggetto per riga.\n"
+    "  tonvale-calc verifica FILE...\n"
+    "      Elenca i file i cui risultati salvati non sono quelli che i dati danno.\n"
+    "  tonvale-calc --help\n"
+    "      Mostra questo testo.\n"
+    "\n"
+    "Stato di uscita: 0 tutto bene; 1 un file non coerente o con valori rifiutati;\n"
+    "2 un file che non si legge o di tipo sconosciuto, o una riga di comando errata.\n";
+
+struct Command {
+    std::string_view name;
+    int (*run)(std::span<const std::string> arguments, FileSystem& files, Console& console);
+};
+
+constexpr std::array<Command, 2> kCommands{{
+    {"calcola", RunCalcola},
+    {"verifica", RunVerifica},
+}};
+
+}  // namespace
+
+int RunCompanion(const std::vector<std::string>& arguments, FileSystem& files, Console& console) {
+    // A file may be called "--help" too, but only after "--".
+    const auto options_end = std::find(arguments.begin(), arguments.end(), "--");
+    if (std::find(arguments.begin(), options_end, "--help") != options_end) {
+        console.Write(kHelp);
+        return kExitSuccess;
+    }
+    if (arguments.empty()) {
+        console.WriteError(kHelp);
+        return kExitFailure;
+    }
+    const auto* command =
+        std::find_if(kCommands.begin(), kCommands.end(),
+                     [&](const Command& row) { return row.name == arguments.front(); });
+    if (command == kCommands.end()) {
+        console.WriteError("tonvale-calc: comando sconosciuto: " + arguments.front() +
+                           " (vedere --help)\n");
+        return kExitFailure;
+    }
+    return command->run(std::span(arguments).subspan(1), files, console);
+}
+
+}  // namespace tonvale

@@ -1,0 +1,252 @@
+#include "calc/data_files.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "app/calculator_table.h"
+#include "calc/json_writer.h"
+#include "calc/options.h"
+#include "common/numbers.h"
+#include "common/text.h"
+
+namespace tonvale {
+
+namespace {
+
+struct OpenedFile {
+    const std::string& path;
+    ProfileFile file;
+    const CalculatorInfo& calculator;
+};
+
+std::string_view WhyUnreadable(const std::string& path) {
+    const std::filesystem::path system_path(std::u8string(path.begin(), path.end()));
+    std::error_code error;
+    const auto status = std::filesystem::status(system_path, error);
+    if (!std::filesystem::exists(status)) return "il file non esiste";
+    if (std::filesystem::is_directory(status)) return "è una cartella";
+    return "impossibile leggere il file";
+}
+
+void ReportFailure(Console& console, std::string_view path, std::string_view reason) {
+    console.WriteError(std::string(path) + ": " + std::string(reason) + "\n");
+}
+
+// Opens every file in turn and hands it on; the others get a line on standard error. False when
+// there was one of those.
+bool ForEachDataFile(std::span<const std::string> paths, FileSystem& files, Console& console,
+                     const std::function<void(const OpenedFile&)>& use) {
+    bool all_opened = true;
+    for (const std::string& path : paths) {
+        auto file = ProfileFile::Read(files, path);
+        const CalculatorInfo* calculator = file ? CalculatorOfFile(*file) : nullptr;
+        if (calculator != nullptr && calculator->assess != nullptr) {
+            use({path, std::move(*file), *calculator});
+            continue;
+        }
+        all_opened = false;
+        ReportFailure(console, path,
+                      !file                   ? WhyUnreadable(path)
+                      : calculator == nullptr ? "tipo di file sconosciuto"
+                                              : "il calcolo di questo tipo non è disponibile");
+    }
+    return all_opened;
+}
+
+std::optional<std::string> StoredResult(const ProfileFile& file, std::string_view key) {
+    return file.Text(kHeaderSection, key, kMaxValueCharacters);
+}
+
+// Blanks around a text are no difference: the platform's profile functions strip them.
+bool SameResult(const AssessedResult& result, const ProfileFile& file) {
+    const auto stored = StoredResult(file, result.key);
+    return stored && TrimBlanks(*stored) == TrimBlanks(result.shown);
+}
+
+bool IsConsistent(const Assessment& assessment, const ProfileFile& file) {
+    return !assessment.message &&
+           std::all_of(assessment.results.begin(), assessment.results.end(),
+                       [&](const AssessedResult& result) { return SameResult(result, file); });
+}
+
+// --- calcola -------------------------------------------------------------------------------------
+
+struct OutputSettings {
+    std::string separator = ";";
+    bool one_of_many = false;
+};
+
+// Each writes one file's assessment.
+using AssessmentWriter = void (*)(const OpenedFile&, const Assessment&, const OutputSettings&,
+                                  Console&);
+
+void WriteRefusal(const OpenedFile& opened, const Assessment& assessment, Console& console) {
+    ReportFailure(console, opened.path, assessment.message->text);
+}
+
+void WriteText(const OpenedFile& opened, const Assessment& assessment,
+               const OutputSettings& settings, Console& console) {
+    if (assessment.message) return WriteRefusal(opened, assessment, console);
+    if (settings.one_of_many) console.Write("== " + opened.path + " ==\n");
+    console.Write(ReportAsText(assessment.report));
+    if (settings.one_of_many) console.Write("\n");
+}
+
+void WriteCsv(const OpenedFile& opened, const Assessment& assessment,
+              const OutputSettings& settings, Console& console) {
+    if (assessment.message) return WriteRefusal(opened, assessment, console);
+    console.Write(assessment.summarize(settings.separator));
+}
+
+// Writes `key` with an object of one member a result, or null when there are none to show.
+void WriteResults(JsonWriter& json, std::string_view key, const Assessment& assessment,
+                  const std::function<void(const AssessedResult&)>& write_value) {
+    json.Key(key);
+    if (assessment.message) return json.Null();
+    json.BeginObject();
+    for (const AssessedResult& result : assessment.results) {
+        json.Key(result.key);
+        write_value(result);
+    }
+    json.EndObject();
+}
+
+void WriteMessage(JsonWriter& json, const std::optional<UserMessage>& message) {
+    json.Key("message");
+    if (!message) return json.Null();
+    json.BeginObject();
+    json.Key("caption");
+    json.String(message->caption);
+    json.Key("text");
+    json.String(message->text);
+    json.EndObject();
+}
+
+void WriteJson(const OpenedFile& opened, const Assessment& assessment,
+               const OutputSettings& /*settings*/, Console& console) {
+    JsonWriter json;
+    json.BeginObject();
+    json.Key("file");
+    json.String(opened.path);
+    json.Key("kind");
+    json.String(InfoOf(opened.calculator.kind).tag);
+    WriteResults(json, "shown", assessment, [&](const auto& result) { json.String(result.shown); });
+    WriteResults(json, "values", assessment, [&](const auto& result) { json.Number(result.value); });
+    json.Key("stored");
+    json.BeginObject();
+    for (const AssessedResult& result : assessment.results) {
+        const auto stored = StoredResult(opened.file, result.key);
+        if (!stored) continue;
+        json.Key(result.key);
+        json.String(*stored);
+    }
+    json.EndObject();
+    json.Key("consistent");
+    json.Boolean(IsConsistent(assessment, opened.file));
+    WriteMessage(json, assessment.message);
+    json.EndObject();
+    console.Write(json.text() + "\n");
+}
+
+struct OutputFormat {
+    std::string_view name;
+    AssessmentWriter write;
+};
+
+constexpr std::array<OutputFormat, 3> kOutputFormats{{
+    {"testo", WriteText},
+    {"csv", WriteCsv},
+    {"json", WriteJson},
+}};
+
+// --- verifica ------------------------------------------------------------------------------------
+
+std::string DescribeDifferences(const Assessment& assessment, const ProfileFile& file) {
+    if (assessment.message) return assessment.message->text;
+    std::string text;
+    for (const AssessedResult& result : assessment.results) {
+        if (SameResult(result, file)) continue;
+        const auto stored = StoredResult(file, result.key);
+        if (!text.empty()) text += "; ";
+        text += result.key;
+        text += stored ? " salvato \"" + *stored + "\"" : " non salvato";
+        text += ", ricalcolato \"" + result.shown + "\"";
+    }
+    return text;
+}
+
+int NoFiles(Console& console) {
+    console.WriteError("tonvale-calc: nessun file indicato (vedere --help)\n");
+    return kExitFailure;
+}
+
+int WrongArguments(Console& console, const std::string& error) {
+    console.WriteError("tonvale-calc: " + error + " (vedere --help)\n");
+    return kExitFailure;
+}
+
+}  // namespace
+
+int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Console& console) {
+    AssessmentWriter write = WriteText;
+    OutputSettings settings;
+    const std::array<Option, 2> options{{
+        {"--formato",
+         [&](const std::string& value) -> std::optional<std::string> {
+             const auto* format =
+                 std::find_if(kOutputFormats.begin(), kOutputFormats.end(),
+                              [&](const OutputFormat& row) { return row.name == value; });
+             if (format == kOutputFormats.end()) return "formato sconosciuto: " + value;
+             write = format->write;
+             return std::nullopt;
+         }},
+        {"--separatore",
+         [&](const std::string& value) -> std::optional<std::string> {
+             settings.separator = value;
+             return std::nullopt;
+         }},
+    }};
+    const ParsedArguments parsed = ParseOptions(arguments, options);
+    if (parsed.error) return WrongArguments(console, *parsed.error);
+    if (parsed.rest.empty()) return NoFiles(console);
+
+    settings.one_of_many = parsed.rest.size() > 1;
+    bool refused = false;
+    const auto write_file = [&](const OpenedFile& opened) {
+        const Assessment assessment = opened.calculator.assess(opened.file);
+        refused = refused || assessment.message;
+        write(opened, assessment, settings, console);
+    };
+    if (!ForEachDataFile(parsed.rest, files, console, write_file)) return kExitFailure;
+    return refused ? kExitFindings : kExitSuccess;
+}
+
+int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Console& console) {
+    const ParsedArguments parsed = ParseOptions(arguments, {});
+    if (parsed.error) return WrongArguments(console, *parsed.error);
+    if (parsed.rest.empty()) return NoFiles(console);
+
+    long long checked = 0;
+    long long inconsistent = 0;
+    const auto check_file = [&](const OpenedFile& opened) {
+        const Assessment assessment = opened.calculator.assess(opened.file);
+        ++checked;
+        if (IsConsistent(assessment, opened.file)) return;
+        ++inconsistent;
+        console.Write(opened.path + ": " + DescribeDifferences(assessment, opened.file) + "\n");
+    };
+    const bool all_opened = ForEachDataFile(parsed.rest, files, console, check_file);
+    console.Write("File verificati: " + FormatInteger(checked) +
+                  ", non coerenti: " + FormatInteger(inconsistent) + "\n");
+    if (!all_opened) return kExitFailure;
+    return inconsistent > 0 ? kExitFindings : kExitSuccess;
+}
+
+}  // namespace tonvale

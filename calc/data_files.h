@@ -1,0 +1,15 @@
+// The companion's commands over data files: "calcola" and "verifica".
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "calc/companion.h"
+
+namespace tonvale {
+
+// Each takes what follows the command's word and gives the exit status.
+int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Console& console);
+int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Console& console);
+
+}  // namespace tonvale

@@ -1,0 +1,12 @@
+#include <string>
+#include <vector>
+
+#include "calc/companion.h"
+#include "calc/stream_console.h"
+
+int main(int argc, char** argv) {
+    tonvale::StreamConsole console;
+    const int status =
+        tonvale::RunCompanion({argv + 1, argv + argc}, tonvale::SystemFiles(), console);
+    return console.Flush() ? status : tonvale::kExitFailure;
+}

@@ -1,0 +1,47 @@
+#include "calc/options.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace tonvale {
+
+namespace {
+
+bool LooksLikeOption(std::string_view argument) { return argument.substr(0, 2) == "--"; }
+
+const Option* FindOption(std::span<const Option> options, std::string_view name) {
+    const auto found = std::find_if(options.begin(), options.end(),
+                                    [&](const Option& option) { return option.name == name; });
+    return found == options.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+ParsedArguments ParseOptions(std::span<const std::string> arguments,
+                             std::span<const Option> options) {
+    ParsedArguments parsed;
+    std::size_t i = 0;
+    for (; i < arguments.size() && arguments[i] != "--"; ++i) {
+        const std::string& argument = arguments[i];
+        if (!LooksLikeOption(argument)) {
+            parsed.rest.push_back(argument);
+            continue;
+        }
+        const std::size_t equals = argument.find('=');
+        const Option* option = FindOption(options, std::string_view(argument).substr(0, equals));
+        if (option == nullptr) return {{}, "opzione sconosciuta: " + argument};
+        std::string value;
+        if (equals != std::string::npos) {
+            value = argument.substr(equals + 1);
+        } else if (++i < arguments.size()) {
+            value = arguments[i];
+        } else {
+            return {{}, "manca il valore dell'opzione " + argument};
+        }
+        if (auto error = option->take(value)) return {{}, std::move(error)};
+    }
+    for (++i; i < arguments.size(); ++i) parsed.rest.push_back(arguments[i]);
+    return parsed;
+}
+
+}  // namespace tonvale

@@ -1,0 +1,85 @@
+// What charts, tables and printouts are drawn on, in integer device units (y grows downwards).
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+struct Point {
+    int x = 0;
+    int y = 0;
+    bool operator==(const Point&) const = default;
+};
+
+struct Size {
+    int width = 0;
+    int height = 0;
+    bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    bool operator==(const Rect&) const = default;
+};
+
+struct Color {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+    bool operator==(const Color&) const = default;
+};
+
+inline constexpr Color kBlack{0, 0, 0};
+inline constexpr Color kGrey{128, 128, 128};
+
+// A solid line `width` device units wide.
+struct Pen {
+    Color color;
+    int width = 1;
+    bool operator==(const Pen&) const = default;
+};
+
+struct Font {
+    std::string face;
+    int character_height = 0;  // device units, without internal leading
+    int weight = 400;          // 400 regular, 700 bold
+    bool italic = false;
+    bool operator==(const Font&) const = default;
+};
+
+enum class HorizontalAlignment { kLeft, kCenter, kRight };
+enum class VerticalAlignment { kTop, kCenter, kBottom };  // kTop whenever the text wraps
+
+struct TextLayout {
+    HorizontalAlignment horizontal = HorizontalAlignment::kLeft;
+    VerticalAlignment vertical = VerticalAlignment::kTop;
+    bool word_wrap = false;  // else a single line
+    bool operator==(const TextLayout&) const = default;
+};
+
+// Text has a transparent background. Nothing is clipped but by the device.
+class Canvas {
+  public:
+    virtual ~Canvas() = default;
+    virtual void DrawLine(Point from, Point to, const Pen& pen) = 0;
+    virtual void FillRectangle(const Rect& rect, Color color) = 0;
+    virtual void FrameRectangle(const Rect& rect, const Pen& pen) = 0;
+    virtual void SetFont(const Font& font) = 0;  // of the texts that follow
+    virtual void SetTextColor(Color color) = 0;  // black at first
+    // One line of text whose upper left corner is `at`.
+    virtual void DrawTextAt(Point at, std::string_view text) = 0;
+    virtual void DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) = 0;
+    // Size of one line of text in the current font.
+    virtual Size MeasureText(std::string_view text) = 0;
+    // Height of `text` word-wrapped to `width`.
+    virtual int MeasureWrappedText(int width, std::string_view text) = 0;
+};
+
+}  // namespace tonvale

@@ -1,0 +1,47 @@
+// Reading whole files, and replacing them so that no crash, full disk or pulled stick leaves a
+// torn one: either the old content is there or the new one.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+// What is longer is no file of this program, and is not worth running out of memory for.
+inline constexpr std::size_t kMaxFileBytes = std::size_t{256} << 20;
+
+// The steps that touch the disk, each replaceable by one that fails, for the tests.
+// Paths are UTF-8.
+class FileSystem {
+  public:
+    virtual ~FileSystem() = default;
+    // nullopt when the path is missing, a folder, not readable or longer than kMaxFileBytes.
+    virtual std::optional<std::string> Read(const std::string& path) = 0;
+    // Creates `path`, which must not exist, writes `bytes` and waits until they are on the disk.
+    // On failure a part of the file may be left behind.
+    virtual bool WriteNew(const std::string& path, std::string_view bytes) = 0;
+    // Puts `from` in place of `to` in one step. Fails, changing nothing, when `to` is a folder, is
+    // read-only or is held open by another program.
+    virtual bool Replace(const std::string& from, const std::string& to) = 0;
+    virtual void Remove(const std::string& path) = 0;
+    // The file that `path` stands for once links are followed; `path` itself where there are none.
+    virtual std::string ResolveLinks(const std::string& path) { return path; }
+};
+
+// The disk of this machine.
+FileSystem& SystemFiles();
+
+// Writes `bytes` to a new file beside `path`, then puts it in place of `path`. On failure the old
+// file is as it was, byte for byte, and no other file is left behind. Where `path` is a link, the
+// link stays and what it leads to is replaced.
+bool WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes);
+
+// The part of `path` after its last separator ("/" or "\").
+std::string_view FileName(std::string_view path);
+
+// From the last "." of the file name, the "." included; empty when there is none.
+std::string_view FileExtension(std::string_view path);
+
+}  // namespace tonvale

@@ -1,0 +1,127 @@
+// Files on POSIX systems. A file that another program holds open is no obstacle there: that
+// program keeps the old content.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <utility>
+
+#include "common/file_system.h"
+
+namespace tonvale {
+namespace {
+
+class Descriptor {
+  public:
+    explicit Descriptor(int value) : value_(value) {}
+    ~Descriptor() { Close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool IsOpen() const { return value_ >= 0; }
+    int Get() const { return value_; }
+    // False when the system reports a write that failed late.
+    bool Close() {
+        const int value = std::exchange(value_, -1);
+        return value < 0 || close(value) == 0;
+    }
+
+  private:
+    int value_;
+};
+
+// False when reading fails or there are more than kMaxFileBytes.
+bool ReadAll(int descriptor, std::size_t expected_size, std::string& bytes) {
+    std::size_t size = 0;
+    if (expected_size > kMaxFileBytes) return false;
+    bytes.resize(expected_size + 1);  // one more: to see the end
+    while (size <= kMaxFileBytes) {
+        if (size == bytes.size()) bytes.resize(2 * size);  // it is growing
+        const ssize_t count = read(descriptor, bytes.data() + size, bytes.size() - size);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        if (count == 0) {
+            bytes.resize(size);
+            return true;
+        }
+        size += static_cast<std::size_t>(count);
+    }
+    return false;
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+// The new name of a file is on the disk only when its folder is. Not every file system can do
+// this, and the file is whole either way, so a failure is no failure.
+void SyncFolderOf(const std::string& path) {
+    const std::size_t folder_length = path.rfind('/') + 1;  // npos + 1 is 0
+    const std::string folder = folder_length > 0 ? path.substr(0, folder_length) : ".";
+    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.IsOpen()) fsync(descriptor.Get());
+}
+
+// A file that is about to be replaced must be a plain one that its user may write. The permission
+// bits count as well: to root every file is writable.
+bool MayBeReplaced(const std::string& path, const struct stat& status) {
+    return S_ISREG(status.st_mode) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
+           access(path.c_str(), W_OK) == 0;
+}
+
+class PosixFileSystem : public FileSystem {
+  public:
+    std::optional<std::string> Read(const std::string& path) override {
+        // O_NONBLOCK: a pipe without a writer must not hold the program up.
+        Descriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        struct stat status = {};
+        if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) return std::nullopt;
+        if (!S_ISREG(status.st_mode)) return std::nullopt;
+        std::string bytes;
+        const auto size = static_cast<std::size_t>(status.st_size);
+        if (!ReadAll(descriptor.Get(), size, bytes)) return std::nullopt;
+        return bytes;
+    }
+
+    bool WriteNew(const std::string& path, std::string_view bytes) override {
+        Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        return descriptor.IsOpen() && WriteAll(descriptor.Get(), bytes) &&
+               fsync(descriptor.Get()) == 0 && descriptor.Close();
+    }
+
+    bool Replace(const std::string& from, const std::string& to) override {
+        struct stat status = {};
+        if (stat(to.c_str(), &status) == 0) {
+            if (!MayBeReplaced(to, status)) return false;
+            if (chmod(from.c_str(), status.st_mode & 0777) != 0) return false;
+        }
+        if (rename(from.c_str(), to.c_str()) != 0) return false;
+        SyncFolderOf(to);
+        return true;
+    }
+
+    void Remove(const std::string& path) override { unlink(path.c_str()); }
+
+    std::string ResolveLinks(const std::string& path) override {
+        const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), free);
+        return real ? real.get() : path;
+    }
+};
+
+}  // namespace
+
+FileSystem& SystemFiles() {
+    static PosixFileSystem files;
+    return files;
+}
+
+}  // namespace tonvale

@@ -1,0 +1,36 @@
+// A Canvas on a device context: the screen, a bitmap or a printer.
+#pragma once
+
+#include <windows.h>
+
+#include "common/canvas.h"
+#include "common/handles_win.h"
+
+namespace tonvale {
+
+// `dc` must outlive the canvas, which leaves it as it found it.
+class GdiCanvas : public Canvas {
+  public:
+    explicit GdiCanvas(HDC dc);
+    ~GdiCanvas() override;
+    GdiCanvas(const GdiCanvas&) = delete;
+    GdiCanvas& operator=(const GdiCanvas&) = delete;
+
+    void DrawLine(Point from, Point to, const Pen& pen) override;
+    void FillRectangle(const Rect& rect, Color color) override;
+    void FrameRectangle(const Rect& rect, const Pen& pen) override;
+    void SetFont(const Font& font) override;
+    void SetTextColor(Color color) override;
+    void DrawTextAt(Point at, std::string_view text) override;
+    void DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) override;
+    Size MeasureText(std::string_view text) override;
+    int MeasureWrappedText(int width, std::string_view text) override;
+
+  private:
+    HDC dc_;
+    int saved_state_;
+    Font font_;
+    UniqueFont font_handle_;
+};
+
+}  // namespace tonvale

@@ -1,0 +1,32 @@
+// The one place where numbers become text and text becomes numbers.
+//
+// Both directions are independent of the locale and give the same bytes on every platform.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+// The number that `text` begins with: after blanks and tabs, the longest prefix of the form
+// [sign] digits [point digits] [exponent], with at least one digit before or after the point.
+// Text without such a prefix gives 0. No hexadecimal, "inf" or "nan"; a comma ends the number.
+// A magnitude beyond the range of double gives an infinity, one below it 0, as strtod does.
+double ParseNumber(std::string_view text);
+
+// The decimal digits that `text` begins with, as an integer: 0 when it begins with none (a sign or
+// a blank is not a digit), INT_MAX when they exceed it.
+int ParseInteger(std::string_view text);
+
+// `value` with `decimals` (0 to 17) digits after the point, padded with blanks on the left to
+// `width` characters, in the manner of "%W.Pf" except that an exact tie rounds away from zero:
+// 0.25 with one decimal is "0.3", while 0.15, whose double lies below the tie, is "0.1".
+// A value that is not a number gives "nan" whatever its sign; infinities give "inf" and "-inf".
+std::string FormatFixed(double value, int width, int decimals);
+
+// The shortest decimal text that reads back as exactly `value` (finite).
+std::string FormatShortest(double value);
+
+std::string FormatInteger(long long value);
+
+}  // namespace tonvale

@@ -1,0 +1,18 @@
+// The dialog ADD_LEPD: one exposure, added to, modified in or deleted from the list of LEPD.
+#pragma once
+
+#include <windows.h>
+
+#include "common/app_context_win.h"
+#include "exposure/daily_exposure.h"
+
+namespace tonvale {
+
+enum class ExposureItemAction { kAdd, kModify, kDelete };
+
+// Shows `item`, whose duration is in the time unit of index `time_unit`. True when the user
+// confirms; `item` then holds the two texts as typed.
+bool EditExposureItem(AppContext& app, HWND owner, ExposureItemAction action, int time_unit,
+                      ExposureItem& item);
+
+}  // namespace tonvale

@@ -1,0 +1,36 @@
+#include "exposure/exposure_level.h"
+
+#include <cassert>
+#include <cmath>
+#include <cstddef>
+#include <numeric>
+
+namespace tonvale {
+
+namespace {
+
+constexpr double kPerReferenceDay = 3.472222222222222e-05;  // 1 / 28,800 s
+
+}  // namespace
+
+double EquivalentLevel(std::span<const double> levels_dba, std::span<const double> durations) {
+    assert(levels_dba.size() == durations.size());
+    double energy = 0;
+    double total_time = 0;
+    for (std::size_t i = 0; i < levels_dba.size(); ++i) {
+        energy += durations[i] * std::pow(10.0, 0.1 * levels_dba[i]);
+        total_time += durations[i];
+    }
+    return energy == 0 ? 0 : 10 * std::log10(energy / total_time);
+}
+
+double TotalTime(std::span<const double> durations) {
+    return std::accumulate(durations.begin(), durations.end(), 0.0);
+}
+
+double DailyExposureLevel(double equivalent_level_dba, double total_time_s) {
+    if (total_time_s == 0) return 0;
+    return equivalent_level_dba + 10 * std::log10(total_time_s * kPerReferenceDay);
+}
+
+}  // namespace tonvale

@@ -1,0 +1,20 @@
+// Energy arithmetic of noise exposure, shared by the exposure calculators. Double precision.
+#pragma once
+
+#include <span>
+
+namespace tonvale {
+
+// Equivalent continuous A-weighted level in dBA of levels `levels_dba` held for `durations` (any
+// one unit; as many as levels): 10 lg(sum t_i 10^(0.1 L_i) / sum t_i). 0 when there are none or the
+// energy sum is exactly 0. Source: ISO 9612:2009, 9.3 (task-based strategy).
+double EquivalentLevel(std::span<const double> levels_dba, std::span<const double> durations);
+
+// Sum of the durations, in their unit.
+double TotalTime(std::span<const double> durations);
+
+// Daily personal exposure level in dBA: `equivalent_level_dba` over `total_time_s` seconds,
+// normalised to 8 hours. 0 when the time is exactly 0. Source: ISO 9612:2009, formula (3).
+double DailyExposureLevel(double equivalent_level_dba, double total_time_s);
+
+}  // namespace tonvale

@@ -1,0 +1,94 @@
+/* Control, command and resource identifiers, for the resource compiler and the code.
+   Dialog templates and menus are named by their words (L"LEPD", L"FILE_OPERATION"). */
+#ifndef TONVALE_RESOURCES_RESOURCE_H
+#define TONVALE_RESOURCES_RESOURCE_H
+
+/* Children of the main window (the status bar also of every calculator's dialog). */
+#define IDC_TOOLBAR 12
+#define IDC_REPORT_EDITOR 13
+#define IDC_FORMAT_TOOLBAR 14
+#define IDC_STATUS_BAR 15
+
+/* Commands of the main menu PRIMO. */
+#define CMD_PROTECTOR_SELECTION 40001
+#define CMD_HELP_INDEX 40002
+#define CMD_PAGE_SETUP 40003
+#define CMD_EXIT 40004
+#define CMD_NIPTS 40006
+#define CMD_HTLA 40007
+#define CMD_HTLAN 40008
+#define CMD_RISK 40009
+#define CMD_PREDICTIONS 40010
+#define CMD_DAMAGE_EVOLUTION 40011
+#define CMD_AUDIOGRAM_DAMAGE 40012
+#define CMD_ABOUT 40013
+#define CMD_COPY 40014 /* also of FILE_OPERATION */
+#define CMD_VIEW_TABLE 40015
+#define CMD_VIEW_AUDIOGRAM 40016
+#define CMD_VIEW_CHART 40017
+#define CMD_VIEW_DOCUMENT 40018
+#define CMD_PRINT 40019
+#define CMD_DAILY_EXPOSURE 40020
+#define CMD_ATTENUATION_SPECTRUM 40021
+#define CMD_GROUP_STATISTICS 40022
+#define CMD_WEEKLY_EXPOSURE 40023
+#define CMD_PASTE 40024
+#define CMD_SAVE_AS 40025
+#define CMD_SAVE 40026
+#define CMD_CUT 40027
+#define CMD_NEW_DOCUMENT 40028
+#define CMD_NOISE_SPECTRUM 40029
+#define CMD_OPEN 40030
+#define CMD_UNCERTAINTY 40034
+
+/* Commands of a calculator's menu FILE_OPERATION. */
+#define CMD_FILE_CLOSE 1220
+#define CMD_FILE_PRINT 1221
+#define CMD_FILE_SAVE_AS 1222
+#define CMD_FILE_OPEN 1223
+#define CMD_DIALOG_HELP 1224
+#define CMD_FILE_SAVE 1225
+
+/* Commands of the menus FORMATO and COLORI. */
+#define CMD_BULLETS 32777
+#define CMD_COLOR_FIRST 32782
+#define CMD_COLOR_LAST 32797
+#define CMD_COLOR_AUTOMATIC 32798
+#define CMD_BOLD 32799
+#define CMD_ITALIC 32800
+#define CMD_COLOR_MENU 32801
+#define CMD_UNDERLINE 32802
+#define CMD_ALIGN_LEFT 32803
+#define CMD_ALIGN_CENTER 32804
+#define CMD_ALIGN_RIGHT 32805
+#define CMD_FONT 32806
+#define CMD_SUPERSCRIPT 32808
+#define CMD_SUBSCRIPT 32809
+#define CMD_WORD_WRAP 32810
+
+/* Controls that several dialogs share. */
+#define IDC_ITEM_LIST 1110
+#define IDC_LEVEL_EDIT 1111
+#define IDC_TIME_LABEL 1112
+#define IDC_TIME_EDIT 1113
+#define IDC_NOTES_LABEL 1140
+#define IDC_NOTES_EDIT 1141
+#define IDC_TIME_UNIT 1188
+#define IDC_ADD 1210
+#define IDC_MODIFY 1211
+#define IDC_DELETE 1212
+#define IDC_READ_LEVEL 1606
+
+/* LEPD */
+#define IDC_TOTAL_TIME_LABEL 1105
+#define IDC_EQUIVALENT_LEVEL 1106
+#define IDC_TOTAL_TIME 1108
+#define IDC_DAILY_LEVEL 1109
+
+/* IDD_ADDENDUM, the notes panel of the file dialogs (with 1140 and 1141). */
+#define IDC_MODIFY_NOTES 1023
+
+/* Other resources. */
+#define IDI_TONVALE 1
+
+#endif

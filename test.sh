@@ -1,0 +1,132 @@
+#!/usr/bin/env bash
+# Builds and runs every test, installing packages that are missing first:
+#
+#   ./test.sh
+#
+# The last line is "N passed, N failed"; the exit status is 0 when nothing failed. No display is
+# needed or used.
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/lib.sh"
+
+NATIVE=$ROOT/build/linux-asan
+WINDOWS=$ROOT/build/windows
+RESULTS=$ROOT/build/results
+FUZZ_SECONDS=20  # of all fuzzers together
+
+passed=0
+failed=0
+
+# Counts one check, named $1: the command that follows.
+check() {
+    local name=$1
+    shift
+    if "$@"; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        say "FAILED: $name"
+    fi
+}
+
+# Builds everything for a preset; $2... are further settings.
+build() {
+    local preset=$1
+    shift
+    say "Building for $preset"
+    quietly "$ROOT/build/logs/$preset-configure.log" \
+        cmake -S "$ROOT" --preset "$preset" -DTONVALE_TESTS=ON "$@" &&
+        quietly "$ROOT/build/logs/$preset-build.log" cmake --build "$ROOT/build/$preset"
+}
+
+# Runs the tests of a build folder and adds up what they say. $2 is the folder of the results as
+# the tests have to name it.
+run_ctest() {
+    local folder=$1 results_name=$2 label
+    label=$(basename "$folder")
+    local results=$RESULTS/$label counts
+    rm -rf "$results"
+    mkdir -p "$results"
+    say "Running the tests of $label"
+    GTEST_OUTPUT="xml:$results_name" GTEST_BRIEF=1 ctest --test-dir "$folder" --output-on-failure \
+        --no-tests=error --output-junit "$results/ctest.xml" || true
+    read -r -a counts < <("$ROOT/scripts/tally-tests.sh" "$results/ctest.xml" "$results")
+    passed=$((passed + counts[0]))
+    failed=$((failed + counts[1]))
+}
+
+native_tests() {
+    run_ctest "$NATIVE" "$RESULTS/linux-asan/"
+}
+
+# The programs under Wine, with one that keeps Wine's server alive meanwhile.
+windows_tests() {
+    setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
+    run_ctest "$WINDOWS" "$(windows_path "$RESULTS/windows")\\"
+    check "printed reports" "$ROOT/tests/print/check_print.sh" "$TONVALE_PRINT_DIR"
+}
+
+run_fuzzer() {
+    local fuzzer=$1 seconds=$2 name work
+    name=$(basename "$fuzzer")
+    work=$ROOT/build/fuzz/$name
+    mkdir -p "$work/corpus"
+    (
+        cd "$work"
+        quietly "$ROOT/build/logs/$name.log" "$fuzzer" -max_total_time="$seconds" -timeout=10 \
+            -rss_limit_mb=1024 -print_final_stats=1 corpus "$ROOT/examples"
+    ) && grep -Eq 'number_of_executed_units: [1-9]' "$ROOT/build/logs/$name.log"
+}
+
+fuzzers() {
+    local list fuzzer
+    mapfile -t list < <(find "$NATIVE/tests/fuzz" -maxdepth 1 -type f -name '*_fuzzer' | sort)
+    check "there are fuzzers" test "${#list[@]}" -gt 0
+    [[ ${#list[@]} -gt 0 ]] || return 0
+    say "Running ${#list[@]} fuzzers"
+    for fuzzer in "${list[@]}"; do
+        check "$(basename "$fuzzer")" \
+            run_fuzzer "$fuzzer" $((FUZZ_SECONDS / ${#list[@]} > 0 ? FUZZ_SECONDS / ${#list[@]} : 1))
+    done
+}
+
+prepare() {
+    ensure_packages "${TEST_PACKAGES[@]}" &&
+        "$ROOT/scripts/wine-prefix.sh" "$WINEPREFIX" --printer "$TONVALE_PRINTER_FILE"
+}
+
+end_wine() {
+    wineserver -k || true
+}
+
+# Builds count as tests only when they fail.
+run_everything() {
+    if build linux-asan; then
+        native_tests
+        fuzzers
+    else
+        failed=$((failed + 1))
+    fi
+    if build windows -DTONVALE_BENCHMARKS=ON; then
+        windows_tests
+    else
+        failed=$((failed + 1))
+    fi
+}
+
+main() {
+    cd "$ROOT"
+    rm -rf build/print build/screenshots
+    use_test_environment
+    if prepare; then
+        trap end_wine EXIT
+        run_everything
+        end_wine
+    else
+        failed=1
+    fi
+    say "$passed passed, $failed failed"
+    [[ $failed -eq 0 ]]
+}
+
+main "$@"

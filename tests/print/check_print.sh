@@ -1,0 +1,122 @@
+#!/usr/bin/env bash
+# Compares the printouts of tonvale_print_tests, PostScript in the folder named, with what has to
+# stand on their pages, place by place:
+#
+#   tests/print/check_print.sh DIR
+set -euo pipefail
+
+HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
+REPORT_NAME='Livello di esposizione personale quotidiano (Lep,d)'
+LINES_PER_PAGE=66  # of the tests' printer: 6716 pixels / 99 of a line - 1
+status=0
+
+complain() {
+    echo "check_print: $*" >&2
+    status=1
+}
+
+# The words of a PDF, "PAGE TOP LEFT RIGHT WORD" each, in reading order. Places are in points.
+words_of() {
+    pdftotext -bbox "$1" - | awk '
+        function attribute(name) {
+            match($0, name "=\"[0-9.]*\"")
+            return substr($0, RSTART + length(name) + 2, RLENGTH - length(name) - 3)
+        }
+        /<page / { page++ }
+        /<word / {
+            word = $0
+            sub(/^[^>]*>/, "", word)
+            sub(/<\/word>.*/, "", word)
+            print page, attribute("yMin"), attribute("xMin"), attribute("xMax"), word
+        }' | sed "s/&apos;\|&#39;/'/g; s/&quot;/\"/g; s/&amp;/\&/g" |
+        LC_ALL=C sort -k1,1n -k2,2n -k3,3n
+}
+
+# The lines of a PDF, "PAGE LINE TEXT" each, a second column after "|" with the blanks before it.
+# LINE is the distance from the top of the printable area in line heights. The printer of the tests
+# has margins of 18 points, 4658 pixels across at 600 dpi and a default font 99 pixels high, for
+# which a character of the report is 5.976 points wide.
+lines_of() {
+    words_of "$1" | LC_ALL=C awk '
+        BEGIN { margin = 18; line_height = 99 * 72 / 600; middle = margin + 2329 * 72 / 600 }
+        function flush_line() {
+            if (text != "") printf "%d %d %s\n", page, (top - margin) / line_height + 0.25, text
+        }
+        {
+            word = $5
+            if (NR == 1 || $1 != page || $2 - top > 1) {
+                flush_line()
+                page = $1; top = $2
+                text = word
+            } else if ($3 - right > 10) {
+                text = text "|" sprintf("%*s", int(($3 - middle) / 5.976 + 0.5), "") word
+            } else {
+                text = text " " word
+            }
+            right = $4
+        }
+        END { flush_line() }'
+}
+
+# The report of 200 items, its results computed here once more, and its notes four lines below,
+# wrapped to the page, which is 93 characters wide.
+long_report() {
+    local note='Perché così: l'\''attività è più rumorosa là dove c'\''è la pressa.' i words=''
+    for ((i = 1; i <= 60; i++)); do words+="nota$i "; done
+    {
+        LC_ALL=C awk 'BEGIN {
+            print "Livello di esposizione personale settimanale (Lep,w)"
+            print "Livelli sonori equivalenti (dBA):|Tempi di esposizione (s):"
+            for (i = 1; i <= 200; i++) {
+                level = 70 + i % 31 + 0.1 * (i % 10)
+                energy += i * 10 ^ (level / 10)
+                time += i
+                printf "%.1f|%d\n", level, i
+            }
+            printf "Livello equivalente (dBA):|%.1f\n", 10 * log(energy / time) / log(10)
+            printf "Tempo d\047esposizione totale (s):|%6d\n", time
+            printf "Lep,d (dBA):|%.1f\n\n\n\n", 10 * log(energy / 28800) / log(10)
+        }'
+        echo "$note"
+        fold -s -w 93 <<<"$words" | sed 's/ *$//'
+    } | awk -v last="$LINES_PER_PAGE" '
+        BEGIN { page = 1; line = 2 }
+        {
+            if ($0 != "") print page, line, $0
+            if (++line > last) { line = 1; page++ }
+        }'
+}
+
+# Compares a printout with the lines on standard input and with its document's name.
+check() {
+    local name=$1 document_name=$2
+    if [[ ! -s $name.ps ]] || ! ps2pdf "$name.ps" "$name.pdf"; then
+        complain "$name was not printed"
+        return
+    fi
+    lines_of "$name.pdf" >"$name.lines"
+    diff -u --label expected --label "$name" - "$name.lines" >&2 ||
+        complain "$name is not printed as it has to be"
+    pdfinfo "$name.pdf" | grep -Fqx "Title:           $document_name" ||
+        complain "$name has another name in the printer's queue than $document_name"
+}
+
+# The grey of a pixel, 0 to 255, on the first page of a PDF drawn at 72 dpi.
+grey_at() {
+    local pdf=$1 x=$2 y=$3
+    pdftoppm -r 72 -gray -f 1 -singlefile "$pdf" "${pdf%.pdf}"
+    tail -c $((595 * 842)) "${pdf%.pdf}.pgm" | od -An -tu1 -j $((595 * y + x)) -N 1 | tr -d ' '
+}
+
+main() {
+    cd "$1"
+    check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
+    check pagine "$REPORT_NAME" < <(long_report)
+    check quadro Quadro < <(printf '1 17 Quadro\n1 63 Una nota in calce\n')
+    # A filled rectangle, 600 pixels high from the middle of the page down.
+    [[ $(grey_at quadro.pdf 300 440) -eq 128 && $(grey_at quadro.pdf 300 400) -eq 255 ]] ||
+        complain "the filled rectangle of quadro is not where it has to be"
+    exit $status
+}
+
+main "$@"

@@ -1,0 +1,118 @@
+// Prints through the real default printer, which has to be one that writes into the file named by
+// the environment variable TONVALE_PRINTER_FILE. What is printed goes into the folder that
+// TONVALE_PRINT_DIR names, where check_print.sh compares it with what it has to be.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "common/file_system.h"
+#include "common/numbers.h"
+#include "common/print_frame.h"
+#include "common/printer_win.h"
+#include "common/profile_file.h"
+#include "exposure/daily_exposure.h"
+
+namespace tonvale {
+namespace {
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+class PrintTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        printer_file_ = Environment("TONVALE_PRINTER_FILE");
+        folder_ = Environment("TONVALE_PRINT_DIR");
+        if (printer_file_.empty() || folder_.empty()) GTEST_SKIP() << "run by test.sh only";
+        std::filesystem::remove(printer_file_);
+    }
+
+    // Moves what the printer has put out to NAME.ps.
+    void KeepPrintout(const std::string& name) {
+        ASSERT_TRUE(std::filesystem::exists(printer_file_)) << "nothing was printed";
+        std::filesystem::rename(printer_file_, folder_ / (name + ".ps"));
+    }
+
+    void PrintAndKeep(const DailyExposureForm& form, const std::string& name) {
+        const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
+        ASSERT_NE(printer, nullptr);
+        PrintReport(*printer, MakeReport(form));
+        KeepPrintout(name);
+    }
+
+    std::filesystem::path printer_file_;
+    std::filesystem::path folder_;
+};
+
+TEST_F(PrintTest, DailyExposureFromFile) {
+    const auto file =
+        ProfileFile::Read(SystemFiles(), Environment("TONVALE_EXAMPLES") + "/giornata.lep");
+    ASSERT_TRUE(file);
+    DailyExposureForm form;
+    ASSERT_TRUE(LoadForm(*file, form));
+    PrintAndKeep(form, "giornata");
+}
+
+// Items 1 to 200, and notes with accents in lines that have to be wrapped.
+TEST_F(PrintTest, DailyExposureOnSeveralPages) {
+    DailyExposureForm form;
+    form.time_unit = 0;
+    for (int i = 1; i <= 200; ++i) {
+        form.items.push_back({FormatFixed(70 + i % 31 + 0.1 * (i % 10), 0, 1), FormatInteger(i)});
+    }
+    form.notes = "Perché così: l'attività è più rumorosa là dove c'è la pressa.\r\n";
+    for (int i = 1; i <= 60; ++i) form.notes += "nota" + FormatInteger(i) + " ";
+    DailyExposureState state;
+    ASSERT_FALSE(Recompute(form, state));
+    PrintAndKeep(form, "pagine");
+}
+
+TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
+    const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
+    ASSERT_NE(printer, nullptr);
+    const auto draw = [](Canvas& canvas, const Rect& page, bool) {
+        canvas.DrawTextAt({page.right / 2, page.bottom / 4}, "Quadro");
+        canvas.FillRectangle({0, page.bottom / 2, page.right, page.bottom / 2 + 600}, kGrey);
+    };
+    ASSERT_TRUE(PrintWithFrame(*printer, "Quadro", "Una nota in calce", draw));
+    KeepPrintout("quadro");
+}
+
+// Takes the default printer out of the system profile for a while.
+class WithoutPrinter {
+  public:
+    WithoutPrinter() {
+        GetProfileStringW(L"windows", L"device", L"", device_.data(),
+                          static_cast<DWORD>(device_.size()));
+        WriteProfileStringW(L"windows", L"device", nullptr);
+    }
+    ~WithoutPrinter() { WriteProfileStringW(L"windows", L"device", device_.data()); }
+    WithoutPrinter(const WithoutPrinter&) = delete;
+    WithoutPrinter& operator=(const WithoutPrinter&) = delete;
+
+  private:
+    std::array<wchar_t, 1024> device_{};
+};
+
+TEST_F(PrintTest, DefaultPrinterIsTheOneOfTheProfile) {
+    {
+        const WithoutPrinter removed;
+        EXPECT_EQ(OpenDefaultPrinter(), nullptr);
+    }
+    const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
+    ASSERT_NE(printer, nullptr);
+    EXPECT_EQ(printer->Resolution(), (Size{600, 600}));
+    EXPECT_EQ(printer->PageSize(), (Size{4658, 6716}));  // A4 less its margins
+    EXPECT_FALSE(std::filesystem::exists(printer_file_));
+}
+
+}  // namespace
+}  // namespace tonvale

@@ -1,0 +1,479 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "common/clipboard_win.h"
+#include "common/profile_file.h"
+#include "exposure/daily_exposure.h"
+#include "exposure/daily_exposure_dialog.h"
+#include "resources/resource.h"
+#include "tests/ui/dialog_fixture.h"
+#include "tests/ui/ui_driver.h"
+
+namespace tonvale {
+namespace {
+
+constexpr char kTitle[] = "Calcolo Lep,d";
+constexpr char kOpenTitle[] = "Caricamento file di dati";
+constexpr char kSaveTitle[] = "Salvataggio file di dati";
+constexpr char kNoFile[] = "Nessun file selezionato";
+constexpr char kNotNumeric[] = "Errore. Inserire valori numerici!";
+constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.";
+constexpr int kFileNameField = 0x047c;  // of the common file dialogs
+
+// Stored results that do not match the items: those would give 85.0, "   480" and 85.0.
+constexpr char kStoredFile[] =
+    "[TONVALE]\r\nTipo=lepd\r\nLAEQ=70.1\r\nTOTTIME=   999\r\nLEPD=70.2\r\nTFORM=1\r\nITEMS=1\r\n"
+    "[LEQ]\r\n1=85\r\n[TIME]\r\n1=480\r\n[NOTE]\r\nNum=2\r\n1=perch\xe9\r\n2=due\r\n"
+    "[ALTRO]\r\nchiave=resta\r\n";
+
+HWND List(HWND dialog) {
+    return GetDlgItem(dialog, IDC_ITEM_LIST);
+}
+
+std::string Cell(HWND dialog, int row, int column) {
+    wchar_t text[32] = {};
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = static_cast<int>(std::size(text));
+    SendMessageW(List(dialog), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&item));
+    return Narrow(text);
+}
+
+std::vector<std::string> Rows(HWND dialog) {
+    std::vector<std::string> rows;
+    for (int i = 0; i < ListView_GetItemCount(List(dialog)); ++i) {
+        rows.push_back(Cell(dialog, i, 0) + " x " + Cell(dialog, i, 1));
+    }
+    return rows;
+}
+
+void Select(HWND dialog, int row) {
+    ListView_SetItemState(List(dialog), row, LVIS_SELECTED | LVIS_FOCUSED,
+                          LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+// LAeq, total time and Lep,d.
+std::string Results(HWND dialog) {
+    return TextOf(dialog, IDC_EQUIVALENT_LEVEL) + "|" + TextOf(dialog, IDC_TOTAL_TIME) + "|" +
+           TextOf(dialog, IDC_DAILY_LEVEL);
+}
+
+void ChooseUnit(HWND dialog, int unit) {
+    HWND combo = GetDlgItem(dialog, IDC_TIME_UNIT);
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(unit), 0);
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_TIME_UNIT, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
+}
+
+void Drop(HWND dialog, const std::vector<std::string>& paths) {
+    SendMessageW(dialog, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop(paths)), 0);
+}
+
+std::string ClipboardBytes(UINT format) {
+    OpenClipboard(nullptr);
+    std::string bytes;
+    if (HANDLE memory = GetClipboardData(format)) {
+        bytes.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
+        GlobalUnlock(memory);
+    }
+    CloseClipboard();
+    return bytes;
+}
+
+class DailyExposureUiTest : public DialogTest {
+  protected:
+    void Open(const std::string& path = {}) { OpenDailyExposure(app_, state_, owner_, path); }
+
+    void AddItem(UiDriver& ui, const std::string& level, const std::string& time) {
+        ui.OnWindow(kTitle).Click(IDC_ADD);
+        ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, level);
+        ui.SetText(IDC_TIME_EDIT, "").Type(IDC_TIME_EDIT, time).Click(IDOK).WaitClosed("Aggiungi");
+    }
+
+    // Fills the file dialog `title` with `path` and confirms it.
+    void ChooseFile(UiDriver& ui, const std::string& title, const std::string& path) {
+        ui.OnWindow(title).SetText(kFileNameField, path).Command(IDOK);
+    }
+
+    DailyExposureState state_;
+};
+
+TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
+    UiDriver ui;
+    ui.OnWindow(kTitle, [](HWND dialog) {
+        EXPECT_EQ(Results(dialog), " 0.0|     0| 0.0");
+        EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "secondi");
+        EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (s):");
+        EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), kNoFile);
+        RECT area{};
+        GetClientRect(List(dialog), &area);
+        EXPECT_EQ(ListView_GetColumnWidth(List(dialog), 0), area.right / 2);
+        EXPECT_EQ(ListView_GetColumnWidth(List(dialog), 1), area.right / 2);
+        EXPECT_TRUE(ListView_GetExtendedListViewStyle(List(dialog)) & LVS_EX_FULLROWSELECT);
+        EXPECT_EQ(SendDlgItemMessageW(dialog, IDC_NOTES_EDIT, EM_GETLIMITTEXT, 0, 0), 512);
+        ChooseUnit(dialog, 1);
+    });
+    ui.Click(IDC_MODIFY).AnswerMessage("Modifica", kNothingSelected, IDOK);
+    ui.OnWindow(kTitle).Click(IDC_DELETE).AnswerMessage("Elimina", kNothingSelected, IDOK);
+    AddItem(ui, "90", "240");
+    AddItem(ui, "80", "240");
+    ui.OnWindow(kTitle, [](HWND dialog) {
+        EXPECT_EQ(Results(dialog), "87.4|   480|87.4");
+        EXPECT_EQ(Rows(dialog), (std::vector<std::string>{"90 x 240", "80 x 240"}));
+        // A double click on a row modifies it.
+        RECT row{};
+        ListView_GetItemRect(List(dialog), 1, &row, LVIR_LABEL);
+        for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+            PostMessageW(List(dialog), message, 0, MAKELPARAM(row.left + 4, row.top + 4));
+        }
+    });
+    ui.OnWindow("Modifica",
+                [](HWND dialog) {
+                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "80");
+                    EXPECT_EQ(TextOf(dialog, IDC_TIME_EDIT), "240");
+                    EXPECT_EQ(TextOf(dialog, IDC_TIME_LABEL), "Esposizione (m):");
+                    EXPECT_EQ(TextOf(dialog, IDOK), "Modifica");
+                    EXPECT_EQ(TextOf(dialog, IDCANCEL), "Annulla");
+                })
+        .SetText(IDC_LEVEL_EDIT, "90")
+        .Click(IDOK)
+        .WaitClosed("Modifica");
+    ui.OnWindow(kTitle, [](HWND dialog) {
+          EXPECT_EQ(Results(dialog), "90.0|   480|90.0");
+          Select(dialog, 0);
+      }).Click(IDC_DELETE);
+    const std::string question = "Sei sicuro di voler eliminare questo elemento dalla lista?";
+    ui.OnWindow("Elimina", [](HWND dialog) {
+          EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_READ_LEVEL)));
+          EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "90");
+      }).Screenshot("add_lepd_delete");
+    for (int answer : {IDNO, IDCANCEL, IDYES}) {
+        ui.OnWindow("Elimina").Click(IDOK).AnswerMessage("Conferma operazione", question, answer);
+    }
+    ui.WaitClosed("Elimina")
+        .OnWindow(kTitle,
+                  [](HWND dialog) {
+                      EXPECT_EQ(Rows(dialog), std::vector<std::string>{"90 x 240"});
+                      EXPECT_EQ(Results(dialog), "90.0|   240|87.0");
+                      ChooseUnit(dialog, 2);  // the typed times are read in the new unit
+                      EXPECT_EQ(Results(dialog), "90.0|240.00|104.8");
+                      EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (h):");
+                  })
+        .Click(IDC_ADD);
+    ui.OnWindow("Aggiungi",
+                [](HWND dialog) {
+                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "90");  // as last confirmed
+                    EXPECT_EQ(TextOf(dialog, IDC_TIME_EDIT), "240");
+                    EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_LEVEL_EDIT));
+                })
+        .Click(IDCANCEL)
+        .WaitClosed("Aggiungi");
+    ui.OnWindow(kTitle, [](HWND dialog) { EXPECT_EQ(Rows(dialog).size(), 1u); }).Command(IDCANCEL);
+    Open();
+}
+
+TEST_F(DailyExposureUiTest, ItemDialogRefusesZerosAndReadsSpectra) {
+    const std::string spectrum = WriteFile("rumore.SPR", "[TONVALE]\r\nTipo=spr\r\nLAEQ=91.25\r\n");
+    const std::string other = WriteFile("altro.spr", "[TONVALE]\r\nTipo=SPI\r\nLAEQ=1\r\n");
+    const std::string text = WriteFile("rumore.txt", "[TONVALE]\r\nTipo=SPR\r\nLAEQ=2\r\n");
+    const std::string daily = WriteFile("misura.lep", kStoredFile);
+    UiDriver ui;
+    ui.OnWindow(kTitle).Click(IDC_ADD);
+    const auto refused = [&](const std::string& level, const std::string& time,
+                             const std::string& caption, int focused) {
+        ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, level).SetText(IDC_TIME_EDIT, time);
+        ui.Click(IDOK).AnswerMessage(caption, kNotNumeric, IDOK);
+        ui.OnWindow("Aggiungi",
+                    [focused](HWND dialog) { EXPECT_EQ(GetFocus(), GetDlgItem(dialog, focused)); });
+    };
+    refused("", "5", "Livello di esposizione", IDC_LEVEL_EDIT);
+    refused("0.0", "0", "Livello di esposizione", IDC_LEVEL_EDIT);
+    refused("85", "abc", "Tempo esposizione ", IDC_TIME_EDIT);
+    ui.OnWindow("Aggiungi",
+                [=](HWND dialog) {
+                    for (int field : {IDC_LEVEL_EDIT, IDC_TIME_EDIT}) {
+                        EXPECT_EQ(SendDlgItemMessageW(dialog, field, EM_GETLIMITTEXT, 0, 0), 15);
+                    }
+                    for (const std::string& ignored : {other, text, std::string("Z:\\manca.spr")}) {
+                        Drop(dialog, {ignored});
+                        EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "85") << ignored;
+                    }
+                    Drop(GetParent(dialog), {daily});  // which must wait
+                    Drop(dialog, {spectrum, other});
+                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "85");
+                    Drop(dialog, {spectrum});
+                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "91.25");
+                })
+        .Screenshot("add_lepd")
+        .SetText(IDC_LEVEL_EDIT, "")
+        .Click(IDC_READ_LEVEL);
+    ChooseFile(ui, kOpenTitle, spectrum);
+    ui.WaitClosed(kOpenTitle)
+        .OnWindow("Aggiungi",
+                  [](HWND dialog) { EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "91.25"); })
+        .Click(IDCANCEL);
+    ui.OnWindow(kTitle, [](HWND dialog) {
+          EXPECT_EQ(ListView_GetItemCount(List(dialog)), 0);
+      }).Command(CMD_FILE_CLOSE);
+    Open();
+}
+
+TEST_F(DailyExposureUiTest, KeepsStateWithOneDecimal) {
+    UiDriver ui;
+    ui.OnWindow(kTitle, [](HWND dialog) { ChooseUnit(dialog, 2); });
+    AddItem(ui, "85.25", "0.25");
+    ui.OnWindow(kTitle, [](HWND dialog) { EXPECT_EQ(Results(dialog), "85.3|0.25|70.2"); })
+        .SetText(IDC_NOTES_EDIT, "prima\r\nseconda")
+        .Command(CMD_FILE_CLOSE);
+    Open();
+    EXPECT_EQ(help_.closed, std::vector<std::string>{"LEPD.HLP"});
+
+    ui.OnWindow(kTitle, [](HWND dialog) {
+        EXPECT_EQ(Rows(dialog), std::vector<std::string>{"85.3 x  0.3"});
+        EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "ore");
+        EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (h):");
+        EXPECT_EQ(TextOf(dialog, IDC_NOTES_EDIT), "prima\r\nseconda");
+        EXPECT_EQ(Results(dialog), "85.3|0.30|71.0");
+        EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), kNoFile);
+    });
+    AddItem(ui, "80", "0.04");
+    ui.OnWindow(kTitle).Command(IDCANCEL);
+    Open();
+
+    // 0.04 h reappears as " 0.0", which is refused: the message comes over the visible dialog.
+    ui.AnswerMessage("Errore", "Errore nei valori!", IDOK);
+    ui.OnWindow(kTitle, [](HWND dialog) {
+          EXPECT_EQ(Rows(dialog), (std::vector<std::string>{"85.3 x  0.3", "80.0 x  0.0"}));
+          EXPECT_EQ(Results(dialog), "||");
+      }).Command(IDCANCEL);
+    Open();
+}
+
+TEST_F(DailyExposureUiTest, OpensAndDropsFiles) {
+    const std::string stored = WriteFile("misura.LEP", kStoredFile);
+    const std::string other = WriteFile("altro.lep", "[TONVALE]\r\nTipo=LEPW\r\n");
+    const std::string text = WriteFile("misura.txt", kStoredFile);
+    const std::string zero = WriteFile("zero.lep",
+                                       "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=1.5\r\nITEMS=2000000000\r\n"
+                                       "[LEQ]\r\n1=85\r\n2=0\r\n[TIME]\r\n1=60\r\n2=60\r\n");
+    UiDriver ui;
+    ui.OnWindow(kTitle).Command(CMD_FILE_OPEN);
+    ChooseFile(ui, kOpenTitle, stored);
+    ui.WaitClosed(kOpenTitle)
+        .OnWindow(
+            kTitle,
+            [=](HWND dialog) {
+                EXPECT_EQ(Results(dialog), "70.1|   999|70.2");  // as stored
+                EXPECT_EQ(Rows(dialog), std::vector<std::string>{"85 x 480"});
+                EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "minuti");
+                EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (m):");
+                EXPECT_EQ(TextOf(dialog, IDC_NOTES_EDIT), "perché\r\ndue");
+                EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("misura.LEP"), std::string::npos);
+                for (const std::string& ignored : {other, text}) Drop(dialog, {ignored});
+                Drop(dialog, {zero, stored});
+                EXPECT_EQ(Results(dialog), "70.1|   999|70.2");
+                EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("misura.LEP"), std::string::npos);
+            })
+        .Command(CMD_FILE_OPEN);
+    ChooseFile(ui, kOpenTitle, other);
+    ui.WaitClosed(kOpenTitle)
+        .OnWindow(kTitle,
+                  [=](HWND dialog) {
+                      EXPECT_EQ(Results(dialog), "70.1|   999|70.2");
+                      Drop(dialog, {stored});
+                      EXPECT_EQ(Results(dialog), "85.0|   480|85.0");  // recomputed
+                  })
+        .Do([=] { Drop(GetActiveWindow(), {zero}); });
+    ui.AnswerMessage("Errore", "Errore nei valori!", IDOK);
+    ui.OnWindow(kTitle, [](HWND dialog) {
+          EXPECT_EQ(Rows(dialog), (std::vector<std::string>{"85 x 60", "0 x 60"}));
+          EXPECT_EQ(Results(dialog), "1.5|   480|85.0");
+          EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("zero.lep"), std::string::npos);
+      }).Command(CMD_FILE_CLOSE);
+    Open();
+
+    ui.OnWindow(kTitle,
+                [](HWND dialog) {
+                    EXPECT_EQ(Results(dialog), "85.0|   480|85.0");
+                    EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("misura.LEP"), std::string::npos);
+                })
+        .Screenshot("lepd")
+        .Command(CMD_FILE_CLOSE);
+    Open(stored);
+
+    ui.OnWindow(kTitle,
+                [](HWND dialog) {  // refused: the kept state
+                    EXPECT_EQ(Rows(dialog), std::vector<std::string>{"85.0 x 480.0"});
+                    EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), kNoFile);
+                })
+        .Command(CMD_FILE_CLOSE);
+    Open(other);
+}
+
+TEST_F(DailyExposureUiTest, SavesFiles) {
+    const std::string stored = WriteFile("misura.lep", kStoredFile);
+    const std::string fresh = Path("nuovo.lep");
+    UiDriver ui;
+    ui.OnWindow(kTitle, [](HWND dialog) { ChooseUnit(dialog, 0); })
+        .Do([this] { disk_.refuses_writing = true; })
+        .Command(CMD_FILE_SAVE)
+        .AnswerMessage(stored, "Impossibile salvare il file!", IDOK);
+    ui.OnWindow(kTitle).Command(CMD_FILE_SAVE_AS);
+    const std::string create = fresh + "\r\nIl file non esiste. Crearlo?";
+    ui.OnWindow(kSaveTitle).SetText(kFileNameField, Path("nuovo")).Command(IDOK);
+    for (int answer : {IDNO, IDYES}) {
+        ui.AnswerMessage("Conferma operazione", create, answer);
+        if (answer == IDNO) ui.OnWindow(kSaveTitle).Command(IDOK);
+    }
+    ui.AnswerMessage(fresh, "Impossibile salvare il file!", IDOK);
+    ui.OnWindow(kTitle,
+                [=, this](HWND dialog) {
+                    EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("misura.lep"), std::string::npos);
+                    EXPECT_EQ(ReadFile("misura.lep"), kStoredFile);
+                    EXPECT_FALSE(std::filesystem::exists(Widen(fresh)));
+                    disk_.refuses_writing = false;
+                })
+        .SetText(IDC_NOTES_EDIT, "una")
+        .Command(CMD_FILE_SAVE);
+    ui.WaitUntil("file saved", [this] { return ReadFile("misura.lep") != kStoredFile; });
+    ui.OnWindow(kTitle).Command(CMD_FILE_SAVE_AS);
+    ui.OnWindow(kSaveTitle).SetText(kFileNameField, Path("nuovo")).Command(IDOK);
+    ui.AnswerMessage("Conferma operazione", create, IDYES)
+        .WaitClosed(kSaveTitle)
+        .OnWindow(kTitle,
+                  [](HWND dialog) {
+                      EXPECT_NE(TextOf(dialog, IDC_STATUS_BAR).find("nuovo.lep"),
+                                std::string::npos);
+                  })
+        .Command(CMD_FILE_CLOSE);
+    Open(stored);
+    EXPECT_EQ(ReadFile("misura.lep"),
+              "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=85.0\r\nTOTTIME=   480\r\nLEPD=67.2\r\nTFORM=0\r\n"
+              "ITEMS=1\r\n[LEQ]\r\n1=85\r\n[TIME]\r\n1=480\r\n[NOTE]\r\nNum=1\r\n1=una\r\n"
+              "[ALTRO]\r\nchiave=resta\r\n");
+    const std::string saved = ReadFile("nuovo.lep");
+    EXPECT_TRUE(saved.starts_with("[TONVALE]\r\nTipo=LEPD\r\nLAEQ=85.0\r\n")) << saved;
+    EXPECT_EQ(saved.find("ALTRO"), std::string::npos);
+}
+
+TEST_F(DailyExposureUiTest, CopiesAndPrints) {
+    const std::string stored = WriteFile("misura.lep", kStoredFile);
+    const std::string s = ListSeparator();
+    FakePrinter printer;
+    UiDriver ui;
+    ui.OnWindow(kTitle).SetText(IDC_NOTES_EDIT, "città").Command(CMD_COPY);
+    ui.Command(CMD_FILE_PRINT);  // there is no printer yet: nothing happens
+    ui.Do([&] { app_.open_printer = [&] { return std::make_unique<BorrowedPrinter>(printer); }; })
+        .Command(CMD_FILE_PRINT)
+        .OnWindow(kTitle)
+        .Command(CMD_FILE_CLOSE);
+    Open(stored);
+    const std::string summary =
+        "Calcolo del livello di esposizione personale giornaliero al rumore (Lep,d)" + s + s + s +
+        "\r\nLivelli equivalenti (dBA):" + s + s + "Tempi di esposizione (minuti):\r\n85" + s + s +
+        "480\r\nLivello equivalente (dBA):" + s + s + "85,0\r\nTempo di esposizione (minuti):" + s +
+        s + "   480\r\nLep,d (dBA):" + s + s + "85,0\r\nNote:\r\n";
+    EXPECT_EQ(ClipboardBytes(app_.clipboard.csv), summary + "citt\xe0\r\n" + '\0');
+    const std::string wide = ClipboardBytes(CF_UNICODETEXT);
+    EXPECT_EQ(Narrow(reinterpret_cast<const wchar_t*>(wide.data())), summary + "città\r\n");
+
+    EXPECT_EQ(printer.document, "Livello di esposizione personale quotidiano (Lep,d)");
+    EXPECT_TRUE(printer.ended);
+    ASSERT_EQ(printer.pages.size(), 1u);
+    EXPECT_EQ(printer.pages[0].front().text,
+              "Livello di esposizione personale settimanale (Lep,w)");
+    EXPECT_EQ(printer.pages[0].back().text, "città");
+}
+
+TEST_F(DailyExposureUiTest, TakesTenThousandItems) {
+    constexpr int kItems = 10000;
+    std::string levels;
+    std::string times;
+    for (int i = 1; i <= kItems; ++i) {
+        const std::string key = std::to_string(i);
+        levels += key + "=80\r\n";
+        times += key + "=" + key + "\r\n";
+    }
+    const std::string path =
+        WriteFile("molti.lep", "[TONVALE]\r\nTipo=LEPD\r\nITEMS=10000\r\n[LEQ]\r\n" + levels +
+                                   "[TIME]\r\n" + times);
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    auto shown = start;
+    UiDriver ui;
+    ui.OnWindow(kTitle, [&](HWND dialog) {
+          shown = Clock::now();
+          EXPECT_EQ(ListView_GetItemCount(List(dialog)), kItems);
+          EXPECT_EQ(Cell(dialog, kItems - 1, 1), "10000");
+          // The scroll bar takes its place from both columns.
+          RECT area{};
+          GetClientRect(List(dialog), &area);
+          EXPECT_EQ(ListView_GetColumnWidth(List(dialog), 0), area.right / 2);
+          Select(dialog, kItems - 1);
+      }).Click(IDC_DELETE);
+    ui.OnWindow("Elimina").Click(IDOK).AnswerMessage(
+        "Conferma operazione", "Sei sicuro di voler eliminare questo elemento dalla lista?", IDYES);
+    ui.WaitClosed("Elimina")
+        .OnWindow(kTitle,
+                  [](HWND dialog) {
+                      EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME), "49995000");
+                      EXPECT_TRUE(ListView_GetItemState(List(dialog), kItems - 2, LVIS_SELECTED));
+                  })
+        .Command(CMD_FILE_SAVE);
+    ui.OnWindow(kTitle).Command(CMD_FILE_CLOSE);
+    Open(path);
+    RecordProperty("open_ms", static_cast<int>((shown - start) / std::chrono::milliseconds(1)));
+    RecordProperty("all_ms",
+                   static_cast<int>((Clock::now() - start) / std::chrono::milliseconds(1)));
+    EXPECT_LT(shown - start, std::chrono::seconds(3));
+    const auto saved = ProfileFile::Read(disk_, path);
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->Integer("TONVALE", "ITEMS"), kItems - 1);
+    EXPECT_FALSE(saved->Find("LEQ", "10000"));  // the surplus goes
+}
+
+TEST_F(DailyExposureUiTest, ListKeysAndHelp) {
+    const std::string stored = WriteFile("misura.lep", kStoredFile);
+    UiDriver ui;
+    const auto list_key = [](HWND dialog, WORD key) {
+        Select(dialog, 0);
+        SetFocus(List(dialog));
+        PostMessageW(List(dialog), WM_KEYDOWN, key, 1);
+    };
+    ui.OnWindow(kTitle, [=](HWND dialog) { list_key(dialog, VK_INSERT); });
+    ui.OnWindow("Aggiungi").Click(IDCANCEL).WaitClosed("Aggiungi");
+    ui.OnWindow(kTitle, [=](HWND dialog) { list_key(dialog, VK_RETURN); });
+    ui.OnWindow("Modifica").Click(IDCANCEL).WaitClosed("Modifica");
+    ui.OnWindow(kTitle, [=](HWND dialog) { list_key(dialog, VK_DELETE); });
+    ui.OnWindow("Elimina").Click(IDCANCEL).WaitClosed("Elimina");
+    ui.OnWindow(kTitle, [](HWND dialog) {
+          SendMessageW(dialog, WM_COMMAND, CMD_DIALOG_HELP, 0);
+          HELPINFO request{};
+          request.cbSize = sizeof request;
+          request.iContextType = HELPINFO_WINDOW;
+          request.iCtrlId = IDC_ADD;
+          SendMessageW(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+          // A right click on a result, which lets the mouse through to the dialog.
+          RECT area{};
+          GetWindowRect(GetDlgItem(dialog, IDC_TOTAL_TIME), &area);
+          SendMessageW(dialog, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(dialog),
+                       MAKELPARAM(area.left + 1, area.top + 1));
+          // And one where nothing is.
+          GetWindowRect(dialog, &area);
+          SendMessageW(dialog, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(dialog),
+                       MAKELPARAM(area.left + 1, area.bottom - 1));
+      }).Command(CMD_FILE_CLOSE);
+    Open(stored);
+    EXPECT_EQ(help_.topics, (std::vector<unsigned long>{100110, 100110, 100110}));
+}
+
+}  // namespace
+}  // namespace tonvale

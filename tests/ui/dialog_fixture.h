@@ -1,0 +1,117 @@
+// What a dialog needs of the running program, in a form that tests can look into.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/app_context_win.h"
+#include "common/dialog_tips_win.h"
+#include "common/file_system.h"
+#include "common/help_viewer_win.h"
+#include "common/unicode_win.h"
+#include "tests/common/fake_printer.h"
+
+namespace tonvale {
+
+class RecordingHelp : public HelpViewer {
+  public:
+    std::vector<unsigned long> topics;
+    std::vector<std::string> closed;
+
+    void ShowTopic(HWND, unsigned long context) override { topics.push_back(context); }
+    void Close(std::string_view help_file) override { closed.emplace_back(help_file); }
+};
+
+// The real disk, which can be told to refuse new files.
+class SwitchableDisk : public FileSystem {
+  public:
+    bool refuses_writing = false;
+
+    std::optional<std::string> Read(const std::string& path) override {
+        return SystemFiles().Read(path);
+    }
+    bool WriteNew(const std::string& path, std::string_view bytes) override {
+        return !refuses_writing && SystemFiles().WriteNew(path, bytes);
+    }
+    bool Replace(const std::string& from, const std::string& to) override {
+        return SystemFiles().Replace(from, to);
+    }
+    void Remove(const std::string& path) override { SystemFiles().Remove(path); }
+};
+
+// What a dialog opens, uses and destroys, while the test keeps the printer itself.
+class BorrowedPrinter : public Printer {
+  public:
+    explicit BorrowedPrinter(Printer& printer) : printer_(printer) {}
+    Size PageSize() const override { return printer_.PageSize(); }
+    Size Resolution() const override { return printer_.Resolution(); }
+    FontMetrics DefaultFontMetrics() const override { return printer_.DefaultFontMetrics(); }
+    int ColorCount() const override { return printer_.ColorCount(); }
+    bool StartDocument(const std::string& name) override { return printer_.StartDocument(name); }
+    bool StartPage() override { return printer_.StartPage(); }
+    bool EndPage() override { return printer_.EndPage(); }
+    bool EndDocument() override { return printer_.EndDocument(); }
+    void AbortDocument() override { printer_.AbortDocument(); }
+    Canvas& canvas() override { return printer_.canvas(); }
+
+  private:
+    Printer& printer_;
+};
+
+class DialogTest : public testing::Test {
+  protected:
+    DialogTest() {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        folder_ = std::filesystem::temp_directory_path() / (std::string("tonvale_") + test->name());
+        std::filesystem::remove_all(folder_);
+        std::filesystem::create_directories(folder_);
+        owner_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
+                                 nullptr, instance_, nullptr);
+        tips_ = std::make_unique<DialogTips>(instance_, owner_);
+        app_.instance = instance_;
+        app_.main_window = owner_;
+        app_.program_folder = Narrow(folder_.wstring());
+        app_.clipboard.csv = RegisterClipboardFormatW(L"Csv");
+        app_.files = &disk_;
+        app_.open_printer = [] { return nullptr; };
+        app_.tips = tips_.get();
+        app_.help = &help_;
+    }
+    ~DialogTest() override {
+        tips_.reset();
+        DestroyWindow(owner_);
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+
+    std::string Path(const std::string& name) const {
+        return Narrow((folder_ / Widen(name)).wstring());
+    }
+    std::string WriteFile(const std::string& name, const std::string& bytes) const {
+        std::ofstream(folder_ / Widen(name), std::ios::binary) << bytes;
+        return Path(name);
+    }
+    std::string ReadFile(const std::string& name) const {
+        std::ifstream file(folder_ / Widen(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    HINSTANCE instance_ = GetModuleHandleW(nullptr);
+    std::filesystem::path folder_;
+    HWND owner_ = nullptr;
+    std::unique_ptr<DialogTips> tips_;
+    NumericKeystrokeFilter filter_;
+    RecordingHelp help_;
+    SwitchableDisk disk_;
+    AppContext app_;
+};
+
+}  // namespace tonvale
