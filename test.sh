@@ -83,7 +83,7 @@ fuzzers() {
     mapfile -t list < <(find "$NATIVE/tests/fuzz" -maxdepth 1 -type f -name '*_fuzzer' | sort)
     check "there are fuzzers" test "${#list[@]}" -gt 0
     [[ ${#list[@]} -gt 0 ]] || return 0
-    say "Running ${#list[@]} fuzzers"
+    say "Running the fuzzers (${#list[@]})"
     for fuzzer in "${list[@]}"; do
         check "$(basename "$fuzzer")" \
             run_fuzzer "$fuzzer" $((FUZZ_SECONDS / ${#list[@]} > 0 ? FUZZ_SECONDS / ${#list[@]} : 1))

@@ -117,6 +117,7 @@ std::size_t CharacterCount(std::string_view utf8) {
 }
 
 std::string_view CutToCharacters(std::string_view utf8, std::size_t max_characters) {
+    if (utf8.size() <= max_characters) return utf8;
     std::size_t characters = 0;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         if (IsContinuation(utf8[i]) || ++characters <= max_characters) continue;
@@ -151,7 +152,9 @@ std::string WithDecimalComma(std::string_view text) {
 }
 
 std::string_view TakeLine(std::string_view& text) {
-    const std::size_t end = std::min(text.find_first_of(kLineEnd), text.size());
+    const auto is_end = [](char c) { return c == '\r' || c == '\n'; };
+    const auto end = static_cast<std::size_t>(std::find_if(text.begin(), text.end(), is_end) -
+                                              text.begin());
     const std::string_view line = text.substr(0, end);
     const bool is_pair = text.substr(end, kLineEnd.size()) == kLineEnd;
     text.remove_prefix(std::min(end + (is_pair ? 2 : 1), text.size()));
@@ -167,8 +170,13 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
 std::string Windows1252ToUtf8(std::string_view bytes) {
     std::string utf8;
     utf8.reserve(bytes.size());
-    for (const char c : bytes) {
-        const std::size_t code = static_cast<std::uint8_t>(c);
+    const auto is_ascii = [](char c) { return static_cast<std::uint8_t>(c) < 0x80; };
+    for (auto at = bytes.begin(); at != bytes.end(); ++at) {
+        const auto run_end = std::find_if_not(at, bytes.end(), is_ascii);
+        utf8.append(at, run_end);
+        at = run_end;
+        if (at == bytes.end()) break;
+        const std::size_t code = static_cast<std::uint8_t>(*at);
         const bool in_block = code - kBlockStart < kWindows1252Block.size();
         AppendUtf8(utf8,
                    in_block ? kWindows1252Block[code - kBlockStart] : static_cast<char32_t>(code));

@@ -15,23 +15,22 @@ import sys
 
 import cairo
 
-from draw_icon import FOLD, FOLD_START, RIM, RIM_START, curve
 from pixels import AMBER, INK, PALE_AMBER, PALE_TEAL, PAPER, TEAL, write_alpha_bitmap
 
-# Width and height of an image and weight of its lines, in pixels, for 100, 125, 150 and 200 %.
-SIZES = ((16, 15, 1), (20, 19, 1), (24, 23, 1.5), (32, 30, 2))
+# Width and height of an image, width of its straight lines (whole pixels) and weight of its curved
+# ones, in pixels, for 100, 125, 150 and 200 %.
+SIZES = ((16, 15, 1, 1), (20, 19, 1, 1.15), (24, 23, 1, 1.35), (32, 30, 2, 2))
 SANS = "Liberation Sans"
 
 
 class Sheet:
     """One image. A cell is named by its column and row, from 0; a line runs through cells."""
 
-    def __init__(self, width, height, weight):
+    def __init__(self, width, height, rule, weight):
         self.surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, width, height)
         self.scale = width / 16
+        self.rule = rule
         self.weight = weight
-        # Straight lines keep to whole pixels; slanted and curved ones take the exact weight.
-        self.rule = round(weight + 0.01)
         self.context = cairo.Context(self.surface)
         self.context.set_line_cap(cairo.LINE_CAP_ROUND)
         self.context.set_line_join(cairo.LINE_JOIN_MITER)
@@ -51,16 +50,37 @@ class Sheet:
         self.context.rectangle(x, y, self.edge(right + 1) - x, self.edge(bottom + 1) - y)
         self.context.fill()
 
+    def square(self, left, top, cells, shade):
+        """Of the same size wherever it lies."""
+        self.context.set_source_rgb(*shade)
+        side = self.edge(cells)
+        self.context.rectangle(self.edge(left), self.edge(top), side, side)
+        self.context.fill()
+
+    def bars(self, tops, shade, cap):
+        """Equal bars at equal distances, each from its row down to the last, under a cap."""
+        width, step = math.floor(2 * self.scale), math.floor(3 * self.scale + 0.4)
+        left = (self.surface.get_width() - step * len(tops) + step - width) // 2
+        for place, top in enumerate(tops):
+            y = self.edge(top)
+            x = left + place * step
+            self.context.set_source_rgb(*shade)
+            self.context.rectangle(x, y, width, self.edge(15) - y)
+            self.context.fill()
+            self.context.set_source_rgb(*cap)
+            self.context.rectangle(x, y - self.rule, width, self.rule)
+            self.context.fill()
+
     def row(self, left, right, y, shade=INK):
         self.context.set_source_rgb(*shade)
         x = self.edge(left)
-        self.context.rectangle(x, self.edge(y), self.edge(right + 1) - x, self.rule)
+        self.context.rectangle(x, self.edge(y), self.edge(right) + self.rule - x, self.rule)
         self.context.fill()
 
     def column(self, x, top, bottom, shade=INK):
         self.context.set_source_rgb(*shade)
         y = self.edge(top)
-        self.context.rectangle(self.edge(x), y, self.rule, self.edge(bottom + 1) - y)
+        self.context.rectangle(self.edge(x), y, self.rule, self.edge(bottom) + self.rule - y)
         self.context.fill()
 
     def finish(self, line, inside, heavier=1.0, straight=False):
@@ -83,11 +103,13 @@ class Sheet:
             self.context.line_to(self.middle(x), self.middle(y))
         if closed:
             self.context.close_path()
-        self.finish(line, inside, heavier)
+        self.finish(line, inside, heavier, straight=heavier == 1.0)
 
     def round(self, left, top, right, bottom, line=INK, inside=None, heavier=1.0):
         """An ellipse whose line runs through these outermost cells."""
         x0, y0, x1, y1 = map(self.middle, (left, top, right, bottom))
+        if right - left == bottom - top:
+            y1 = y0 + x1 - x0
         with self.turned((x0 + x1) / 2, (y0 + y1) / 2, (x1 - x0) / 2, (y1 - y0) / 2):
             self.context.new_sub_path()
             self.context.arc(0, 0, 1, 0, 2 * math.pi)
@@ -100,16 +122,14 @@ class Sheet:
                          math.radians(first), math.radians(last))
         self.finish(line, None, heavier)
 
-    def bend(self, start, *pieces, line=INK, heavier=1.0, dash=None):
+    def bend(self, start, *pieces, line=INK, inside=None, heavier=1.0):
         """A smooth line of Bezier pieces: two control points and an end each, in cells."""
         def place(values):
             return [(v + 0.5) * self.scale for v in values]
         self.context.move_to(*place(start))
         for piece in pieces:
             self.context.curve_to(*place(piece))
-        self.context.set_dash([d * self.scale for d in dash or ()])
-        self.finish(line, None, heavier)
-        self.context.set_dash([])
+        self.finish(line, inside, heavier)
 
     def text(self, letters, x, baseline, size, shade=INK, bold=True, slant=False, face=SANS):
         """Letters centred on the middle of the sheet's column x; size in cells."""
@@ -118,7 +138,8 @@ class Sheet:
             cairo.FONT_WEIGHT_BOLD if bold else cairo.FONT_WEIGHT_NORMAL)
         options = cairo.FontOptions()
         options.set_antialias(cairo.ANTIALIAS_GRAY)
-        options.set_hint_style(cairo.HINT_STYLE_NONE if slant else cairo.HINT_STYLE_FULL)
+        options.set_hint_style(
+            cairo.HINT_STYLE_FULL if self.scale == 1 else cairo.HINT_STYLE_SLIGHT)
         self.context.set_font_options(options)
         self.context.set_font_size(round(size * self.scale))
         extents = self.context.text_extents(letters)
@@ -127,6 +148,13 @@ class Sheet:
         self.context.set_source_rgb(*shade)
         self.context.show_text(letters)
         self.context.new_path()
+
+    @contextlib.contextmanager
+    def cleared(self):
+        """What is drawn inside becomes transparent: a gap around what comes in front."""
+        self.context.set_operator(cairo.OPERATOR_CLEAR)
+        yield
+        self.context.set_operator(cairo.OPERATOR_OVER)
 
     @contextlib.contextmanager
     def turned(self, x, y, wide, high):
@@ -155,23 +183,22 @@ def calendar(sheet, head, letter, baseline):
     sheet.text(letter, 7.5, baseline, 10)
 
 
-def ear(sheet, left, top, size):
-    """The ear of the program's icon, its square of 100 put at a cell."""
-    with sheet.turned(left * sheet.scale, top * sheet.scale, *[sheet.scale * size / 100] * 2):
-        curve(sheet.context, RIM_START, RIM)
-    sheet.finish(INK, None, 1.25)
-    with sheet.turned(left * sheet.scale, top * sheet.scale, *[sheet.scale * size / 100] * 2):
-        curve(sheet.context, FOLD_START, FOLD)
-    sheet.finish(INK, None)
+def ear(sheet):
+    sheet.bend((2, 11), (3.5, 15, 6.5, 13.5, 7, 11), (7.5, 8.5, 8.5, 8.5, 9.5, 6),
+               (10.5, 3.5, 9.5, 0, 6, 0), (3, 0, 1, 2, 1.5, 5.5), (1.7, 7.5, 1.5, 9, 2, 11),
+               inside=PALE_AMBER)
+    sheet.bend((4, 5), (4, 2, 7.2, 2, 7.2, 4.5), (7, 6.5, 5, 6.5, 5, 9))
 
 
 def earmuff(sheet, left, right, top, cup, inside):
     """Headband over two cups; cup is the row at which they begin."""
-    middle, radius = (left + right) / 2, (right - left) / 2 - 1.5
-    sheet.bend((middle - radius, cup), (middle - radius, top - 1.2, middle + radius, top - 1.2,
+    middle, radius = (left + right) / 2, (right - left) / 2 - 2
+    sheet.bend((middle - radius, cup), (middle - radius, top - 1.5, middle + radius, top - 1.5,
                                         middle + radius, cup), heavier=1.5)
-    for x in (left, right - 3):
-        sheet.box(x, cup, x + 3, cup + 6, inside=inside)
+    for x, inner in ((left, left + 4), (right, right - 4)):
+        outer = 1 if x < inner else -1
+        sheet.path(((inner, cup), (inner, cup + 7), (x + outer, cup + 7), (x, cup + 6),
+                    (x, cup + 1), (x + outer, cup)), inside=inside, closed=True)
 
 
 def loss_axes(sheet):
@@ -185,13 +212,22 @@ def axes(sheet):
     sheet.row(1, 15, 13)
 
 
-def age_curve(sheet, shade):
-    sheet.bend((1.5, 2.5), (7, 3, 11, 5.5, 14.5, 12.5), line=shade, heavier=1.5)
+def person(sheet, x, top, shade):
+    """Head and shoulders, x being the left one of the two middle columns."""
+    sheet.round(x - 1, top, x + 2, top + 3, line=shade, inside=shade)
+    sheet.path(((x - 3, top + 10), (x - 3, top + 7), (x - 1, top + 5), (x + 2, top + 5),
+                (x + 4, top + 7), (x + 4, top + 10)), line=shade, inside=shade, closed=True)
 
 
-def noise_curve(sheet, shade):
-    sheet.bend((1.5, 2.5), (8, 2.5, 8, 4, 9.5, 8), (11, 12, 12, 11.5, 14.5, 5.5), line=shade,
+def noise_curve(sheet):
+    sheet.bend((1.5, 2.5), (9, 2.5, 9, 4, 10.5, 8.5), (11.5, 12, 12.5, 11.5, 14.5, 5.5), line=AMBER,
                heavier=1.5)
+
+
+def loudspeaker(sheet, left, top):
+    sheet.path(((left, top + 2), (left + 1, top + 2), (left + 3, top), (left + 3, top + 6),
+                (left + 1, top + 4), (left, top + 4)), inside=INK, closed=True)
+    sheet.arc(left + 3, top + 3, 2.5, -45, 45)
 
 
 # --- Main toolbar ---
@@ -283,28 +319,25 @@ def weekly_level(sheet):
 
 
 def group_level(sheet):
-    for x in (1, 11):
-        sheet.round(x, 3, x + 3, 6, inside=PALE_TEAL)
-        sheet.path(((x - 1, 12), (x - 1, 10), (x, 8), (x + 3, 8), (x + 4, 10), (x + 4, 12)),
-                   inside=PALE_TEAL, closed=True)
-    sheet.round(6, 1, 9, 4, inside=PALE_AMBER)
-    sheet.path(((4, 14), (4, 9), (5, 7), (10, 7), (11, 9), (11, 14)), inside=PALE_AMBER,
-               closed=True)
+    person(sheet, 3, 0, TEAL)
+    person(sheet, 11, 0, TEAL)
+    with sheet.cleared():
+        sheet.fill(3, 8, 12, 14, INK)
+        sheet.round(5, 3, 10, 8, inside=INK)
+    person(sheet, 7, 4, AMBER)
 
 
 def uncertainty(sheet):
     sheet.row(0, 15, 13)
-    sheet.bend((0.5, 11.5), (5, 11.5, 4.5, 1.5, 7.5, 1.5), (10.5, 1.5, 10, 11.5, 14.5, 11.5),
+    sheet.bend((0.5, 11.5), (4, 11.5, 3, 2.5, 5.5, 2.5), (8, 2.5, 7, 11.5, 11, 11.5),
                line=TEAL, heavier=1.5)
-    sheet.row(11, 15, 3, AMBER)
-    sheet.column(13, 1, 5, AMBER)
-    sheet.row(11, 15, 7, AMBER)
+    sheet.row(10, 14, 3, AMBER)
+    sheet.column(12, 1, 5, AMBER)
+    sheet.row(10, 14, 7, AMBER)
 
 
 def noise_spectrum(sheet):
-    for x, top, peak in ((0, 9, 8), (3, 5, 4), (6, 2, 1), (9, 4, 3), (12, 7, 6)):
-        sheet.fill(x, top, x + 1, 13, TEAL)
-        sheet.fill(x, peak, x + 1, peak, AMBER)
+    sheet.bars((9, 5, 2, 4, 7), TEAL, AMBER)
 
 
 def attenuation(sheet):
@@ -312,45 +345,50 @@ def attenuation(sheet):
 
 
 def protector_choice(sheet):
-    earmuff(sheet, 0, 11, 0, 5, PALE_TEAL)
-    sheet.path(((6, 10), (9, 13), (14, 5)), line=PAPER, heavier=4)
-    sheet.path(((6, 10), (9, 13), (14, 5)), line=AMBER, heavier=2)
+    earmuff(sheet, 0, 12, 0, 5, PALE_TEAL)
+    tick = ((6, 10), (9, 13), (14, 5))
+    with sheet.cleared():
+        sheet.path(tick, heavier=4)
+    sheet.path(tick, line=AMBER, heavier=2)
 
 
 def damage(sheet):
-    ear(sheet, -7, -2, 18)
-    sheet.path(((13, 0), (10, 6), (14, 6), (10, 14)), line=AMBER, heavier=1.5)
+    ear(sheet)
+    sheet.path(((14, 0), (11, 6), (14, 6), (11, 14)), line=AMBER, heavier=1.5)
 
 
 def noise_shift(sheet):
     loss_axes(sheet)
-    noise_curve(sheet, AMBER)
+    noise_curve(sheet)
+    loudspeaker(sheet, 2, 7)
 
 
 def age_threshold(sheet):
     loss_axes(sheet)
-    age_curve(sheet, TEAL)
+    sheet.bend((1.5, 2.5), (7, 3, 11, 5.5, 14.5, 12.5), line=TEAL, heavier=1.5)
     sheet.path(((2, 7), (6, 7), (2, 13), (6, 13)), inside=PALE_AMBER, closed=True)
 
 
 def age_and_noise_threshold(sheet):
     loss_axes(sheet)
-    age_curve(sheet, TEAL)
-    noise_curve(sheet, AMBER)
+    sheet.bend((1.5, 2.5), (7, 2.5, 11, 3.5, 14.5, 6.5), line=TEAL, heavier=1.5)
+    sheet.bend((1.5, 5), (8, 5, 8, 8, 9.5, 11), (11, 14, 12, 14, 14.5, 10.5), line=AMBER,
+               heavier=1.5)
 
 
 def prediction(sheet):
     axes(sheet)
-    sheet.bend((2.5, 11.5), (5, 11, 6, 9, 7, 7), line=INK, heavier=1.5)
-    sheet.bend((7, 7), (8.5, 4, 11, 2, 14.5, 1), line=TEAL, heavier=1.5, dash=(1, 2))
-    sheet.bend((7, 7), (9, 5.5, 11, 5.5, 14.5, 5.5), line=AMBER, heavier=1.5, dash=(1, 2))
+    sheet.bend((2.5, 11.5), (4, 11, 5, 9.5, 6, 8), line=INK, heavier=1.5)
+    for x, high, low in ((8, 4, 7), (11, 2, 6), (14, 0, 6)):
+        sheet.square(x, high, 2, TEAL)
+        sheet.square(x, low, 2, AMBER)
 
 
 def damage_evolution(sheet):
     sheet.path(((1, 14), (1, 12), (5, 12), (5, 9), (9, 9), (9, 6), (14, 6), (14, 14)),
                inside=PALE_TEAL, closed=True)
     sheet.path(((1, 8), (8, 1)), line=AMBER, heavier=1.5)
-    sheet.path(((4, 1), (8, 1), (8, 5)), line=AMBER, heavier=1.5)
+    sheet.path(((4, 1), (8, 1), (8, 5)), line=AMBER)
 
 
 def risk(sheet):
@@ -374,7 +412,7 @@ def loss_by_time(sheet):
 def loss_by_level(sheet):
     axes(sheet)
     sheet.bend((2, 12), (9, 12, 13, 8, 15, 1), line=TEAL, heavier=1.5)
-    sheet.arc(3, 5, 3, -50, 50, AMBER)
+    loudspeaker(sheet, 3, 1)
 
 
 # --- Formatting toolbar ---
@@ -385,12 +423,12 @@ def bold(sheet):
 
 
 def italic(sheet):
-    sheet.text("C", 7.5, 12, 15, slant=True, bold=False)
+    sheet.text("C", 7.5, 12, 15, slant=True)
 
 
 def underline(sheet):
-    sheet.text("S", 7.5, 10, 13, bold=False)
-    sheet.row(3, 12, 13, TEAL)
+    sheet.text("S", 7.5, 10, 14)
+    sheet.row(2, 13, 13, TEAL)
 
 
 def text_colour(sheet):
@@ -417,13 +455,18 @@ def align_right(sheet):
 
 def word_wrap(sheet):
     sheet.row(1, 14, 1)
-    sheet.row(1, 10, 5)
-    sheet.row(1, 6, 9)
+    sheet.row(1, 9, 5)
+    sheet.row(11, 14, 5, TEAL)
+    sheet.column(14, 5, 9, TEAL)
+    sheet.row(8, 14, 9, TEAL)
+    sheet.path(((10, 7), (8, 9), (10, 11)), line=TEAL)
+    sheet.row(1, 5, 9)
+    sheet.row(1, 14, 13)
 
 
 def bullets(sheet):
     for y in (1, 6, 11):
-        sheet.fill(1, y, 3, y + 2, TEAL)
+        sheet.square(1, y, 3, TEAL)
         sheet.row(6, 14, y + 1)
 
 
@@ -438,8 +481,8 @@ def subscript(sheet):
 
 
 def font(sheet):
-    sheet.text("A", 5, 12, 14)
-    sheet.text("a", 12, 12, 11, TEAL)
+    sheet.text("A", 4.5, 12, 14)
+    sheet.text("a", 12.5, 12, 11, TEAL)
 
 
 TOOLBAR = (
@@ -454,11 +497,11 @@ FORMAT = (
 )
 
 
-def strip(images, width, height, weight):
+def strip(images, width, height, rule, weight):
     surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, width * len(images), height)
     context = cairo.Context(surface)
     for place, draw in enumerate(images):
-        sheet = Sheet(width, height, weight)
+        sheet = Sheet(width, height, rule, weight)
         draw(sheet)
         context.set_source_surface(sheet.surface, place * width, 0)
         context.paint()
@@ -468,8 +511,8 @@ def strip(images, width, height, weight):
 def main():
     resources = pathlib.Path(__file__).resolve().parent.parent
     for name, images in (("toolbar", TOOLBAR), ("format", FORMAT)):
-        for width, height, weight in SIZES:
-            surface = strip(images, width, height, weight)
+        for width, height, rule, weight in SIZES:
+            surface = strip(images, width, height, rule, weight)
             write_alpha_bitmap(resources / f"{name}_{width}.bmp", surface)
             if len(sys.argv) > 1:
                 surface.write_to_png(str(pathlib.Path(sys.argv[1]) / f"{name}_{width}.png"))

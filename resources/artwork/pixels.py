@@ -1,5 +1,7 @@
 """What the drawings share: their colours and the bitmap files they are written to."""
 
+import collections
+import functools
 import struct
 
 
@@ -51,3 +53,59 @@ def write_colour_bitmap(path, surface):
     """24 bits; the surface is opaque."""
     rows = [b"".join(bytes(dot[:3]) for dot in row) for row in straight_alpha(surface)]
     write_bitmap(path, surface.get_width(), 24, rows)
+
+
+def spread(shades):
+    """The channel along which colours differ most, and by how much."""
+    return max((max(s[c] for s in shades) - min(s[c] for s in shades), c) for c in range(3))
+
+
+def choose_palette(counts, size):
+    """Median cut: halves the box that differs most until there are as many as colours wanted."""
+    boxes = [list(counts)]
+    while len(boxes) < size:
+        (width, channel), box = max(((spread(b), b) for b in boxes), key=lambda pair: pair[0])
+        if not width:
+            break
+        boxes.remove(box)
+        box.sort(key=lambda shade: shade[channel])
+        half, seen = sum(counts[s] for s in box) / 2, 0
+        for cut, shade in enumerate(box[:-1], 1):
+            seen += counts[shade]
+            if seen >= half:
+                break
+        boxes += [box[:cut], box[cut:]]
+    palette = []
+    for box in boxes:
+        total = sum(counts[s] for s in box)
+        palette.append(tuple(round(sum(s[c] * counts[s] for s in box) / total)
+                             for c in range(3)))
+    return palette
+
+
+def write_palette_bitmap(path, surface):
+    """8 bits, in 256 colours chosen from those of the opaque surface, errors spread around."""
+    picture = [[dot[:3] for dot in row] for row in straight_alpha(surface)]
+    counts = collections.Counter(dot for row in picture for dot in row)
+    palette = choose_palette(counts, 256)
+    nearest = functools.lru_cache(maxsize=None)(lambda shade: min(
+        range(len(palette)), key=lambda i: sum((a - b) ** 2 for a, b in zip(palette[i], shade))))
+    width = len(picture[0])
+    carried = [[0.0] * 3 for _ in range(width + 2)]
+    rows = []
+    for dots in picture:
+        below = [[0.0] * 3 for _ in range(width + 2)]
+        row = bytearray()
+        for x, dot in enumerate(dots, 1):
+            wanted = [min(255.0, max(0.0, c + e)) for c, e in zip(dot, carried[x])]
+            index = nearest(tuple(map(round, wanted)))
+            row.append(index)
+            for c in range(3):
+                error = wanted[c] - palette[index][c]
+                carried[x + 1][c] += error * 7 / 16
+                below[x - 1][c] += error * 3 / 16
+                below[x][c] += error * 5 / 16
+                below[x + 1][c] += error / 16
+        rows.append(bytes(row))
+        carried = below
+    write_bitmap(path, width, 8, rows, palette)

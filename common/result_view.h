@@ -1,0 +1,38 @@
+// The results of a hearing-damage dialog, as the main window shows them instead of the document.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/canvas.h"
+
+namespace tonvale {
+
+enum class ViewKind { kTable, kChart, kAudiogram };
+
+struct DrawingStyle {
+    bool use_color = true;    // else everything is black, as on a two-colour printer
+    int selected_curve = -1;  // index of the one curve to draw; -1: all
+};
+
+// Draws and tells what is current when it is called: a view holds no copy of the results.
+class ResultView {
+  public:
+    virtual ~ResultView() = default;
+    // Every view has a table; the others may be missing.
+    virtual bool Has(ViewKind kind) const = 0;
+    // Text of the menu item, with its access key ("&Grafico"), and of the button's tip.
+    virtual std::string_view MenuText(ViewKind kind) const = 0;
+    virtual std::string_view TipText(ViewKind kind) const = 0;
+    // What the right-button menu offers to pick one of; empty when there is nothing to pick.
+    virtual std::vector<std::string> CurveNames(ViewKind kind) const = 0;
+    // Draws within `area` in the canvas's current font; an area without width or height gets
+    // nothing.
+    virtual void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
+                      const DrawingStyle& style) const = 0;
+    // The table for the clipboard and for .csv files, lines ended by CR LF.
+    virtual std::string TableText(std::string_view list_separator) const = 0;
+};
+
+}  // namespace tonvale

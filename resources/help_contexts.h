@@ -1,0 +1,102 @@
+// Help context numbers: every topic of resources/help/tonvale.hlp and every place in one that
+// explains a control. The help tables of the dialogs use these names.
+#pragma once
+
+namespace tonvale {
+
+inline constexpr unsigned long kHelpIndex = 0;
+
+// Main window, document, files.
+inline constexpr unsigned long kHelpMainWindow = 110010;
+inline constexpr unsigned long kHelpCalculatorMenu = 110015;  // FILE_OPERATION
+inline constexpr unsigned long kHelpTypingNumbers = 110020;
+inline constexpr unsigned long kHelpUsingHelp = 110025;
+inline constexpr unsigned long kHelpReportDocument = 110030;
+inline constexpr unsigned long kHelpDocumentFormatting = 110035;
+inline constexpr unsigned long kHelpPrinting = 110040;
+inline constexpr unsigned long kHelpPageSetup = 110041;
+inline constexpr unsigned long kHelpDataFiles = 110050;
+inline constexpr unsigned long kHelpFileNotes = 110051;  // IDD_ADDENDUM
+inline constexpr unsigned long kHelpCompanion = 110060;
+inline constexpr unsigned long kHelpExposureQuantities = 110070;
+
+// ADDNOTES
+inline constexpr unsigned long kHelpPrintNotes = 110045;
+inline constexpr unsigned long kHelpPrintNotesText = 110046;
+inline constexpr unsigned long kHelpPrintNotesConfirm = 110047;
+inline constexpr unsigned long kHelpPrintNotesSkip = 110048;
+inline constexpr unsigned long kHelpPrintNotesCancel = 110049;
+
+// LEPD
+inline constexpr unsigned long kHelpDailyExposure = 100110;
+inline constexpr unsigned long kHelpDailyItems = 110111;
+inline constexpr unsigned long kHelpDailyAdd = 110112;
+inline constexpr unsigned long kHelpDailyModify = 110113;
+inline constexpr unsigned long kHelpDailyDelete = 110114;
+inline constexpr unsigned long kHelpDailyTimeUnit = 110115;
+inline constexpr unsigned long kHelpDailyEquivalentLevel = 110116;
+inline constexpr unsigned long kHelpDailyTotalTime = 110117;
+inline constexpr unsigned long kHelpDailyLevel = 110118;
+inline constexpr unsigned long kHelpDailyNotes = 110119;
+inline constexpr unsigned long kHelpDailyStatusBar = 110120;
+
+// ADD_LEPD
+inline constexpr unsigned long kHelpExposureItem = 110130;
+inline constexpr unsigned long kHelpExposureItemLevel = 110131;
+inline constexpr unsigned long kHelpExposureItemReadLevel = 110132;
+inline constexpr unsigned long kHelpExposureItemTime = 110133;
+inline constexpr unsigned long kHelpExposureItemConfirm = 110134;
+inline constexpr unsigned long kHelpExposureItemCancel = 110135;
+
+// LEPW
+inline constexpr unsigned long kHelpWeeklyExposure = 100115;
+inline constexpr unsigned long kHelpWeeklyDays = 264765752;
+inline constexpr unsigned long kHelpWeeklyModify = 269418808;
+inline constexpr unsigned long kHelpWeeklyLevel = 282132792;
+inline constexpr unsigned long kHelpWeeklyNotes = 550830392;
+inline constexpr unsigned long kHelpWeeklyStatusBar = 103350383;
+
+// EDIT_LEPW
+inline constexpr unsigned long kHelpWeekday = 110140;
+inline constexpr unsigned long kHelpWeekdayName = 268042941;
+inline constexpr unsigned long kHelpWeekdayLevel = 266076861;
+inline constexpr unsigned long kHelpWeekdayReadLevel = 100660;
+inline constexpr unsigned long kHelpWeekdayModify = 269484743;
+inline constexpr unsigned long kHelpWeekdayDelete = 269484733;
+inline constexpr unsigned long kHelpWeekdayCancel = 269484753;
+
+// The dialog NIPTS, one topic for each quantity, and its views.
+inline constexpr unsigned long kHelpHearingModel = 110180;
+inline constexpr unsigned long kHelpNipts = 100185;
+inline constexpr unsigned long kHelpHtla = 100190;
+inline constexpr unsigned long kHelpHtlan = 100195;
+inline constexpr unsigned long kHelpHearingDialog = 110185;
+inline constexpr unsigned long kHelpHearingYears = 110186;
+inline constexpr unsigned long kHelpHearingLevel = 110187;
+inline constexpr unsigned long kHelpHearingAge = 110188;
+inline constexpr unsigned long kHelpHearingTableNew = 110189;
+inline constexpr unsigned long kHelpHearingTableOld = 110190;
+inline constexpr unsigned long kHelpHearingTableBiological = 110191;
+inline constexpr unsigned long kHelpHearingMale = 110192;
+inline constexpr unsigned long kHelpHearingFemale = 110193;
+inline constexpr unsigned long kHelpHearingQuantity = 110194;
+inline constexpr unsigned long kHelpHearingStatusBar = 110195;
+inline constexpr unsigned long kHelpHearingConfirm = 110196;
+inline constexpr unsigned long kHelpHearingClose = 110197;
+inline constexpr unsigned long kHelpHearingViews = 110198;
+inline constexpr unsigned long kHelpHearingTable = 110199;
+inline constexpr unsigned long kHelpHearingChart = 110200;
+inline constexpr unsigned long kHelpHearingAudiogram = 110201;
+
+// CONFRONTO
+inline constexpr unsigned long kHelpPredictions = 100200;
+inline constexpr unsigned long kHelpPredictionsFractile = 110211;
+inline constexpr unsigned long kHelpPredictionsFrequency = 110212;
+inline constexpr unsigned long kHelpPredictionsLevel = 110213;
+inline constexpr unsigned long kHelpPredictionsStatusBar = 110214;
+inline constexpr unsigned long kHelpPredictionsConfirm = 110215;
+inline constexpr unsigned long kHelpPredictionsClose = 110216;
+inline constexpr unsigned long kHelpPredictionsTime = 110217;
+inline constexpr unsigned long kHelpPredictionsLevels = 110218;
+
+}  // namespace tonvale
