@@ -24,7 +24,7 @@ DEEP = (0x07 / 255, 0x2A / 255, 0x43 / 255)
 SANS = "Liberation Sans"
 
 # The audiogram under the name: frequencies go right in octaves, loss downwards.
-PLOT = (36, 168, 226, 84)
+PLOT = (36, 168, 216, 84)
 LOSS = (10, 12, 15, 24, 46, 62, 44)
 LOSS_OTHER_EAR = (6, 8, 9, 14, 28, 42, 33)
 DEEPEST_LOSS = 80
@@ -140,7 +140,7 @@ def draw(scale):
     background(context)
     size, left, top = 236, 232, 18
     x, y = (left + WAVE_CENTRE[0] * size / 100, top + WAVE_CENTRE[1] * size / 100)
-    sound(context, x, y, (26, 46, 66, 86, 106), 0.95)
+    sound(context, x, y, (26, 44, 62, 80), 0.95)
     ear(context, left, top, size)
     audiogram(context)
     lettering(context)

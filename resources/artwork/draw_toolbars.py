@@ -131,11 +131,11 @@ class Sheet:
             self.context.curve_to(*place(piece))
         self.finish(line, inside, heavier)
 
-    def text(self, letters, x, baseline, size, shade=INK, bold=True, slant=False, face=SANS):
+    def text(self, letters, x, baseline, size, shade=INK, slant=False):
         """Letters centred on the middle of the sheet's column x; size in cells."""
         self.context.select_font_face(
-            face, cairo.FONT_SLANT_ITALIC if slant else cairo.FONT_SLANT_NORMAL,
-            cairo.FONT_WEIGHT_BOLD if bold else cairo.FONT_WEIGHT_NORMAL)
+            SANS, cairo.FONT_SLANT_ITALIC if slant else cairo.FONT_SLANT_NORMAL,
+            cairo.FONT_WEIGHT_BOLD)
         options = cairo.FontOptions()
         options.set_antialias(cairo.ANTIALIAS_GRAY)
         options.set_hint_style(
