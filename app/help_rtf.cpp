@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -23,8 +24,10 @@ constexpr std::string_view kPlainLook = "\\f0\\fs20 ";
 constexpr char16_t kBullet = 0x2022;
 
 // Widths in twips, for text of 10 points.
-constexpr int kCharacterWidth = 105;
+constexpr int kCharacterWidth = 115;
 constexpr int kColumnGap = 240;
+constexpr std::size_t kMaxColumnCharacters = 60;
+constexpr std::size_t kMaxColumns = 32;  // as many tab stops as a rich-edit control takes
 
 // How a kind of block looks: its paragraph and its characters.
 struct BlockLook {
@@ -36,7 +39,7 @@ struct BlockLook {
 constexpr std::array<BlockLook, 7> kLooks{{
     {"\\sb200\\sa80 ", "\\f0\\fs26\\b\\cf2 "},
     {"\\sb120\\sa60 ", "\\f0\\fs22\\b\\cf2 "},
-    {"\\sa100 ", kPlainLook},
+    {"\\sb40\\sa80 ", kPlainLook},
     {"\\fi-240\\li360\\tx360\\sa60 ", kPlainLook},
     {"\\sb60\\sa40 ", "\\f0\\fs20\\b "},
     {"\\sa20 ", kPlainLook},
@@ -138,16 +141,21 @@ HelpRtf RtfWriter::Take() {
     return std::move(result_);
 }
 
+std::size_t CellWidth(const HelpText& cell) {
+    const std::size_t width = CharacterCount(PlainText({HelpBlockKind::kTableRow, {cell}}));
+    return std::min(width, kMaxColumnCharacters);
+}
+
 // Where the columns behind the first begin, in twips, from the widest cell of each.
 std::vector<int> ColumnStarts(const std::vector<HelpBlock>& blocks, std::size_t first,
                               std::size_t end) {
     std::vector<std::size_t> widths;
     for (std::size_t i = first; i < end; ++i) {
         const std::vector<HelpText>& cells = blocks[i].cells;
-        if (cells.size() > widths.size()) widths.resize(cells.size());
-        for (std::size_t column = 0; column < cells.size(); ++column) {
-            const HelpBlock cell{blocks[i].kind, {cells[column]}};
-            widths[column] = std::max(widths[column], CharacterCount(PlainText(cell)));
+        const std::size_t columns = std::min(cells.size(), kMaxColumns);
+        if (columns > widths.size()) widths.resize(columns);
+        for (std::size_t column = 0; column < columns; ++column) {
+            widths[column] = std::max(widths[column], CellWidth(cells[column]));
         }
     }
     std::vector<int> starts;

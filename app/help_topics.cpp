@@ -62,7 +62,9 @@ class InlineParser {
 
 bool InlineParser::CanOpen(std::size_t i) const {
     if (i > 0 && IsAsciiAlphanumeric(text_[i - 1])) return false;
-    return i + 1 < text_.size() && (IsAsciiAlphanumeric(text_[i + 1]) || IsHighByte(text_[i + 1]));
+    if (i + 1 == text_.size()) return false;
+    const char next = text_[i + 1];
+    return IsAsciiAlphanumeric(next) || IsHighByte(next) || next == '[';
 }
 
 bool InlineParser::CanClose(std::size_t i) const {

@@ -5,7 +5,8 @@
 //   @context 110111          the next block is what this number shows
 //   # Heading                ## Smaller heading
 //   - bullet                 goes on in the lines below it
-//   | cell | cell |          row of a table; "|---|---|" below makes it the header
+//   | cell | cell |          row of a table; "|---|---|" below makes it the header. The "|" of a
+//                            link parts no cells, nor does "\|"
 //       formula              four blanks: kept as it is, in a fixed-pitch font
 //   any other line           paragraph, up to an empty line or another kind of line
 // Inside a text: *bold*, _italic_, [[100115|words that lead to this context]], \* for a plain "*".

@@ -3,37 +3,34 @@
 #include <optional>
 #include <string>
 
-#include "common/dialog_win.h"
-#include "common/file_dialogs_win.h"
-#include "common/file_kinds.h"
-#include "common/numbers.h"
-#include "common/text.h"
 #include "common/unicode_win.h"
+#include "exposure/level_item_dialog.h"
 #include "exposure/time_unit.h"
+#include "exposure/typed_value.h"
+#include "resources/help_contexts.h"
 #include "resources/resource.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr unsigned long kHelpTopic = 100110;
-
 constexpr ControlTip kTips[] = {
     {IDC_TIME_EDIT, L"Tempo d'esposizione"},
     {IDC_LEVEL_EDIT, L"Livello equivalente"},
-    {IDC_READ_LEVEL, L"Carica il valore del livello da un file"},
+    kReadLevelTip,
     {IDOK, L"Aggiunge / Modifica / Elimina un elemento della lista"},
-    {IDCANCEL, L"Annulla l'operazione e chiude la finestra di dialogo"},
+    kCancelTip,
 };
 
 constexpr ControlTextLimit kTextLimits[] = {
-    {IDC_LEVEL_EDIT, kMaxValueCharacters},
+    kLevelLimit,
     {IDC_TIME_EDIT, kMaxValueCharacters},
 };
 
 constexpr ControlHelp kHelp[] = {
-    {IDC_LEVEL_EDIT, kHelpTopic}, {IDC_TIME_LABEL, kHelpTopic}, {IDC_TIME_EDIT, kHelpTopic},
-    {IDC_READ_LEVEL, kHelpTopic}, {IDOK, kHelpTopic},           {IDCANCEL, kHelpTopic},
+    {IDC_LEVEL_EDIT, kHelpExposureItemLevel}, {IDC_TIME_LABEL, kHelpExposureItemTime},
+    {IDC_TIME_EDIT, kHelpExposureItemTime},   {IDC_READ_LEVEL, kHelpExposureItemReadLevel},
+    {IDOK, kHelpExposureItemConfirm},         {IDCANCEL, kHelpExposureItemCancel},
 };
 
 constexpr DialogDescription kDescription = {
@@ -41,7 +38,7 @@ constexpr DialogDescription kDescription = {
     .tips = kTips,
     .text_limits = kTextLimits,
     .help = kHelp,
-    .main_help_context = kHelpTopic,
+    .main_help_context = kHelpExposureItem,
     .help_file = nullptr,
     .accepts_files = true,
 };
@@ -59,11 +56,14 @@ std::string_view ActionName(ExposureItemAction action) {
     return "Elimina";
 }
 
-class ExposureItemDialog : public Dialog {
+class ExposureItemDialog : public LevelItemDialog {
   public:
     ExposureItemDialog(AppContext& app, ExposureItemAction action, int time_unit,
                        ExposureItem& item)
-        : Dialog(app, kDescription), action_(action), time_unit_(time_unit), item_(item) {}
+        : LevelItemDialog(app, kDescription, kLevelOfSpectrum),
+          action_(action),
+          time_unit_(time_unit),
+          item_(item) {}
 
   protected:
     bool OnInit() override;
@@ -73,9 +73,6 @@ class ExposureItemDialog : public Dialog {
   private:
     bool deletes() const { return action_ == ExposureItemAction::kDelete; }
     void Confirm();
-    void ConfirmDeletion();
-    void TakeLevel(const std::optional<std::string>& level_dba);
-    void FocusOnField(int id);
 
     ExposureItemAction action_;
     int time_unit_;
@@ -97,53 +94,28 @@ bool ExposureItemDialog::OnInit() {
 }
 
 bool ExposureItemDialog::OnCommand(int id, int notification) {
-    switch (id) {
-        case IDC_READ_LEVEL:
-            TakeLevel(ReadSpectrumLevel(app(), window()));
-            return true;
-        case IDOK:
-            if (deletes()) {
-                ConfirmDeletion();
-            } else {
-                Confirm();
-            }
-            return true;
-        default:
-            return Dialog::OnCommand(id, notification);
+    if (id != IDOK) return LevelItemDialog::OnCommand(id, notification);
+    if (!deletes()) {
+        Confirm();
+    } else if (ConfirmsDeletion()) {
+        End(IDOK);
     }
+    return true;
 }
 
 void ExposureItemDialog::OnDrop(const std::string& path) {
-    const FileKindInfo* info = FileKindOfPath(path);
-    if (deletes() || !info || info->kind != FileKind::kSpr) return;
-    TakeLevel(ReadHeaderValue(*app().files, path, FileKind::kSpr, "LAEQ"));
+    if (!deletes()) LevelItemDialog::OnDrop(path);
 }
 
 void ExposureItemDialog::Confirm() {
     const ExposureItem typed{ControlText(IDC_LEVEL_EDIT, kMaxValueCharacters),
                              ControlText(IDC_TIME_EDIT, kMaxValueCharacters)};
     if (const std::optional<UserMessage> refusal = CheckExposureItem(typed)) {
-        ShowMessage(*refusal);
-        FocusOnField(ParseNumber(typed.level_dba) == 0 ? IDC_LEVEL_EDIT : IDC_TIME_EDIT);
+        Refuse(*refusal, CheckTypedLevel(typed.level_dba) ? IDC_LEVEL_EDIT : IDC_TIME_EDIT);
         return;
     }
     item_ = typed;
     End(IDOK);
-}
-
-void ExposureItemDialog::ConfirmDeletion() {
-    const UserMessage question{"Conferma operazione",
-                               "Sei sicuro di voler eliminare questo elemento dalla lista?"};
-    if (ShowMessage(question, MB_YESNOCANCEL) == IDYES) End(IDOK);
-}
-
-void ExposureItemDialog::TakeLevel(const std::optional<std::string>& level_dba) {
-    if (level_dba) SetControlText(IDC_LEVEL_EDIT, *level_dba);
-}
-
-void ExposureItemDialog::FocusOnField(int id) {
-    SetFocus(Control(id));
-    SendMessageW(Control(id), EM_SETSEL, 0, -1);
 }
 
 }  // namespace

@@ -1,0 +1,377 @@
+#include "app/help_topics.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "app/help_rtf.h"
+#include "common/numbers.h"
+#include "common/profile_file.h"
+#include "common/text.h"
+#include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
+#include "resources/help_contexts.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+std::string ReadSource(const std::string& path) {
+    const char* examples = std::getenv("TONVALE_EXAMPLES");
+    std::ifstream stream(std::string(examples ? examples : "examples") + "/../" + path,
+                         std::ios::binary);
+    if (!stream) throw std::runtime_error("cannot read " + path);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+const HelpBook& Guide() {
+    static const HelpBook book = HelpBook::Parse(ReadSource("resources/help/tonvale.hlp"));
+    return book;
+}
+
+// "b:text" for bold, "i:" for italic, "7:" for a link, parts by "/".
+std::string Describe(const HelpText& text) {
+    std::string description;
+    for (const HelpSpan& span : text) {
+        if (!description.empty()) description += '/';
+        if (span.bold) description += "b:";
+        if (span.italic) description += "i:";
+        if (span.link) description += std::to_string(*span.link) + ":";
+        description += span.text;
+    }
+    return description;
+}
+
+std::vector<std::string> Describe(const std::vector<HelpBlock>& blocks) {
+    constexpr const char* kKinds[] = {"#", "##", "", "-", "|h", "|", ">"};
+    std::vector<std::string> descriptions;
+    for (const HelpBlock& block : blocks) {
+        std::string description = kKinds[static_cast<int>(block.kind)];
+        for (const HelpText& cell : block.cells) description += "[" + Describe(cell) + "]";
+        descriptions.push_back(description);
+    }
+    return descriptions;
+}
+
+std::string DescribeText(const std::string& text) {
+    return Describe(HelpBook::Parse("@topic 1 T\n" + text).topics().at(0).blocks).at(0);
+}
+
+TEST(HelpTopics, ReadsTopicsAndBlocks) {
+    const HelpBook book = HelpBook::Parse(
+        "\xEF\xBB\xBFpreface\n@context 9\n@topic 10  Primo \r\nuna riga\r\n  continua\r\n\r\n"
+        "altra\n# Titolo\n## Minore\n- voce\n  lunga\n- seconda\n    a = b\n      rientrata\n"
+        "| x | y |\n|---|:-:|\n| 1 | [[10|v]] |\n|| solo\n@context 11\nancora\n"
+        "@subtopic 20 Secondo\n@context 21\n@topic senza numero\n@context 22 resto\n@altro\n");
+    ASSERT_EQ(book.topics().size(), 2U);
+    const HelpTopic& first = book.topics()[0];
+    EXPECT_EQ(first.context, 10U);
+    EXPECT_EQ(first.title, "Primo");
+    EXPECT_EQ(first.level, 0);
+    EXPECT_THAT(Describe(first.blocks),
+                ElementsAre("[una riga continua]", "[altra]", "#[Titolo]", "##[Minore]",
+                            "-[voce lunga]", "-[seconda]", ">[a = b]", ">[  rientrata]", "|h[x][y]",
+                            "|[1][10:v]", "|[][solo]", "[ancora]"));
+    EXPECT_EQ(book.topics()[1].level, 1);
+    EXPECT_THAT(Describe(book.topics()[1].blocks),
+                ElementsAre("[@topic senza numero @context 22 resto @altro]"));
+
+    EXPECT_EQ(book.Find(11)->topic, 0U);
+    EXPECT_EQ(book.Find(11)->block, 11U);
+    EXPECT_EQ(book.Find(20)->block, std::nullopt);
+    EXPECT_EQ(book.Find(21)->block, 0U);
+    for (const unsigned long nowhere : {9UL, 22UL, 12UL}) EXPECT_FALSE(book.Find(nowhere));
+    EXPECT_TRUE(HelpBook::Parse("").topics().empty());
+    EXPECT_EQ(HelpBook::Parse("@topic 1 A\n@topic 1 B\n").Find(1)->topic, 0U);
+}
+
+TEST(HelpTopics, ReadsMarksInsideAText) {
+    EXPECT_EQ(DescribeText("un *molto* lungo _testo_."), "[un /b:molto/ lungo /i:testo/.]");
+    EXPECT_EQ(DescribeText("*«Sì» e _no_* fine"), "[b:«Sì» e /b:i:no/ fine]");
+    EXPECT_EQ(DescribeText("[[115|Lep,w]]: vedi *[[7|a]] b*"), "[115:Lep,w/: vedi /b:7:a/b: b]");
+    // Marks that open or close nothing stay.
+    for (const char* plain : {"*.lep e *.lew", "2 * 3 * 4", "LEQ_ITEM_%d", "*mai chiuso", "chiuso*",
+                              "[[x|y]]", "[[7|]]", "[[7|a", "[7]", "a_b_c", "\\n"}) {
+        EXPECT_EQ(DescribeText(plain), "[" + std::string(plain) + "]");
+    }
+    EXPECT_EQ(DescribeText("13.7 \\* e \\*a\\* e \\[[7|a]]"), "[13.7 * e *a* e [[7|a]]]");
+}
+
+TEST(HelpTopics, SearchesWordBeginningsWithoutCaseAndAccents) {
+    const HelpBook book = HelpBook::Parse(
+        "@topic 1 Dieta\nl'Età e\n\nil RUMORE\n@topic 2 Età e rumore\ntesto\n\netà\n@topic 3 "
+        "Lep,d\n"
+        "| Perche\xCC\x81 | così |\n@topic 4 Vuoto\n");
+    const auto search = [&](std::string_view query) {
+        std::vector<std::string> found;
+        for (const HelpPlace& place : book.Search(query)) {
+            found.push_back(std::to_string(book.topics()[place.topic].context) + "." +
+                            (place.block ? std::to_string(*place.block) : "t"));
+        }
+        return found;
+    };
+    // Titles first; "Dieta" does not begin with it.
+    EXPECT_THAT(search("eta"), ElementsAre("2.t", "1.0"));
+    EXPECT_THAT(search("  ETÀ   rum "), ElementsAre("2.t", "1.0"));
+    EXPECT_THAT(search("rumore l’età"), ElementsAre("1.0"));
+    EXPECT_THAT(search("lep,D"), ElementsAre("3.t"));
+    EXPECT_THAT(search(",d"), ElementsAre("3.t"));
+    EXPECT_THAT(search("perché COSI"), ElementsAre("3.0"));
+    for (const char* nothing : {"", "  \t", "ta", "età assente", "\xFF"}) {
+        EXPECT_THAT(search(nothing), IsEmpty()) << nothing;
+    }
+}
+
+// What a rich-edit control makes of rich text: the characters, as UTF-16 units, and nothing else.
+std::u16string ShownText(const std::string& rtf) {
+    std::u16string text;
+    int depth = 0;
+    bool in_table = false;  // of fonts or colours
+    for (std::size_t i = 0; i < rtf.size(); ++i) {
+        const char c = rtf[i];
+        EXPECT_GE(c, '\n');
+        if (c == '{') ++depth;
+        if (c == '}' && --depth == 1) in_table = false;
+        if (c == '{' || c == '}' || c == '\n') continue;
+        if (c != '\\') {
+            if (!in_table) text += static_cast<char16_t>(c);
+            continue;
+        }
+        if (rtf.find_first_of("\\{}", i + 1) == i + 1) {
+            text += static_cast<char16_t>(rtf[++i]);
+            continue;
+        }
+        const std::size_t end = rtf.find_first_of("\\{}? ;\n", i + 1);
+        const std::string word = rtf.substr(i + 1, end - i - 1);
+        if (word == "fonttbl" || word == "colortbl") in_table = true;
+        if (word == "tab") text += u'\t';
+        if (word == "par") text += u'\n';
+        if (rtf[end] == '?') text += static_cast<char16_t>(std::stoi(word.substr(1)));
+        i = rtf[end] == ' ' || rtf[end] == '?' ? end : end - 1;
+    }
+    EXPECT_EQ(depth, 0);
+    return text;
+}
+
+std::u16string Utf16(std::string_view utf8) {
+    const std::string bytes = Utf8ToUtf16Le(utf8);
+    std::u16string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 2) {
+        text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                      (static_cast<unsigned char>(bytes[i + 1]) << 8));
+    }
+    return text;
+}
+
+TEST(HelpRtf, EscapesEveryCharacterAndKeepsPositions) {
+    const HelpTopic topic =
+        HelpBook::Parse(
+            "@topic 1 Titolo è {\\}\n- \\\\ { } perché €\n| a | Σ 𝄞 |\n| *b* [[5|è 𝄞]] |\n"
+            "    x\x01y\n[[6|fine]] [[7|due]]\n")
+            .topics()
+            .at(0);
+    const HelpRtf rtf = MakeHelpRtf(topic);
+    const std::u16string shown = ShownText(rtf.rtf);
+    EXPECT_EQ(shown, u"Titolo è {\\}\n•\t\\ { } perché €\na\tΣ 𝄞\nb è 𝄞\nx y\nfine due\n");
+    EXPECT_THAT(rtf.rtf, HasSubstr("\\u232?"));
+    EXPECT_THAT(rtf.rtf, HasSubstr("\\u-10188?\\u-8930?"));
+
+    ASSERT_EQ(rtf.block_starts.size(), topic.blocks.size());
+    EXPECT_EQ(shown.substr(rtf.block_starts[0], 2), u"•\t");
+    EXPECT_EQ(shown.substr(rtf.block_starts[4], 4), u"fine");
+    ASSERT_EQ(rtf.links.size(), 3U);
+    EXPECT_EQ(shown.substr(rtf.links[0].start, rtf.links[0].end - rtf.links[0].start), u"è 𝄞");
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].start - 1), std::nullopt);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].start), 5U);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].end - 1), 5U);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].end), std::nullopt);
+    // Five ends of paragraph stand before the last block, title included.
+    EXPECT_EQ(MakeHelpRtf(topic, 2).block_starts[4], rtf.block_starts[4] + 5);
+    EXPECT_EQ(MakeHelpRtf(topic, 2).links[2].start, rtf.links[2].start + 5);
+}
+
+// --- The guide itself ----------------------------------------------------------------------------
+
+std::vector<HelpSpan> Links(const HelpTopic& topic) {
+    std::vector<HelpSpan> links;
+    for (const HelpBlock& block : topic.blocks) {
+        for (const HelpText& cell : block.cells) {
+            for (const HelpSpan& span : cell) {
+                if (span.link) links.push_back(span);
+            }
+        }
+    }
+    return links;
+}
+
+std::map<unsigned long, std::string> NamedContexts() {
+    const std::string header = ReadSource("resources/help_contexts.h");
+    constexpr std::string_view kDeclaration = "inline constexpr unsigned long ";
+    std::map<unsigned long, std::string> names;
+    for (const std::string_view line : SplitLines(header)) {
+        if (line.substr(0, kDeclaration.size()) != kDeclaration) continue;
+        const std::size_t equals = line.find(" = ");
+        const auto number = static_cast<unsigned long>(ParseInteger(line.substr(equals + 3)));
+        const std::string name(line.substr(kDeclaration.size(), equals - kDeclaration.size()));
+        EXPECT_TRUE(names.try_emplace(number, name).second) << name;
+    }
+    return names;
+}
+
+TEST(Guide, EveryContextIsNamedOnceAndLeadsSomewhere) {
+    ASSERT_FALSE(Guide().topics().empty());
+    std::set<unsigned long> in_guide;
+    for (const HelpTopic& topic : Guide().topics()) {
+        EXPECT_TRUE(in_guide.insert(topic.context).second) << topic.context;
+        for (const HelpAnchor& anchor : topic.anchors) {
+            EXPECT_TRUE(in_guide.insert(anchor.context).second) << anchor.context;
+            EXPECT_LT(anchor.block, topic.blocks.size()) << anchor.context;
+        }
+    }
+    const auto names = NamedContexts();
+    ASSERT_THAT(names, Contains(std::pair<const unsigned long, std::string>(kHelpDailyExposure,
+                                                                            "kHelpDailyExposure")));
+    for (const auto& [context, name] : names) EXPECT_TRUE(in_guide.count(context)) << name;
+    for (const unsigned long context : in_guide) EXPECT_TRUE(names.count(context)) << context;
+    EXPECT_EQ(Guide().Find(kHelpIndex)->topic, 0U);
+}
+
+TEST(Guide, LinksLeadSomewhereAndNoMarkIsLeftOver) {
+    for (const HelpTopic& topic : Guide().topics()) {
+        EXPECT_FALSE(topic.blocks.empty()) << topic.title;
+        for (const HelpSpan& link : Links(topic)) {
+            EXPECT_TRUE(Guide().Find(*link.link)) << topic.title << ": " << link.text;
+        }
+        std::size_t columns = 0;
+        for (const HelpBlock& block : topic.blocks) {
+            const std::string text = PlainText(block);
+            for (const char* mark : {"[[", "]]", "@", "|", "\\", "\xEF\xBF\xBD"}) {
+                EXPECT_THAT(text, Not(HasSubstr(mark))) << topic.title;
+            }
+            if (block.kind == HelpBlockKind::kTableHeader) columns = block.cells.size();
+            if (block.kind == HelpBlockKind::kTableRow) {
+                EXPECT_EQ(block.cells.size(), columns) << text;
+            }
+        }
+    }
+}
+
+TEST(Guide, AControlsNumberShowsThatControl) {
+    const std::map<unsigned long, std::string> beginnings = {
+        {kHelpDailyTimeUnit, "«Formato tempo»"},
+        {kHelpExposureItemReadLevel, "«Apri»"},
+        {kHelpWeeklyDays, "L'elenco dei giorni"},
+        {kHelpWeeklyModify, "«Modifica»"},
+        {kHelpWeeklyLevel, "«Lep,w (dBA):»"},
+        {kHelpWeeklyNotes, "«Note:»"},
+        {kHelpWeeklyStatusBar, "La barra di stato"},
+        {kHelpWeekdayName, "«Giorno della settimana :»"},
+        {kHelpWeekdayLevel, "«Lep,d (dBA):»"},
+        {kHelpWeekdayReadLevel, "«Apri»"},
+        {kHelpWeekdayModify, "«Modifica»"},
+        {kHelpWeekdayDelete, "«Elimina»"},
+        {kHelpWeekdayCancel, "«Annulla»"},
+    };
+    for (const auto& [context, beginning] : beginnings) {
+        const HelpPlace place = *Guide().Find(context);
+        const HelpBlock& block = Guide().topics()[place.topic].blocks.at(place.block.value());
+        EXPECT_EQ(block.cells[0].at(0).text, beginning) << context;
+        EXPECT_TRUE(block.cells[0][0].bold) << context;
+    }
+}
+
+// The rows below a table's header, found by the header's first cell.
+std::vector<std::vector<std::string>> TableRows(const HelpTopic& topic, std::string_view header) {
+    std::vector<std::vector<std::string>> rows;
+    bool inside = false;
+    for (const HelpBlock& block : topic.blocks) {
+        std::vector<std::string> cells;
+        for (const HelpText& cell : block.cells) cells.push_back(PlainText({block.kind, {cell}}));
+        if (block.kind != HelpBlockKind::kTableRow) {
+            inside = block.kind == HelpBlockKind::kTableHeader && cells.at(0) == header;
+        } else if (inside) {
+            rows.push_back(cells);
+        }
+    }
+    return rows;
+}
+
+TEST(Guide, TheDailyExampleIsWhatTheProgramComputes) {
+    const HelpTopic& topic = Guide().topics()[Guide().Find(kHelpDailyExposure)->topic];
+    DailyExposureForm form;
+    form.time_unit = 1;
+    for (const auto& row : TableRows(topic, "Lavorazione")) {
+        form.items.push_back({row.at(1), row.at(2)});
+    }
+    ASSERT_EQ(form.items.size(), 4U);
+    DailyExposureState state;
+    ASSERT_FALSE(Recompute(form, state));
+    const auto results = TableRows(topic, "Risultato");
+    ASSERT_EQ(results.size(), 3U);
+    EXPECT_EQ(results[0][1], TrimBlanks(form.equivalent_level_dba));
+    EXPECT_EQ(results[1][1], TrimBlanks(form.total_time));
+    EXPECT_EQ(results[2][1], TrimBlanks(form.daily_level_dba));
+
+    // The data file of the examples holds the same day.
+    DailyExposureForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/giornata.lep")), stored));
+    ASSERT_EQ(stored.items.size(), form.items.size());
+    for (std::size_t i = 0; i < form.items.size(); ++i) {
+        EXPECT_EQ(stored.items[i].level_dba, form.items[i].level_dba);
+        EXPECT_EQ(stored.items[i].duration, form.items[i].duration);
+    }
+}
+
+TEST(Guide, TheWeeklyExampleIsWhatTheProgramComputes) {
+    const HelpTopic& topic = Guide().topics()[Guide().Find(kHelpWeeklyExposure)->topic];
+    const auto days = TableRows(topic, "Giorno");
+    ASSERT_EQ(days.size(), kWeekDays);
+    WeeklyExposureForm form;
+    for (std::size_t day = 0; day < kWeekDays; ++day) {
+        EXPECT_EQ(days[day].at(0), kDayNames[day]);
+        form.levels_dba[day] = days[day].at(1);
+    }
+    WeeklyExposureState state;
+    Recompute(form, state);
+    const auto results = TableRows(topic, "Risultato");
+    ASSERT_EQ(results.size(), 1U);
+    EXPECT_EQ(results[0].at(1), form.weekly_level_dba);
+
+    // The data file of the examples holds the same week.
+    WeeklyExposureForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/settimana.lew")), stored));
+    EXPECT_EQ(stored.levels_dba, form.levels_dba);
+    EXPECT_EQ(stored.weekly_level_dba, form.weekly_level_dba);
+}
+
+TEST(Guide, EveryTopicBecomesRichTextWithItsLinksInPlace) {
+    for (const HelpTopic& topic : Guide().topics()) {
+        const HelpRtf rtf = MakeHelpRtf(topic);
+        const std::u16string shown = ShownText(rtf.rtf);
+        const std::vector<HelpSpan> links = Links(topic);
+        ASSERT_EQ(rtf.links.size(), links.size()) << topic.title;
+        for (std::size_t i = 0; i < links.size(); ++i) {
+            const HelpLinkRange& range = rtf.links[i];
+            EXPECT_EQ(shown.substr(range.start, range.end - range.start), Utf16(links[i].text));
+            EXPECT_EQ(range.context, links[i].link);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tonvale
