@@ -5,13 +5,14 @@
 #include <span>
 
 #include "calc/data_files.h"
+#include "calc/hearing_commands.h"
 
 namespace tonvale {
 
 namespace {
 
 constexpr std::string_view kHelp =
-    "tonvale-calc: ricalcola e verifica i file di dati di Tonvale\n"
+    "tonvale-calc: i calcoli di Tonvale e i suoi file di dati, senza finestre\n"
     "\n"
     "Uso:\n"
     "  tonvale-calc calcola [--formato testo|csv|json] [--separatore S] FILE...\n"
@@ -20,6 +21,19 @@ constexpr std::string_view kHelp =
     "      json: un oggetto per riga.\n"
     "  tonvale-calc verifica FILE...\n"
     "      Elenca i file i cui risultati salvati non sono quelli che i dati danno.\n"
+    "  tonvale-calc nipts [--quantita NIPTS|HTLA|HTLAN] [--anni N] [--livello N] [--eta N]\n"
+    "      [--sesso M|F] [--tabella nuova|vecchia|biologico]\n"
+    "      [--svg FILE [--vista grafico|audiogramma|tabella]] [--formato ...] [--separatore S]\n"
+    "      Perdite uditive previste (ISO 1999) per 19 frattili e sei frequenze; quel che manca\n"
+    "      vale come nella finestra appena aperta (HTLAN, 35 anni, 90 dBA, 60 anni di età, M,\n"
+    "      nuova). testo: la tabella; csv: le sue celle; json: {\"title\", \"parameters\",\n"
+    "      \"rows\": [{\"q\", \"fractile\", \"values\": le sei perdite, \"damage\": il\n"
+    "      danno in % o null, \"flag\": vero se indennizzabile}]}. --svg disegna anche la vista.\n"
+    "  tonvale-calc previsioni [--frequenza HZ] [--frattile P] [--livello L]\n"
+    "      [--svg FILE [--vista tempo|livello|tabella]] [--formato ...] [--separatore S]\n"
+    "      NIPTS per 2, 4, ... 40 anni e per i livelli L, L + 2, ... L + 12 dBA (4000 Hz, 10 %\n"
+    "      e 88 dBA se non indicati). json: {\"levels\", \"years\", \"values\"}: una riga per\n"
+    "      durata, e in essa un valore per livello.\n"
     "  tonvale-calc --help\n"
     "      Mostra questo testo.\n"
     "\n"
@@ -31,9 +45,11 @@ struct Command {
     int (*run)(std::span<const std::string> arguments, FileSystem& files, Console& console);
 };
 
-constexpr std::array<Command, 2> kCommands{{
+constexpr std::array<Command, 4> kCommands{{
     {"calcola", RunCalcola},
     {"verifica", RunVerifica},
+    {"nipts", RunNipts},
+    {"previsioni", RunPrevisioni},
 }};
 
 }  // namespace
@@ -49,9 +65,9 @@ int RunCompanion(const std::vector<std::string>& arguments, FileSystem& files, C
         console.WriteError(kHelp);
         return kExitFailure;
     }
-    const auto* command =
-        std::find_if(kCommands.begin(), kCommands.end(),
-                     [&](const Command& row) { return row.name == arguments.front(); });
+    const auto* command = std::find_if(kCommands.begin(), kCommands.end(), [&](const Command& row) {
+        return row.name == arguments.front();
+    });
     if (command == kCommands.end()) {
         console.WriteError("tonvale-calc: comando sconosciuto: " + arguments.front() +
                            " (vedere --help)\n");

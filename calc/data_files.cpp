@@ -138,7 +138,8 @@ void WriteJson(const OpenedFile& opened, const Assessment& assessment,
     json.Key("kind");
     json.String(InfoOf(opened.calculator.kind).tag);
     WriteResults(json, "shown", assessment, [&](const auto& result) { json.String(result.shown); });
-    WriteResults(json, "values", assessment, [&](const auto& result) { json.Number(result.value); });
+    WriteResults(json, "values", assessment,
+                 [&](const auto& result) { json.Number(result.value); });
     json.Key("stored");
     json.BeginObject();
     for (const AssessedResult& result : assessment.results) {

@@ -7,7 +7,9 @@ namespace tonvale {
 
 namespace {
 
-bool LooksLikeOption(std::string_view argument) { return argument.substr(0, 2) == "--"; }
+bool LooksLikeOption(std::string_view argument) {
+    return argument.substr(0, 2) == "--";
+}
 
 const Option* FindOption(std::span<const Option> options, std::string_view name) {
     const auto found = std::find_if(options.begin(), options.end(),
@@ -28,7 +30,8 @@ ParsedArguments ParseOptions(std::span<const std::string> arguments,
             continue;
         }
         const std::size_t equals = argument.find('=');
-        const Option* option = FindOption(options, std::string_view(argument).substr(0, equals));
+        const std::string_view name = argument;
+        const Option* option = FindOption(options, name.substr(0, equals));
         if (option == nullptr) return {{}, "opzione sconosciuta: " + argument};
         std::string value;
         if (equals != std::string::npos) {

@@ -21,11 +21,15 @@ constexpr const char* kEdited =
 constexpr const char* kRefused =
     "[TONVALE]\r\nTipo=LEPD\r\nLEPD=84.4\r\nTFORM=1\r\nITEMS=1\r\n[LEQ]\r\n1=0\r\n";
 
+constexpr const char* kWeek =
+    "[TONVALE]\r\nTipo=LEPW\r\nLEPW=90.0\r\n[GIORNI]\r\nLunedi=90\r\nDomenica=90,5\r\n";
+
 class FakeFiles final : public FileSystem {
   public:
     std::map<std::string, std::string> contents{
-        {"buono.lep", kGood}, {"ritoccato.lep", kEdited}, {"zero.lep", kRefused},
-        {"altro.txt", "ciao"}, {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
+        {"buono.lep", kGood},   {"ritoccato.lep", kEdited},
+        {"zero.lep", kRefused}, {"settimana.lew", kWeek},
+        {"altro.txt", "ciao"},  {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
 
     std::optional<std::string> Read(const std::string& path) override {
         const auto found = contents.find(path);
@@ -89,11 +93,25 @@ TEST(Companion, CalcolaWritesOneJsonObjectALine) {
                          "\n"));
     const Outcome refused = Execute({"calcola", "--formato", "json", "zero.lep"});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(refused.output,
-              R"({"file":"zero.lep","kind":"LEPD","shown":null,"values":null,)"
-              R"("stored":{"LEPD":"84.4"},"consistent":false,)"
-              R"("message":{"caption":"Errore","text":"Errore nei valori!"}})"
-              "\n");
+    EXPECT_EQ(refused.output, R"({"file":"zero.lep","kind":"LEPD","shown":null,"values":null,)"
+                              R"("stored":{"LEPD":"84.4"},"consistent":false,)"
+                              R"("message":{"caption":"Errore","text":"Errore nei valori!"}})"
+                              "\n");
+}
+
+TEST(Companion, KnowsTheWeek) {
+    // 10 lg((2 * 10^9 + 5) / 5): five days are missing, and a comma ends a number.
+    EXPECT_THAT(
+        Execute({"calcola", "settimana.lew"}).output,
+        HasSubstr("Sabato\nDomenica                 90,5\nLep,w (dBA):             86.0\n"));
+    EXPECT_THAT(Execute({"calcola", "--formato", "csv", "settimana.lew"}).output,
+                HasSubstr("Martedi;;\r\n"));
+    EXPECT_THAT(Execute({"calcola", "--formato", "json", "settimana.lew"}).output,
+                HasSubstr(R"("kind":"LEPW","shown":{"LEPW":"86.0"},"values":{"LEPW":86.020599)"));
+    const Outcome outcome = Execute({"verifica", "settimana.lew"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output, StartsWith("settimana.lew: LEPW salvato \"90.0\", ricalcolato "
+                                           "\"86.0\"\n"));
 }
 
 TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {
@@ -127,7 +145,8 @@ TEST(Companion, RefusesAWrongCommandLineAndSaysWhy) {
     EXPECT_THAT(Execute({"calcola"}).errors, HasSubstr("nessun file indicato"));
     EXPECT_THAT(Execute({"calcola", "--formato", "xml", "buono.lep"}).errors,
                 HasSubstr("formato sconosciuto: xml"));
-    EXPECT_THAT(Execute({"calcola", "buono.lep", "--formato"}).errors, HasSubstr("manca il valore"));
+    EXPECT_THAT(Execute({"calcola", "buono.lep", "--formato"}).errors,
+                HasSubstr("manca il valore"));
     EXPECT_THAT(Execute({"verifica", "--formato", "csv"}).errors, HasSubstr("opzione sconosciuta"));
     EXPECT_THAT(Execute({"calcola", "--", "--formato"}).errors, HasSubstr("--formato: il file"));
     const Outcome help = Execute({"calcola", "--help"});

@@ -1,0 +1,15 @@
+// The companion's commands over the threshold model: "nipts" and "previsioni".
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "calc/companion.h"
+
+namespace tonvale {
+
+// Each takes what follows the command's word and gives the exit status.
+int RunNipts(std::span<const std::string> arguments, FileSystem& files, Console& console);
+int RunPrevisioni(std::span<const std::string> arguments, FileSystem& files, Console& console);
+
+}  // namespace tonvale

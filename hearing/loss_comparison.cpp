@@ -1,0 +1,233 @@
+#include "hearing/loss_comparison.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "common/numbers.h"
+#include "common/text.h"
+#include "hearing/loss_prediction.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr std::size_t kMaxLevelCharacters = 7;
+// The scale of levels spans 12 dB more and ends at 100.
+constexpr double kMaxStartLevelDba = 88;
+constexpr double kLevelStep = 2;
+constexpr int kLevelDivisions = 13;
+constexpr int kYearCurves = 7;
+
+template <typename Items>
+const std::string& ItemAt(const Items& items, int position) {
+    const int last = static_cast<int>(items.size()) - 1;
+    return items[static_cast<std::size_t>(std::clamp(position, 0, last))];
+}
+
+std::string ParameterLine(const LossComparisonState& state) {
+    return " Frequenza: " + FormatInteger(state.base.frequency_hz) +
+           " Hz   Frattile: " + FormatFixed(state.base.fractile * 100, 2, 0) + " %";
+}
+
+std::vector<std::string> LevelLabels(const LossComparisonState& state) {
+    std::vector<std::string> labels;
+    for (const double level : ComparedLevels(state)) {
+        labels.push_back(FormatFixed(level, 4, 0) + " dBA");
+    }
+    return labels;
+}
+
+std::vector<std::string> YearLabels() {
+    std::vector<std::string> labels;
+    for (int i = 1; i <= kYearCurves; ++i) labels.push_back(FormatInteger(5LL * i) + " anni");
+    return labels;
+}
+
+std::vector<TableCell> TableRow(const LossComparisonState& state, double years) {
+    std::vector<TableCell> row{{FormatFixed(years, 2, 0)}};
+    for (const double level : ComparedLevels(state)) {
+        row.push_back({FormatFixed(ComparedLoss(state, years, level), 4, 1)});
+    }
+    return row;
+}
+
+// Title, loss axis and pens of both charts.
+Chart MakeLossChart(const LossComparisonState& state) {
+    Chart chart;
+    const std::string parameters = ParameterLine(state);
+    chart.titles = {QuantityTitle(QuantityKind::kNipts) + "  " + parameters,
+                    "NIPTS -" + parameters};
+    chart.pen_count = kComparedLevels;
+    SetLossAxis(chart);
+    return chart;
+}
+
+Curve TimeCurve(const LossComparisonState& state, double level_dba) {
+    Curve curve;
+    for (const double years : ComparedYears()) {
+        curve.push_back({static_cast<double>(curve.size() + 1),
+                         LossAxisPosition(ComparedLoss(state, years, level_dba))});
+    }
+    return curve;
+}
+
+Curve LevelCurve(const LossComparisonState& state, double years) {
+    Curve curve;
+    for (int i = 0; i < kLevelDivisions; ++i) {
+        const double loss = ComparedLoss(state, years, state.base.level_dba + i);
+        curve.push_back({static_cast<double>(i + 1), LossAxisPosition(loss)});
+    }
+    return curve;
+}
+
+}  // namespace
+
+const std::vector<std::string>& ComparisonFractiles() {
+    static const std::vector<std::string> fractiles{"5",  "10", "15", "20", "25", "30", "35",
+                                                    "40", "45", "50", "55", "60", "65", "70",
+                                                    "75", "80", "85", "90", "95"};
+    return fractiles;
+}
+
+const std::vector<std::string>& ComparisonFrequencies() {
+    static const std::vector<std::string> frequencies{"500",  "1000", "2000",
+                                                      "3000", "4000", "6000"};
+    return frequencies;
+}
+
+LossComparisonForm FormFromState(const LossComparisonState& state) {
+    return {.fractile_position = state.fractile_position,
+            .frequency_position = state.frequency_position,
+            .level_dba = FormatFixed(state.base.level_dba, 3, 0)};
+}
+
+std::optional<UserMessage> Confirm(const LossComparisonForm& form, LossComparisonState& state) {
+    const double level = ParseNumber(CutToCharacters(form.level_dba, kMaxLevelCharacters));
+    if (level == 0 || level > kMaxStartLevelDba) return InvalidField("Livello di esposizione.");
+    state.base.level_dba = level;
+    state.base.fractile = ParseNumber(ItemAt(ComparisonFractiles(), form.fractile_position)) * 0.01;
+    state.base.frequency_hz =
+        ParseInteger(ItemAt(ComparisonFrequencies(), form.frequency_position));
+    state.fractile_position = form.fractile_position;
+    state.frequency_position = form.frequency_position;
+    return std::nullopt;
+}
+
+std::array<double, kComparedLevels> ComparedLevels(const LossComparisonState& state) {
+    std::array<double, kComparedLevels> levels{};
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        levels[i] = state.base.level_dba + kLevelStep * static_cast<double>(i);
+    }
+    return levels;
+}
+
+std::array<double, kComparedYears> ComparedYears() {
+    std::array<double, kComparedYears> years{};
+    for (std::size_t i = 0; i < years.size(); ++i) years[i] = 2.0 * static_cast<double>(i + 1);
+    return years;
+}
+
+double ComparedLoss(const LossComparisonState& state, double years, double level_dba) {
+    PredictionCase point = state.base;
+    point.years = years;
+    point.level_dba = level_dba;
+    return ComputeNIPTS(point);
+}
+
+ResultTable MakeTable(const LossComparisonState& state) {
+    ResultTable table;
+    table.title = QuantityTitle(QuantityKind::kNipts);
+    table.parameter_line = ParameterLine(state);
+    table.parameter_cells = {"Frequenza: " + FormatInteger(state.base.frequency_hz) + " Hz",
+                             "Frattile: " + FormatFixed(state.base.fractile * 100, 0, 0) + " %"};
+    table.column_count = 1 + kComparedLevels;
+    table.header = {"Anni"};
+    for (const std::string& label : LevelLabels(state)) {
+        table.header.emplace_back(TrimBlanks(label));
+    }
+    table.column_colors = {kTableRed};
+    for (const double years : ComparedYears()) table.rows.push_back(TableRow(state, years));
+    return table;
+}
+
+Chart MakeTimeChart(const LossComparisonState& state) {
+    Chart chart = MakeLossChart(state);
+    chart.horizontal_divisions = kComparedYears;
+    chart.horizontal_unit = "anni";
+    for (const double years : ComparedYears()) {
+        chart.horizontal_labels.push_back(FormatFixed(years, 0, 0));
+    }
+    chart.legend = LevelLabels(state);
+    for (const double level : ComparedLevels(state)) {
+        chart.curves.push_back(TimeCurve(state, level));
+    }
+    return chart;
+}
+
+Chart MakeLevelChart(const LossComparisonState& state) {
+    Chart chart = MakeLossChart(state);
+    chart.horizontal_divisions = kLevelDivisions;
+    chart.horizontal_unit = "dBA  ";
+    for (int i = 0; i < kLevelDivisions; ++i) {
+        // Without the blanks of the legend, which would push a centred label off its line.
+        chart.horizontal_labels.push_back(FormatFixed(state.base.level_dba + i, 0, 0));
+    }
+    chart.legend = YearLabels();
+    for (int i = 1; i <= kYearCurves; ++i) chart.curves.push_back(LevelCurve(state, 5.0 * i));
+    return chart;
+}
+
+bool LossComparisonView::Has(ViewKind /*kind*/) const {
+    return true;
+}
+
+std::string_view LossComparisonView::MenuText(ViewKind kind) const {
+    switch (kind) {
+        case ViewKind::kTable:
+            return "&Tabella";
+        case ViewKind::kChart:
+            return "&Perdite-Tempo";
+        case ViewKind::kAudiogram:
+            return "Perdite-&Livello";
+    }
+    return {};
+}
+
+std::string_view LossComparisonView::TipText(ViewKind kind) const {
+    switch (kind) {
+        case ViewKind::kTable:
+            return "Tabella";
+        case ViewKind::kChart:
+            return "Perdite-Tempo";
+        case ViewKind::kAudiogram:
+            return "Perdite-Livello";
+    }
+    return {};
+}
+
+std::vector<std::string> LossComparisonView::CurveNames(ViewKind kind) const {
+    std::vector<std::string> names;
+    if (kind == ViewKind::kTable) return names;
+    for (const std::string& label : kind == ViewKind::kChart ? LevelLabels(state_) : YearLabels()) {
+        names.emplace_back(TrimBlanks(label));
+    }
+    return names;
+}
+
+void LossComparisonView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
+                              const DrawingStyle& style) const {
+    switch (kind) {
+        case ViewKind::kTable:
+            return DrawResultTable(canvas, area, MakeTable(state_), style);
+        case ViewKind::kChart:
+            return DrawChart(canvas, area, MakeTimeChart(state_), style);
+        case ViewKind::kAudiogram:
+            return DrawChart(canvas, area, MakeLevelChart(state_), style);
+    }
+}
+
+std::string LossComparisonView::TableText(std::string_view list_separator) const {
+    return ResultTableCells(MakeTable(state_), list_separator);
+}
+
+}  // namespace tonvale

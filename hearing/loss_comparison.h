@@ -1,0 +1,73 @@
+// Noise-induced loss compared over durations and levels (dialog CONFRONTO): form, checks and view.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/result_view.h"
+#include "common/user_message.h"
+#include "hearing/chart.h"
+#include "hearing/result_table.h"
+#include "hearing/threshold_model.h"
+
+namespace tonvale {
+
+// The dialog's lists: "5", "10", ... "95" and "500", ... "6000".
+const std::vector<std::string>& ComparisonFractiles();
+const std::vector<std::string>& ComparisonFrequencies();
+
+// What the dialog shows.
+struct LossComparisonForm {
+    int fractile_position = 0;   // within its list, or else the nearest counts
+    int frequency_position = 0;  // likewise
+    std::string level_dba;
+};
+
+// What is kept between two openings of the dialog; the view shows it.
+struct LossComparisonState {
+    // Level (the lowest of seven), frequency and fractile; the years are set for each point.
+    PredictionCase base{.level_dba = 88, .frequency_hz = 4000, .fractile = 0.10};
+    int fractile_position = 1;
+    int frequency_position = 4;
+};
+
+LossComparisonForm FormFromState(const LossComparisonState& state);
+
+// "Ok": takes the form into the state; a refused level leaves all of it unchanged.
+std::optional<UserMessage> Confirm(const LossComparisonForm& form, LossComparisonState& state);
+
+inline constexpr int kComparedLevels = 7;
+inline constexpr int kComparedYears = 20;
+
+// The levels L, L + 2, ... L + 12 and the years 2, 4, ... 40.
+std::array<double, kComparedLevels> ComparedLevels(const LossComparisonState& state);
+std::array<double, kComparedYears> ComparedYears();
+
+// NIPTS in dB for years of exposure to a level.
+double ComparedLoss(const LossComparisonState& state, double years, double level_dba);
+
+ResultTable MakeTable(const LossComparisonState& state);
+Chart MakeTimeChart(const LossComparisonState& state);   // "Perdite-Tempo"
+Chart MakeLevelChart(const LossComparisonState& state);  // "Perdite-Livello"
+
+class LossComparisonView final : public ResultView {
+  public:
+    // `state` must outlive the view.
+    explicit LossComparisonView(const LossComparisonState& state) : state_(state) {}
+
+    bool Has(ViewKind kind) const override;
+    std::string_view MenuText(ViewKind kind) const override;
+    std::string_view TipText(ViewKind kind) const override;
+    std::vector<std::string> CurveNames(ViewKind kind) const override;
+    void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
+              const DrawingStyle& style) const override;
+    std::string TableText(std::string_view list_separator) const override;
+
+  private:
+    const LossComparisonState& state_;
+};
+
+}  // namespace tonvale

@@ -1,0 +1,110 @@
+#include "hearing/loss_comparison_dialog.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/dialog_win.h"
+#include "common/status_bar_win.h"
+#include "common/unicode_win.h"
+#include "resources/help_contexts.h"
+#include "resources/resource.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr int kMaxFieldCharacters = 7;
+
+constexpr ControlTip kTips[] = {
+    {IDC_FRACTILE_LIST, L"Valore del frattile della popolazione"},
+    {IDC_FREQUENCY_LIST, L"Frequenza di interesse"},
+    {IDC_EXPOSURE_LEVEL, L"Livello di esposizione di partenza del calcolo"},
+    {IDC_STATUS_BAR, L"Visualizza il tipo di previsione effettuato"},
+    {IDOK, L"Conferma i dati ed esegue il calcolo"},
+    {CMD_DIALOG_HELP, L"Richiama la Guida in linea"},
+    {IDCANCEL, L"Chiude la finestra senza eseguire il calcolo"},
+};
+
+constexpr ControlTextLimit kTextLimits[] = {{IDC_EXPOSURE_LEVEL, kMaxFieldCharacters}};
+
+constexpr ControlHelp kHelp[] = {
+    {IDC_FRACTILE_LIST, kHelpPredictionsFractile},
+    {IDC_FREQUENCY_LIST, kHelpPredictionsFrequency},
+    {IDC_EXPOSURE_LEVEL, kHelpPredictionsLevel},
+    {IDC_STATUS_BAR, kHelpPredictionsStatusBar},
+    {IDOK, kHelpPredictionsConfirm},
+    {IDCANCEL, kHelpPredictionsClose},
+};
+
+constexpr DialogDescription kDescription = {
+    .template_name = L"CONFRONTO",
+    .tips = kTips,
+    .text_limits = kTextLimits,
+    .help = kHelp,
+    .main_help_context = kHelpPredictions,
+    .help_file = "PREV.HLP",
+    .accepts_files = false,
+};
+
+class LossComparisonDialog : public Dialog {
+  public:
+    LossComparisonDialog(AppContext& app, LossComparisonState& state)
+        : Dialog(app, kDescription), state_(state) {}
+
+  protected:
+    bool OnInit() override;
+    bool OnCommand(int id, int notification) override;
+
+  private:
+    void FillList(int list, const std::vector<std::string>& texts, int position);
+    int ListPosition(int list) const;
+    void ConfirmForm();
+
+    LossComparisonState& state_;
+};
+
+bool LossComparisonDialog::OnInit() {
+    CreateStatusBar(app().instance, window());
+    SetControlText(IDC_STATUS_BAR, "Perdite dovute alla sola esposizione professionale");
+    const LossComparisonForm form = FormFromState(state_);
+    FillList(IDC_FRACTILE_LIST, ComparisonFractiles(), form.fractile_position);
+    FillList(IDC_FREQUENCY_LIST, ComparisonFrequencies(), form.frequency_position);
+    SetControlText(IDC_EXPOSURE_LEVEL, form.level_dba);
+    return true;
+}
+
+bool LossComparisonDialog::OnCommand(int id, int notification) {
+    if (id != IDOK) return Dialog::OnCommand(id, notification);
+    ConfirmForm();
+    return true;
+}
+
+void LossComparisonDialog::FillList(int list, const std::vector<std::string>& texts, int position) {
+    for (const std::string& text : texts) {
+        SendMessageW(Control(list), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+    }
+    SendMessageW(Control(list), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+}
+
+int LossComparisonDialog::ListPosition(int list) const {
+    return static_cast<int>(SendMessageW(Control(list), CB_GETCURSEL, 0, 0));
+}
+
+void LossComparisonDialog::ConfirmForm() {
+    const LossComparisonForm form{ListPosition(IDC_FRACTILE_LIST), ListPosition(IDC_FREQUENCY_LIST),
+                                  ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters)};
+    if (const std::optional<UserMessage> refusal = Confirm(form, state_)) {
+        ShowMessage(*refusal);
+    } else {
+        End(IDOK);
+    }
+}
+
+}  // namespace
+
+bool AskLossComparison(AppContext& app, HWND owner, LossComparisonState& state) {
+    return LossComparisonDialog(app, state).RunModal(owner) == IDOK;
+}
+
+}  // namespace tonvale

@@ -1,0 +1,351 @@
+#include "hearing/loss_prediction.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "common/numbers.h"
+#include "common/text.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr std::size_t kMaxFieldCharacters = 7;
+constexpr double kMaxYears = 40;
+constexpr double kMaxLevelDba = 100;
+constexpr double kMinAgeAtExposure = 18;
+
+// The table's fractiles and the charts': the charts start a little higher, and so never fall
+// short of a whole per cent.
+constexpr double kFirstTableFractile = 0.05;
+constexpr double kFirstChartFractile = 0.05001;
+constexpr double kFractileStep = 0.05;
+constexpr double kFractileEnd = 0.999;
+
+constexpr int kTableColumns = 9;
+constexpr int kFractileDivisions = 19;
+// The fractile chart takes six of a full set, whose colours all differ.
+constexpr int kPenCount = 7;
+
+// Rows of the table that the audiogram draws: 5, 10, 25, 50, 75, 90 and 95 %.
+constexpr std::array<std::size_t, 7> kAudiogramRows{0, 1, 4, 9, 14, 17, 18};
+
+struct QuantityInfo {
+    QuantityKind kind;
+    std::string_view abbreviation;
+    std::string_view name;
+    LossPredictionFields fields;
+};
+
+constexpr std::array<QuantityInfo, 4> kQuantities{{
+    {QuantityKind::kNipts,
+     "NIPTS",
+     "Noise Induced Permanent Threshold Shift",
+     {true, false, false}},
+    {QuantityKind::kHtla,
+     "HTLA",
+     "Hearing Threshold Level associated with Age",
+     {false, true, true}},
+    {QuantityKind::kHtlan,
+     "HTLAN",
+     "Hearing Threshold Level associated with Age and Noise",
+     {true, true, true}},
+    {QuantityKind::kAnipts,
+     "ANIPTS",
+     "Actual Noise Induced Permanent Threshold Shift",
+     {true, true, true}},
+}};
+
+constexpr QuantityInfo kNoQuantity{};
+
+const QuantityInfo& InfoOf(QuantityKind kind) {
+    const auto* found = std::find_if(kQuantities.begin(), kQuantities.end(),
+                                     [&](const QuantityInfo& info) { return info.kind == kind; });
+    return found == kQuantities.end() ? kNoQuantity : *found;
+}
+
+bool HasDamage(QuantityKind quantity) {
+    return quantity != QuantityKind::kNipts && quantity != QuantityKind::kAnipts;
+}
+
+double ReadField(std::string_view text) {
+    return ParseNumber(CutToCharacters(text, kMaxFieldCharacters));
+}
+
+std::vector<std::string> FrequencyLabels() {
+    std::vector<std::string> labels;
+    labels.reserve(kAudiometricFrequenciesHz.size());
+    for (const int frequency_hz : kAudiometricFrequenciesHz) {
+        labels.push_back(FormatInteger(frequency_hz) + " Hz");
+    }
+    return labels;
+}
+
+// Nineteen fractiles, each got by adding the step to the one before.
+std::vector<double> FractilesFrom(double first) {
+    std::vector<double> fractiles;
+    double fractile = first;
+    while (fractile < kFractileEnd) {
+        fractiles.push_back(fractile);
+        fractile += kFractileStep;
+    }
+    return fractiles;
+}
+
+std::string SexLetter(const PredictionCase& current) {
+    return current.sex == kMale ? "M" : "F";
+}
+
+std::string ParameterLine(const LossPredictionState& state) {
+    const PredictionCase& current = state.current;
+    std::string line;
+    if (state.quantity != QuantityKind::kHtla) {
+        line += " Anni di esposizione: " + FormatFixed(current.years, 3, 0);
+        line += "   Leq: " + FormatFixed(current.level_dba, 4, 1) + " dBA";
+    }
+    if (state.quantity != QuantityKind::kNipts) {
+        line += "   Età: " + FormatFixed(current.age, 3, 0);
+        line += "  Sesso: " + SexLetter(current);
+        line += "   Tabella: ";
+        line += DamageTableName(state.table);
+    }
+    return line;
+}
+
+std::vector<std::string> ParameterCells(const LossPredictionState& state) {
+    const PredictionCase& current = state.current;
+    std::vector<std::string> cells;
+    if (state.quantity != QuantityKind::kHtla) {
+        cells.push_back("Anni di esposizione: " + FormatFixed(current.years, 0, 0));
+        cells.push_back("Leq: " + FormatFixed(current.level_dba, 0, 1) + " dBA");
+    }
+    if (state.quantity != QuantityKind::kNipts) {
+        cells.push_back("Età: " + FormatFixed(current.age, 0, 0));
+        cells.push_back("Sesso: " + SexLetter(current));
+        cells.emplace_back("Tabella: ");
+        cells.back() += DamageTableName(state.table);
+    }
+    return cells;
+}
+
+std::vector<TableCell> TableRow(const LossPredictionRow& row) {
+    std::vector<TableCell> cells{{FormatFixed(row.fractile * 100, 2, 0)}};
+    for (const double loss : row.losses_db) cells.push_back({FormatFixed(loss, 4, 1)});
+    if (row.damage_percent) {
+        cells.push_back({FormatFixed(*row.damage_percent, 4, 1), row.is_compensable ? " *" : ""});
+    }
+    return cells;
+}
+
+// Title, loss axis and pens of both charts.
+Chart MakeLossChart(const LossPredictionState& state) {
+    const std::string parameters = ParameterLine(state);
+    Chart chart;
+    chart.titles = {QuantityTitle(state.quantity) + "   " + std::string(TrimBlanks(parameters)),
+                    std::string(InfoOf(state.quantity).abbreviation) + " -" + parameters};
+    chart.pen_count = kPenCount;
+    SetLossAxis(chart);
+    return chart;
+}
+
+Curve FractileCurve(LossPredictionState& state, int frequency_hz) {
+    Curve curve;
+    for (const double fractile : FractilesFrom(kFirstChartFractile)) {
+        const double loss = ComputeQuantity(state.current, state.quantity, fractile, frequency_hz);
+        curve.push_back({static_cast<double>(curve.size() + 1), LossAxisPosition(loss)});
+    }
+    return curve;
+}
+
+Curve AudiogramCurve(LossPredictionState& state, double fractile) {
+    Curve curve;
+    for (const int frequency_hz : kAudiometricFrequenciesHz) {
+        const double loss = ComputeQuantity(state.current, state.quantity, fractile, frequency_hz);
+        curve.push_back({static_cast<double>(frequency_hz), LossAxisPosition(loss)});
+    }
+    return curve;
+}
+
+std::vector<double> AudiogramFractiles() {
+    const std::vector<double> all = FractilesFrom(kFirstTableFractile);
+    std::vector<double> fractiles;
+    fractiles.reserve(kAudiogramRows.size());
+    for (const std::size_t row : kAudiogramRows) fractiles.push_back(all[row]);
+    return fractiles;
+}
+
+std::vector<std::string> AudiogramLabels() {
+    std::vector<std::string> labels;
+    for (const double fractile : AudiogramFractiles()) {
+        labels.push_back(FormatFixed(fractile * 100, 2, 0) + " %");
+    }
+    return labels;
+}
+
+}  // namespace
+
+LossPredictionFields FieldsOf(QuantityKind quantity) {
+    return InfoOf(quantity).fields;
+}
+
+std::string_view QuantityName(QuantityKind quantity) {
+    return InfoOf(quantity).name;
+}
+
+std::string QuantityTitle(QuantityKind quantity) {
+    const QuantityInfo& info = InfoOf(quantity);
+    return std::string(info.abbreviation) + " - " + std::string(info.name);
+}
+
+LossPredictionForm FormFromState(const LossPredictionState& state, QuantityKind quantity) {
+    return {.years = FormatFixed(state.current.years, 3, 0),
+            .level_dba = FormatFixed(state.current.level_dba, 3, 0),
+            .age = FormatFixed(state.current.age, 3, 0),
+            .sex = state.sex_choice,
+            .quantity = quantity,
+            .table = state.table};
+}
+
+std::optional<UserMessage> Confirm(const LossPredictionForm& form, LossPredictionState& state) {
+    const LossPredictionFields fields = FieldsOf(form.quantity);
+    PredictionCase confirmed = state.current;
+    double years = 0;
+    if (fields.noise) {
+        years = ReadField(form.years);
+        if (years == 0 || years > kMaxYears) return InvalidField("Anni di esposizione.");
+        const double level = ReadField(form.level_dba);
+        if (level == 0 || level > kMaxLevelDba) return InvalidField("Livello di esposizione.");
+        confirmed.years = years;
+        confirmed.level_dba = level;
+    }
+    if (fields.person) {
+        const double age = ReadField(form.age);
+        if (age == 0 || age - years < kMinAgeAtExposure) return InvalidField("Età individuo.");
+        confirmed.age = age;
+        confirmed.sex = form.sex == kMale ? kMale : kFemale;
+    }
+    state.current = confirmed;
+    state.quantity = form.quantity;
+    state.sex_choice = form.sex;
+    state.table = form.table;
+    return std::nullopt;
+}
+
+UserMessage InvalidField(std::string field) {
+    return {std::move(field), "Errore! Dati non validi"};
+}
+
+std::vector<LossPredictionRow> ComputeRows(LossPredictionState& state) {
+    std::vector<LossPredictionRow> rows;
+    for (const double fractile : FractilesFrom(kFirstTableFractile)) {
+        LossPredictionRow row;
+        row.fractile = fractile;
+        for (std::size_t i = 0; i < row.losses_db.size(); ++i) {
+            row.losses_db[i] = ComputeQuantity(state.current, state.quantity, fractile,
+                                               kAudiometricFrequenciesHz[i]);
+        }
+        if (HasDamage(state.quantity)) {
+            EarLosses scored{};
+            std::copy_n(row.losses_db.begin(), scored.size(), scored.begin());
+            row.damage_percent = EarDamagePercent(scored, state.table);
+            row.is_compensable = IsCompensable(*row.damage_percent, state.table);
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+ResultTable MakeTable(LossPredictionState& state) {
+    ResultTable table;
+    table.title = QuantityTitle(state.quantity);
+    table.parameter_line = ParameterLine(state);
+    table.parameter_cells = ParameterCells(state);
+    table.column_count = kTableColumns;
+    table.header = {"q (%)"};
+    for (std::string& label : FrequencyLabels()) table.header.push_back(std::move(label));
+    if (HasDamage(state.quantity)) table.header.emplace_back("Danno (%)");
+    table.column_colors.assign(kTableColumns, kBlack);
+    table.column_colors.front() = kTableRed;
+    table.column_colors[1 + kAudiometricFrequenciesHz.size()] = kTableGreen;
+    for (const LossPredictionRow& row : ComputeRows(state)) table.rows.push_back(TableRow(row));
+    return table;
+}
+
+Chart MakeFractileChart(LossPredictionState& state) {
+    Chart chart = MakeLossChart(state);
+    chart.horizontal_divisions = kFractileDivisions;
+    chart.horizontal_unit = "q (%)";
+    for (int i = 1; i <= kFractileDivisions; ++i) {
+        chart.horizontal_labels.push_back(FormatInteger(5LL * i));
+    }
+    chart.legend = FrequencyLabels();
+    for (const int frequency_hz : kAudiometricFrequenciesHz) {
+        chart.curves.push_back(FractileCurve(state, frequency_hz));
+    }
+    return chart;
+}
+
+Chart MakeAudiogram(LossPredictionState& state) {
+    Chart chart = MakeLossChart(state);
+    chart.horizontal_axis = HorizontalAxis::kFrequency;
+    chart.horizontal_unit = "f (Hz)";
+    chart.legend = AudiogramLabels();
+    for (const double fractile : AudiogramFractiles()) {
+        chart.curves.push_back(AudiogramCurve(state, fractile));
+    }
+    return chart;
+}
+
+void DrawNiptsTable(LossPredictionState& state, Canvas& canvas, const Rect& area,
+                    const DrawingStyle& style) {
+    DrawResultTable(canvas, area, MakeTable(state), style);
+}
+
+std::string ExportNiptsTable(LossPredictionState& state, std::string_view separator) {
+    return ResultTableCells(MakeTable(state), separator);
+}
+
+bool LossPredictionView::Has(ViewKind /*kind*/) const {
+    return true;
+}
+
+std::string_view LossPredictionView::MenuText(ViewKind kind) const {
+    switch (kind) {
+        case ViewKind::kTable:
+            return "&Tabella";
+        case ViewKind::kChart:
+            return "&Grafico";
+        case ViewKind::kAudiogram:
+            return "&Audiogramma";
+    }
+    return {};
+}
+
+std::string_view LossPredictionView::TipText(ViewKind kind) const {
+    return MenuText(kind).substr(1);
+}
+
+std::vector<std::string> LossPredictionView::CurveNames(ViewKind kind) const {
+    if (kind == ViewKind::kChart) return FrequencyLabels();
+    if (kind == ViewKind::kAudiogram) return AudiogramLabels();
+    return {};
+}
+
+void LossPredictionView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
+                              const DrawingStyle& style) const {
+    switch (kind) {
+        case ViewKind::kTable:
+            return DrawNiptsTable(state_, canvas, area, style);
+        case ViewKind::kChart:
+            return DrawChart(canvas, area, MakeFractileChart(state_), style);
+        case ViewKind::kAudiogram:
+            return DrawChart(canvas, area, MakeAudiogram(state_), style);
+    }
+}
+
+std::string LossPredictionView::TableText(std::string_view list_separator) const {
+    return ExportNiptsTable(state_, list_separator);
+}
+
+}  // namespace tonvale

@@ -1,0 +1,41 @@
+// The table of a hearing-damage view: drawn, as aligned text and as cells parted by a separator.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/canvas.h"
+#include "common/result_view.h"
+
+namespace tonvale {
+
+inline constexpr Color kTableRed{255, 0, 0};
+inline constexpr Color kTableGreen{0, 128, 0};  // dark: full green on white is hard to read
+
+struct TableCell {
+    std::string text;       // a number as printed, with a decimal point
+    std::string mark = {};  // drawn and written behind it
+};
+
+struct ResultTable {
+    std::string title;                         // without a leading blank
+    std::string parameter_line;                // as drawn
+    std::vector<std::string> parameter_cells;  // the same, one item a cell
+    int column_count = 0;                      // what the width is divided by
+    std::vector<std::string> header;           // red
+    std::vector<Color> column_colors;          // of the rows, as far as they are not black
+    std::vector<std::vector<TableCell>> rows;
+};
+
+// One text line under another from the top left corner, those that `area` has room for.
+void DrawResultTable(Canvas& canvas, const Rect& area, const ResultTable& table,
+                     const DrawingStyle& style);
+
+// Cells joined by the separator, decimal commas, lines ended by CR LF.
+std::string ResultTableCells(const ResultTable& table, std::string_view separator);
+
+// Columns aligned by blanks, lines ended by LF.
+std::string ResultTableAsText(const ResultTable& table);
+
+}  // namespace tonvale

@@ -1,0 +1,144 @@
+#include "hearing/damage_table.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace tonvale {
+namespace {
+
+constexpr std::array<DamageTable, 3> kAllTables{DamageTable::kNew, DamageTable::kOld,
+                                                DamageTable::kBiological};
+
+EarLosses Flat(double loss_db) {
+    return {loss_db, loss_db, loss_db, loss_db, loss_db};
+}
+
+TEST(DamageTable, ContributionsTakeTheRowsAndRunStraightBetweenThem) {
+    struct Row {
+        DamageTable table;
+        int frequency_hz;
+        double loss_db, value;
+    };
+    for (const Row& row : std::vector<Row>{
+             {DamageTable::kOld, 500, 20, 0},
+             {DamageTable::kOld, 500, 25, 2.77},
+             {DamageTable::kOld, 1000, 22.5, 1.665},
+             {DamageTable::kOld, 4000, 62.5, 4.72},
+             {DamageTable::kOld, 2000, 65, 40},
+             {DamageTable::kOld, 2000, 65.1, 40},
+             {DamageTable::kOld, 3000, 60, 0},
+             {DamageTable::kNew, 500, 25, 0},
+             {DamageTable::kNew, 2000, 26, 0.35},
+             {DamageTable::kNew, 3000, 42.5, 4.25},
+             {DamageTable::kNew, 4000, 70, 5},
+             {DamageTable::kNew, 4000, 200, 5},
+             {DamageTable::kBiological, 1000, 47, 10.8},
+             {DamageTable::kBiological, 3000, 85, 7.6},
+             {DamageTable::kBiological, 500, 90, 25},
+             {DamageTable::kBiological, 500, 90.5, 25},
+             {DamageTable::kBiological, 6000, 90, 0},
+             {static_cast<DamageTable>(1130), 500, 90, 0},
+         }) {
+        EXPECT_NEAR(DamageTableValue(row.loss_db, row.frequency_hz, row.table), row.value, 1e-12)
+            << row.frequency_hz << " Hz, " << row.loss_db << " dB";
+    }
+    // The interpolation lands on a row's value itself.
+    EXPECT_EQ(DamageTableValue(45, 2000, DamageTable::kOld), 22.22);
+}
+
+// How the tables are made: the old one straight from 20 to 65 dB, cut to hundredths; in the new one
+// 1000 and 2000 Hz follow 500 Hz, and 4000 follows 3000; the biological one weighs one curve.
+TEST(DamageTable, TheRowsFollowTheLawOfTheirTable) {
+    constexpr int kFrequencies[]{500, 1000, 2000, 3000, 4000};
+    constexpr double kOldMaxima[]{25, 30, 40, 0, 5};
+    for (int row = 0; row <= 9; ++row) {
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_NEAR(DamageTableValue(20 + 5 * row, kFrequencies[i], DamageTable::kOld),
+                        std::floor(kOldMaxima[i] * row / 9 * 100 + 1e-9) / 100, 1e-12)
+                << row;
+        }
+    }
+    double sum_of_500 = 0;
+    double sum_of_3000 = 0;
+    for (int loss = 25; loss <= 70; loss += 5) {
+        const auto value = [&](int hz) { return DamageTableValue(loss, hz, DamageTable::kNew); };
+        EXPECT_EQ(value(1000), value(500)) << loss;
+        EXPECT_NEAR(value(2000), value(500) * 1.4, 1e-12) << loss;
+        EXPECT_EQ(value(4000), value(3000) / 2) << loss;
+        sum_of_500 += value(500);
+        sum_of_3000 += value(3000);
+    }
+    EXPECT_EQ(sum_of_500, 146.25);
+    EXPECT_EQ(sum_of_3000, 55);
+    constexpr double kBiologicalMaxima[]{25, 30, 35, 8, 2};
+    constexpr int kShares[]{0, 5, 10, 20, 30, 45, 60, 70, 75, 80, 85, 90, 95, 100};
+    for (int row = 0; row < 14; ++row) {
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_NEAR(DamageTableValue(25 + 5 * row, kFrequencies[i], DamageTable::kBiological),
+                        kBiologicalMaxima[i] * kShares[row] / 100, 1e-12)
+                << row;
+        }
+    }
+}
+
+TEST(DamageTable, AContributionNeverFallsAndSaturatesAsItsTableDoes) {
+    constexpr double kLast[]{70, 65, 90};
+    for (std::size_t i = 0; i < kAllTables.size(); ++i) {
+        for (const int frequency_hz : {500, 1000, 2000, 3000, 4000}) {
+            double last = 0;
+            for (int step = -40; step < 520; ++step) {
+                const double loss = step * 0.25;
+                const double value = DamageTableValue(loss, frequency_hz, kAllTables[i]);
+                EXPECT_GE(value, last) << frequency_hz << " Hz, " << loss << " dB";
+                if (loss > kLast[i]) {
+                    EXPECT_EQ(value, last);
+                }
+                last = value;
+            }
+        }
+    }
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(DamageTableValue(inf, 500, DamageTable::kNew), 25);
+    EXPECT_EQ(DamageTableValue(-inf, 500, DamageTable::kNew), 0);
+}
+
+TEST(DamageTable, AnEarIsScoredByItsTable) {
+    for (const DamageTable table : kAllTables) EXPECT_EQ(EarDamagePercent(Flat(20), table), 0);
+    EXPECT_DOUBLE_EQ(EarDamagePercent(Flat(100), DamageTable::kNew), 60);
+    EXPECT_DOUBLE_EQ(EarDamagePercent(Flat(100), DamageTable::kOld), 60);
+    EXPECT_DOUBLE_EQ(EarDamagePercent(Flat(100), DamageTable::kBiological), 50);
+    EXPECT_EQ(EarDamagePercent(Flat(100), static_cast<DamageTable>(0)), 0);
+    // Each frequency in its place: 1.25, 6.25, 15.75, 5.5 and 3.75.
+    EXPECT_NEAR(EarDamagePercent({30, 35, 40, 45, 50}, DamageTable::kNew), 32.5 * 0.6, 1e-12);
+    EXPECT_NEAR(EarDamagePercent({30, 35, 40, 45, 50}, DamageTable::kOld),
+                (5.55 + 10 + 17.77 + 3.33) * 0.6, 1e-12);
+    EXPECT_NEAR(EarDamagePercent({30, 35, 40, 45, 50}, DamageTable::kBiological),
+                (1.25 + 3 + 7 + 2.4 + 0.9) * 0.5, 1e-12);
+}
+
+TEST(DamageTable, TheOldTableAddsFourForASteepFallOnly) {
+    EXPECT_DOUBLE_EQ(EarDamagePercent({0, 0, 20, 0, 60}, DamageTable::kOld), 4.44 * 0.6);
+    EXPECT_DOUBLE_EQ(EarDamagePercent({0, 0, 19.9, 0, 60}, DamageTable::kOld), 4.44 * 0.6 + 4);
+    EXPECT_DOUBLE_EQ(EarDamagePercent({0, 0, 19.9, 0, 60}, DamageTable::kNew), 4.5 * 0.6);
+    EXPECT_DOUBLE_EQ(EarDamagePercent({100, 100, 59, 100, 100}, DamageTable::kOld),
+                     (25 + 30 + (35.55 - 4.44 / 5) + 5) * 0.6 + 4);
+}
+
+TEST(DamageTable, KnowsItsNameAndWhatIsCompensated) {
+    EXPECT_EQ(DamageTableName(DamageTable::kNew), "Nuova");
+    EXPECT_EQ(DamageTableName(DamageTable::kOld), "Vecchia");
+    EXPECT_EQ(DamageTableName(DamageTable::kBiological), "Biologico");
+    for (const DamageTable table : {DamageTable::kNew, DamageTable::kOld}) {
+        EXPECT_TRUE(IsCompensable(11.0, table));
+        EXPECT_FALSE(IsCompensable(10.99, table));
+    }
+    EXPECT_TRUE(IsCompensable(6.0, DamageTable::kBiological));
+    EXPECT_FALSE(IsCompensable(5.99, DamageTable::kBiological));
+    EXPECT_FALSE(IsCompensable(100, static_cast<DamageTable>(0)));
+}
+
+}  // namespace
+}  // namespace tonvale

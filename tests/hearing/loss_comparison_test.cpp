@@ -1,0 +1,122 @@
+#include "hearing/loss_comparison.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "common/text.h"
+#include "tests/common/recording_canvas.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+TEST(LossComparison, OpensWithTheKeptValues) {
+    const LossComparisonForm form = FormFromState({});
+    EXPECT_EQ(ComparisonFractiles()[static_cast<std::size_t>(form.fractile_position)], "10");
+    EXPECT_EQ(ComparisonFrequencies()[static_cast<std::size_t>(form.frequency_position)], "4000");
+    EXPECT_EQ(form.level_dba, " 88");
+    EXPECT_EQ(ComparisonFractiles().size(), 19U);
+    EXPECT_EQ(ComparisonFractiles().back(), "95");
+}
+
+TEST(LossComparison, RefusesALevelAndChangesNothing) {
+    LossComparisonState state;
+    for (const char* level : {"89", "88.1", "0", "", "x", "0.000001"}) {
+        const auto message = Confirm({18, 0, level}, state);
+        ASSERT_TRUE(message) << level;
+        EXPECT_EQ(message->caption, "Livello di esposizione.");
+        EXPECT_EQ(message->text, "Errore! Dati non validi");
+    }
+    EXPECT_EQ(state.base.level_dba, 88);
+    EXPECT_EQ(state.base.frequency_hz, 4000);
+    EXPECT_EQ(state.fractile_position, 1);
+    for (const char* level : {"88", "-5", "88.00001"}) {
+        EXPECT_FALSE(Confirm({1, 4, level}, state)) << level;
+    }
+    ASSERT_FALSE(Confirm({6, 5, "80.5"}, state));
+    EXPECT_EQ(state.base.fractile, 35 * 0.01);
+    EXPECT_EQ(state.base.frequency_hz, 6000);
+    EXPECT_EQ(FormFromState(state).level_dba, " 81");
+    EXPECT_EQ(FormFromState(state).fractile_position, 6);
+    ASSERT_FALSE(Confirm({-1, 99, "80"}, state));
+    EXPECT_EQ(state.base.fractile, 0.05);
+    EXPECT_EQ(state.base.frequency_hz, 6000);
+}
+
+TEST(LossComparison, TabulatesYearsByLevels) {
+    const LossComparisonState state;
+    const LossComparisonView view(state);
+    const std::string text = view.TableText(";");
+    EXPECT_THAT(text, StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
+                                 "Frequenza: 4000 Hz;Frattile: 10 %\r\n"
+                                 "Anni;88 dBA;90 dBA;92 dBA;94 dBA;96 dBA;98 dBA;100 dBA\r\n"
+                                 " 2; 5,5; 7,4; 9,5;11,8;14,5;17,3;20,5\r\n"));
+    const auto lines = SplitLines(text);
+    ASSERT_THAT(lines, SizeIs(3 + 20));
+    // The standard's own examples after 10, 20, 30 and 40 years at 90 dBA: 15, 18, 19 and 20 dB.
+    EXPECT_EQ(lines[2 + 5], "10;11,5;15,3;19,6;24,5;30,0;35,9;42,5");
+    EXPECT_THAT(lines[2 + 10], StartsWith("20;13,3;17,8;"));
+    EXPECT_THAT(lines[2 + 20], StartsWith("40;15,2;20,2;"));
+
+    RecordingCanvas canvas;
+    view.Draw(ViewKind::kTable, canvas, {0, 0, 800, 600}, {});
+    EXPECT_EQ(canvas.texts.size(), 2U + 8 + 20 * 8);
+    EXPECT_EQ(canvas.texts[1].text, " Frequenza: 4000 Hz   Frattile: 10 %");
+    EXPECT_EQ(canvas.texts[10].color, kTableRed);
+    EXPECT_EQ(canvas.texts[17].text, "20.5");
+    EXPECT_EQ(canvas.texts[17].color, kBlack);
+}
+
+TEST(LossComparison, ChartsTheLossOverTime) {
+    const LossComparisonState state;
+    const Chart chart = MakeTimeChart(state);
+    EXPECT_EQ(chart.horizontal_divisions, 20);
+    EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "240");
+    EXPECT_EQ(chart.vertical_divisions, 10);
+    EXPECT_THAT(chart.legend, ElementsAre("  88 dBA", "  90 dBA", "  92 dBA", "  94 dBA",
+                                          "  96 dBA", "  98 dBA", " 100 dBA"));
+    ASSERT_EQ(chart.curves.size(), 7U);
+    EXPECT_EQ(chart.curves[6].size(), 20U);
+    EXPECT_EQ(chart.curves[6][4].x, 5);
+    EXPECT_NEAR(chart.curves[6][4].y, 10 - 4.24675, 1e-9);  // 10 years at 100 dBA
+    const LossComparisonView view(state);
+    EXPECT_EQ(view.CurveNames(ViewKind::kChart)[0], "88 dBA");
+    RecordingCanvas canvas;
+    view.Draw(ViewKind::kChart, canvas, {30, 10, 930, 610}, {.selected_curve = 3});
+    EXPECT_EQ(canvas.lines.size(), 20U + 10 + 2 + 1 + 19);
+    EXPECT_EQ(canvas.lines.back().pen, (Pen{kBlack, 2}));
+    EXPECT_EQ(canvas.texts.back().text, "  94 dBA");
+}
+
+TEST(LossComparison, ChartsTheLossOverLevel) {
+    LossComparisonState state;
+    ASSERT_FALSE(Confirm({9, 3, "80"}, state));
+    const Chart chart = MakeLevelChart(state);
+    EXPECT_EQ(chart.horizontal_divisions, 13);
+    EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "8092");
+    EXPECT_EQ(chart.horizontal_unit, "dBA  ");
+    EXPECT_THAT(chart.legend, ElementsAre("5 anni", "10 anni", "15 anni", "20 anni", "25 anni",
+                                          "30 anni", "35 anni"));
+    ASSERT_EQ(chart.curves.size(), 7U);
+    EXPECT_EQ(chart.curves[1].size(), 13U);
+    // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
+    EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
+    const LossComparisonView view(state);
+    RecordingCanvas canvas;
+    view.Draw(ViewKind::kAudiogram, canvas, {0, 0, 900, 600}, {});
+    EXPECT_EQ(canvas.lines.size(), 13U + 10 + 2 + 7 + 7 * 12);
+    EXPECT_EQ(view.MenuText(ViewKind::kAudiogram), "Perdite-&Livello");
+    EXPECT_EQ(view.MenuText(ViewKind::kChart), "&Perdite-Tempo");
+    EXPECT_EQ(view.TipText(ViewKind::kAudiogram), "Perdite-Livello");
+    RecordingCanvas nothing;
+    view.Draw(ViewKind::kAudiogram, nothing, {0, 0, 900, 0}, {});
+    view.Draw(ViewKind::kChart, nothing, {900, 0, 900, 10}, {});
+    EXPECT_THAT(nothing.lines, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tonvale

@@ -1,0 +1,269 @@
+#include "hearing/loss_prediction.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "common/numbers.h"
+#include "common/text.h"
+#include "tests/common/recording_canvas.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::Field;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+LossPredictionForm FormOf(QuantityKind quantity, std::string years, std::string level,
+                          std::string age) {
+    LossPredictionForm form;
+    form.quantity = quantity;
+    form.years = std::move(years);
+    form.level_dba = std::move(level);
+    form.age = std::move(age);
+    return form;
+}
+
+LossPredictionState StateOf(const LossPredictionForm& form) {
+    LossPredictionState state;
+    EXPECT_FALSE(Confirm(form, state));
+    return state;
+}
+
+// The caption of the refusal, after checking that it changed nothing; empty when accepted.
+std::string Refusal(const LossPredictionForm& form) {
+    LossPredictionState state;
+    state.current = {12, 87, 45, kFemale, 1000, 0.5};
+    const auto message = Confirm(form, state);
+    if (!message) return {};
+    EXPECT_EQ(message->text, "Errore! Dati non validi");
+    EXPECT_EQ(state.current.years, 12);
+    EXPECT_EQ(state.current.level_dba, 87);
+    EXPECT_EQ(state.current.age, 45);
+    EXPECT_EQ(state.current.sex, kFemale);
+    EXPECT_EQ(state.quantity, QuantityKind::kHtlan);
+    return message->caption;
+}
+
+TEST(LossPrediction, OpensWithTheKeptValues) {
+    LossPredictionState state;
+    const LossPredictionForm form = FormFromState(state, QuantityKind::kNipts);
+    EXPECT_EQ(form.years + form.level_dba + form.age, " 35 90 60");
+    EXPECT_EQ(form.quantity, QuantityKind::kNipts);
+    EXPECT_EQ(form.table, DamageTable::kNew);
+    state.current.level_dba = 87.5;
+    state.sex_choice = kFemale;
+    EXPECT_EQ(FormFromState(state, QuantityKind::kHtla).level_dba, " 88");
+    EXPECT_EQ(FormFromState(state, QuantityKind::kHtla).sex, kFemale);
+    EXPECT_TRUE(FieldsOf(QuantityKind::kNipts).noise);
+    EXPECT_FALSE(FieldsOf(QuantityKind::kNipts).person || FieldsOf(QuantityKind::kNipts).table);
+    EXPECT_FALSE(FieldsOf(QuantityKind::kHtla).noise);
+    EXPECT_TRUE(FieldsOf(QuantityKind::kHtla).person && FieldsOf(QuantityKind::kHtla).table);
+    EXPECT_TRUE(FieldsOf(QuantityKind::kHtlan).noise && FieldsOf(QuantityKind::kHtlan).person);
+}
+
+TEST(LossPrediction, RefusesFieldsInTheirOrderAndChangesNothing) {
+    const auto htlan = [](const char* years, const char* level, const char* age) {
+        return Refusal(FormOf(QuantityKind::kHtlan, years, level, age));
+    };
+    for (const char* years : {"0", "41", "40.01", "", "abc", ",5"}) {
+        EXPECT_EQ(htlan(years, "0", "0"), "Anni di esposizione.") << years;
+    }
+    for (const char* level : {"0", "101", "100.1", "dB"}) {
+        EXPECT_EQ(htlan("10", level, "0"), "Livello di esposizione.") << level;
+    }
+    EXPECT_EQ(htlan("15", "90", "30"), "Età individuo.");
+    EXPECT_EQ(htlan("15", "90", "32.9"), "Età individuo.");
+    EXPECT_EQ(htlan("15", "90", "0"), "Età individuo.");
+    EXPECT_EQ(htlan("-20", "90", "0"), "Età individuo.");
+    EXPECT_EQ(htlan("15", "90", "33"), "");
+    EXPECT_EQ(htlan("40", "100", "58"), "");
+    EXPECT_EQ(htlan("-5", "-3", "13"), "");
+    // Seven characters count: 0.000001 is read as 0.00000, 100.0001 as 100.000.
+    EXPECT_EQ(htlan("0.000001", "90", "60"), "Anni di esposizione.");
+    EXPECT_EQ(htlan("10", "100.0001", "60"), "");
+    // What does not enter the quantity is not read.
+    EXPECT_EQ(Refusal(FormOf(QuantityKind::kNipts, "10", "90", "0")), "");
+    EXPECT_EQ(Refusal(FormOf(QuantityKind::kHtla, "0", "0", "18")), "");
+    EXPECT_EQ(Refusal(FormOf(QuantityKind::kHtla, "40", "90", "17")), "Età individuo.");
+}
+
+TEST(LossPrediction, KeepsWhatTheQuantityDoesNotUse) {
+    LossPredictionState state;
+    LossPredictionForm form = FormOf(QuantityKind::kHtla, "1", "1", "25");
+    form.sex = kFemale;
+    ASSERT_FALSE(Confirm(form, state));
+    EXPECT_EQ(state.current.years, 35);
+    EXPECT_EQ(state.current.level_dba, 90);
+    EXPECT_EQ(state.current.age, 25);
+    EXPECT_EQ(state.current.sex, kFemale);
+    form = FormOf(QuantityKind::kNipts, "2", "95", "70");
+    ASSERT_FALSE(Confirm(form, state));
+    EXPECT_EQ(state.current.years, 2);
+    EXPECT_EQ(state.current.age, 25);
+    EXPECT_EQ(state.current.sex, kFemale);  // of the case
+    EXPECT_EQ(state.sex_choice, kMale);     // of the buttons
+}
+
+TEST(LossPrediction, TheRowOf55PerCentUsesTheMultiplierOf54) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtla, "", "", "18"));
+    const std::vector<LossPredictionRow> rows = ComputeRows(state);
+    ASSERT_EQ(rows.size(), 19U);
+    EXPECT_EQ(rows[10].fractile, 0.5499999999999999);
+    EXPECT_NEAR(rows[10].losses_db[0], -0.100 * 4.89, 1e-12);
+    EXPECT_EQ(rows[9].losses_db[0], 0);
+    EXPECT_LT(rows[9].fractile, 0.5);
+    EXPECT_NEAR(rows[11].losses_db[0], -0.253 * 4.89, 1e-12);
+    EXPECT_NEAR(rows[18].losses_db[0], -1.645 * 4.89, 1e-12);
+    // The chart does not fall short: 0.126 at 55 %.
+    const Chart chart = MakeFractileChart(state);
+    EXPECT_NEAR(chart.curves[0][10].y, LossAxisPosition(-0.126 * 4.89), 1e-12);
+}
+
+TEST(LossPrediction, MarksADamageThatIsCompensated) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    for (const DamageTable table :
+         {DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}) {
+        state.table = table;
+        for (const LossPredictionRow& row : ComputeRows(state)) {
+            const auto& losses = row.losses_db;
+            EXPECT_EQ(
+                row.damage_percent,
+                EarDamagePercent({losses[0], losses[1], losses[2], losses[3], losses[4]}, table));
+            EXPECT_EQ(row.is_compensable,
+                      *row.damage_percent >= (table == DamageTable::kBiological ? 6 : 11));
+        }
+    }
+    EXPECT_EQ(MakeTable(state).rows[0].back().mark, " *");
+    EXPECT_EQ(MakeTable(state).rows[18].back().mark, "");
+    state.quantity = QuantityKind::kNipts;
+    EXPECT_FALSE(ComputeRows(state)[0].damage_percent);
+}
+
+TEST(LossPrediction, ExportsTheTableInCells) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const std::string text = ExportNiptsTable(state, ";");
+    EXPECT_THAT(text, StartsWith("HTLAN - Hearing Threshold Level associated with Age and Noise\r\n"
+                                 "Anni di esposizione: 35;Leq: 90,0 dBA;Età: 60;Sesso: M;"
+                                 "Tabella: Nuova\r\n"
+                                 "q (%);500 Hz;1000 Hz;2000 Hz;3000 Hz;4000 Hz;6000 Hz;"
+                                 "Danno (%)\r\n"
+                                 " 5;20,8;22,4;40,7;60,2;72,8;77,4;18,5 *\r\n"));
+    EXPECT_THAT(text, HasSubstr("\r\n50; 6,2; 7,1;17,5;30,0;39,2;38,7; 1,1\r\n"));
+    EXPECT_THAT(SplitLines(text), SizeIs(3 + 19));
+
+    state = StateOf(FormOf(QuantityKind::kNipts, "-5", "90.26", ""));
+    EXPECT_THAT(ExportNiptsTable(state, "\t"),
+                AllOf(StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
+                                 "Anni di esposizione: -5\tLeq: 90,3 dBA\r\n"),
+                      HasSubstr("\t6000 Hz\r\n 5\t nan\t nan\t nan\t nan\t nan\t nan\r\n")));
+    LossPredictionForm woman = FormOf(QuantityKind::kHtla, "", "", "60");
+    woman.sex = kFemale;
+    woman.table = DamageTable::kBiological;
+    state = StateOf(woman);
+    EXPECT_THAT(ExportNiptsTable(state, ";"),
+                StartsWith("HTLA - Hearing Threshold Level associated with Age\r\n"
+                           "Età: 60;Sesso: F;Tabella: Biologico\r\n"));
+}
+
+TEST(LossPrediction, DrawsTheTableInNineColumns) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const LossPredictionView view(state);
+    RecordingCanvas canvas;
+    view.Draw(ViewKind::kTable, canvas, {50, 20, 950, 620}, {});
+    // Two marks beside the lines, the header and the rows.
+    ASSERT_EQ(canvas.texts.size(), 2U + 8 + 19 * 8 + 2);
+    EXPECT_EQ(canvas.texts[0].text,
+              " HTLAN - Hearing Threshold Level associated with Age and Noise");
+    EXPECT_EQ(canvas.texts[0].rect, (Rect{50, 20, 50, 20}));
+    EXPECT_EQ(canvas.texts[1].text,
+              " Anni di esposizione:  35   Leq: 90.0 dBA   Età:  60  Sesso: M   Tabella: Nuova");
+    EXPECT_EQ(canvas.texts[1].rect.top, 32);
+    EXPECT_EQ(canvas.texts[9].text, "Danno (%)");
+    EXPECT_EQ(canvas.texts[9].rect, (Rect{750, 44, 825, 56}));
+    EXPECT_EQ(canvas.texts[9].color, kTableRed);
+    EXPECT_EQ(canvas.texts[10].text, " 5");
+    EXPECT_EQ(canvas.texts[10].color, kTableRed);
+    EXPECT_EQ(canvas.texts[12].text, "22.4");
+    EXPECT_EQ(canvas.texts[12].rect, (Rect{250, 56, 325, 68}));
+    EXPECT_EQ(canvas.texts[12].color, kBlack);
+    EXPECT_EQ(canvas.texts[17].text + canvas.texts[18].text, "18.5 *");
+    EXPECT_EQ(canvas.texts[18].color, kTableGreen);
+    EXPECT_EQ(canvas.texts.back().rect.bottom, 20 + 12 * 22);
+
+    RecordingCanvas black;
+    state.quantity = QuantityKind::kNipts;
+    view.Draw(ViewKind::kTable, black, {0, 0, 900, 600}, {.use_color = false});
+    EXPECT_EQ(black.texts.size(), 2U + 7 + 19 * 7);
+    EXPECT_EQ(black.texts[1].text, " Anni di esposizione:  35   Leq: 90.0 dBA");
+    for (const auto& text : black.texts) EXPECT_EQ(text.color, kBlack);
+
+    RecordingCanvas low;
+    view.Draw(ViewKind::kTable, low, {0, 0, 900, 12 * 4 + 11}, {});
+    EXPECT_EQ(low.texts.size(), 2U + 7 + 7);
+    RecordingCanvas nothing;
+    view.Draw(ViewKind::kTable, nothing, {0, 0, 900, 0}, {});
+    view.Draw(ViewKind::kTable, nothing, {0, 0, 0, 900}, {});
+    EXPECT_THAT(nothing.texts, IsEmpty());
+}
+
+TEST(LossPrediction, ChartsTheQuantityOverTheFractile) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kNipts, "40", "100", ""));
+    const Chart chart = MakeFractileChart(state);
+    EXPECT_EQ(chart.horizontal_unit, "q (%)");
+    EXPECT_EQ(chart.horizontal_labels.size(), 19U);
+    EXPECT_EQ(chart.horizontal_labels.back(), "95");
+    EXPECT_THAT(chart.vertical_labels, ElementsAre("- 90", "- 80", "- 70", "- 60", "- 50", "- 40",
+                                                   "- 30", "- 20", "- 10"));
+    EXPECT_THAT(chart.legend,
+                ElementsAre("500 Hz", "1000 Hz", "2000 Hz", "3000 Hz", "4000 Hz", "6000 Hz"));
+    ASSERT_EQ(chart.curves.size(), 6U);
+    for (const Curve& curve : chart.curves) EXPECT_EQ(curve.size(), 19U);
+    EXPECT_EQ(chart.curves[4][9].x, 10);
+    EXPECT_NEAR(chart.curves[4][9].y, 10 - 4.0657, 1e-4);
+    const LossPredictionView view(state);
+    EXPECT_EQ(view.CurveNames(ViewKind::kChart), chart.legend);
+    RecordingCanvas all;
+    view.Draw(ViewKind::kChart, all, {0, 0, 1000, 700}, {});
+    // Grid, axes, legend and eighteen pieces a curve.
+    EXPECT_EQ(all.lines.size(), 19U + 10 + 2 + 6 + 6 * 18);
+    RecordingCanvas one;
+    view.Draw(ViewKind::kChart, one, {0, 0, 1000, 700}, {.selected_curve = 4});
+    EXPECT_EQ(one.lines.size(), 19U + 10 + 2 + 1 + 18);
+    EXPECT_EQ(one.lines.back().pen.color, (Color{255, 255, 0}));
+    state.current.years = -5;
+    RecordingCanvas undefined;
+    view.Draw(ViewKind::kChart, undefined, {0, 0, 1000, 700}, {});
+    EXPECT_EQ(undefined.lines.size(), 19U + 10 + 2 + 6);
+}
+
+TEST(LossPrediction, DrawsSevenFractilesAsAudiograms) {
+    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const Chart chart = MakeAudiogram(state);
+    EXPECT_EQ(chart.horizontal_unit, "f (Hz)");
+    EXPECT_THAT(chart.legend, ElementsAre(" 5 %", "10 %", "25 %", "50 %", "75 %", "90 %", "95 %"));
+    const std::vector<LossPredictionRow> rows = ComputeRows(state);
+    ASSERT_EQ(chart.curves.size(), 7U);
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(chart.curves[0][i].x, kAudiometricFrequenciesHz[i]);
+        EXPECT_EQ(chart.curves[2][i].y, LossAxisPosition(rows[4].losses_db[i]));
+        EXPECT_EQ(chart.curves[6][i].y, LossAxisPosition(rows[18].losses_db[i]));
+    }
+    const LossPredictionView view(state);
+    RecordingCanvas canvas;
+    view.Draw(ViewKind::kAudiogram, canvas, {0, 0, 1000, 700}, {.selected_curve = 0});
+    EXPECT_EQ(canvas.lines.size(), 6U + 10 + 2 + 1 + 5);
+    EXPECT_EQ(view.MenuText(ViewKind::kAudiogram), "&Audiogramma");
+    EXPECT_EQ(view.TipText(ViewKind::kChart), "Grafico");
+    EXPECT_THAT(view.CurveNames(ViewKind::kTable), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tonvale
