@@ -1,0 +1,380 @@
+#include "report/report_document_win.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <optional>
+#include <string_view>
+
+#include "common/clipboard_win.h"
+#include "common/dialog_win.h"
+#include "common/file_dialogs_win.h"
+#include "common/file_kinds.h"
+#include "common/handles_win.h"
+#include "common/text.h"
+#include "report/format_menus_win.h"
+#include "report/format_toolbar_win.h"
+#include "report/report_clipboard_win.h"
+#include "report/report_file_win.h"
+#include "report/report_printing_win.h"
+#include "report/rich_edit_objects_win.h"
+#include "report/rich_edit_pictures_win.h"
+#include "report/rtf_reader.h"
+#include "report/text_colors.h"
+#include "resources/resource.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr COLORREF kPaper = RGB(255, 255, 210);
+constexpr char kUntitled[] = "Senza titolo";
+
+struct Command {
+    int id;
+    void (*run)(RichEdit& edit);
+};
+
+// Commands that change the selection's format and need nothing else.
+constexpr std::array<Command, 10> kCommands = {{
+    {CMD_BULLETS, ToggleBullets},
+    {CMD_COLOR_AUTOMATIC, SetAutomaticColor},
+    {CMD_BOLD, ToggleBold},
+    {CMD_ITALIC, ToggleItalic},
+    {CMD_UNDERLINE, ToggleUnderline},
+    {CMD_SUPERSCRIPT, ToggleSuperscript},
+    {CMD_SUBSCRIPT, ToggleSubscript},
+    {CMD_ALIGN_LEFT, [](RichEdit& edit) { SetAlignment(edit, Alignment::kLeft); }},
+    {CMD_ALIGN_CENTER, [](RichEdit& edit) { SetAlignment(edit, Alignment::kCenter); }},
+    {CMD_ALIGN_RIGHT, [](RichEdit& edit) { SetAlignment(edit, Alignment::kRight); }},
+}};
+
+bool IsAlignment(int command) {
+    return command >= CMD_ALIGN_LEFT && command <= CMD_ALIGN_RIGHT;
+}
+
+bool IsColor(int command) {
+    return command >= CMD_COLOR_FIRST && command <= CMD_COLOR_LAST;
+}
+
+UserMessage NoReport(const std::string& path) {
+    return {path, "Il file non è un documento di Tonvale. Impossibile aprire!", MessageIcon::kStop};
+}
+
+UserMessage TooLongReport(const std::string& path) {
+    return {path, "Il testo del file è troppo lungo per il documento. Impossibile aprire!",
+            MessageIcon::kStop};
+}
+
+UserMessage DamagedReport(const std::string& path) {
+    return {path,
+            "Il file è incompleto o danneggiato: viene aperto ciò che si può leggere, come "
+            "documento senza titolo. Il file resta com'è.",
+            MessageIcon::kExclamation};
+}
+
+UserMessage NotWhole(const std::string& path) {
+    return {path,
+            "Il documento contiene un oggetto che non può essere scritto. Impossibile salvare!\r\n"
+            "Il file resta com'era: eliminare l'oggetto e salvare di nuovo.",
+            MessageIcon::kStop};
+}
+
+// The editor's own keys for the clipboard would pass the document's rules by.
+bool RunClipboardKey(ReportDocument& document, WPARAM key) {
+    if (GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
+    switch (key) {
+        case 'C':
+            document.Copy();
+            return true;
+        case 'X':
+            document.Cut();
+            return true;
+        case 'V':
+            document.Paste();
+            return true;
+        default:
+            return false;
+    }
+}
+
+// Files dropped on the editor are the main window's, like those dropped beside it. It gets a copy
+// of the handle: the editor keeps its own.
+void ForwardDrop(HWND parent, HGLOBAL drop) {
+    const SIZE_T size = GlobalSize(drop);
+    UniqueGlobal copy(GlobalAlloc(GMEM_MOVEABLE, size));
+    const void* from = copy ? GlobalLock(drop) : nullptr;
+    if (!from) return;
+    std::memcpy(GlobalLock(copy.get()), from, size);
+    GlobalUnlock(copy.get());
+    GlobalUnlock(drop);
+    PostMessageW(parent, WM_DROPFILES, reinterpret_cast<WPARAM>(copy.release()), 0);
+}
+
+}  // namespace
+
+struct ReportDocument::Parts {
+    explicit Parts(AppContext& context) : app(context) {}
+
+    AppContext& app;
+    HWND parent = nullptr;
+    RichEdit edit;
+    FormatToolbar toolbar;
+    RichEditGaps gaps;
+    RECT area{};
+    bool visible = true;
+    bool word_wrap = true;
+    std::string path;
+
+    void ShowState() { toolbar.ShowState(ReadFormatState(edit), word_wrap); }
+    int Tell(const UserMessage& message, UINT buttons = MB_OK) const {
+        return ShowMessageBox(parent, message, buttons);
+    }
+    void SetUpEditor();
+    void MakeEmpty();
+    void Adopt(const std::string& new_path, bool modified);
+    bool WriteTo(const std::string& target);
+    void RunCommand(int id);
+};
+
+void ReportDocument::Parts::SetUpEditor() {
+    edit.Send(EM_EXLIMITTEXT, 0, kMaxReportCharacters);
+    edit.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(kPaper));
+    edit.SetWordWrap(word_wrap);
+    edit.Send(EM_SETEVENTMASK, 0, ENM_KEYEVENTS | ENM_MOUSEEVENTS | ENM_SELCHANGE | ENM_DROPFILES);
+    if (gaps.blank_pictures) DrawPicturesOf(edit.window());
+    ServeObjects(edit.window(), parent,
+                 [this] { return LoadFormatMenu(app.instance, ReadFormatState(edit), word_wrap); });
+    MakeEmpty();
+}
+
+void ReportDocument::Parts::MakeEmpty() {
+    edit.Clear();
+    SetDefaultFormats(edit);
+    Adopt({}, false);
+}
+
+// What stands in the editor is now the document of `new_path`.
+void ReportDocument::Parts::Adopt(const std::string& new_path, bool modified) {
+    path = new_path;
+    edit.SetModified(modified);
+    edit.Send(EM_EMPTYUNDOBUFFER);
+    ShowState();
+}
+
+bool ReportDocument::Parts::WriteTo(const std::string& target) {
+    const WaitCursor wait;
+    const std::optional<std::string> rtf = WriteReportRtf(edit, gaps, false);
+    if (!rtf) {
+        Tell(NotWhole(target));
+        return false;
+    }
+    if (!WriteFileSafely(*app.files, target, *rtf)) {
+        Tell(CanWriteAlone(target) ? SaveFailure(target) : SaveLockMessage(target));
+        return false;
+    }
+    path = target;
+    edit.SetModified(false);
+    return true;
+}
+
+void ReportDocument::Parts::RunCommand(int id) {
+    if (id == CMD_FONT) return ChooseTextFont(edit, parent);
+    if (id == CMD_WORD_WRAP) {
+        word_wrap = !word_wrap;
+        return edit.SetWordWrap(word_wrap);
+    }
+    if (id == CMD_COLOR_MENU) {
+        id = ChooseFromColorMenu(app.instance, parent);
+    }
+    if (IsColor(id)) {
+        const Color color = kTextColors.at(static_cast<std::size_t>(id - CMD_COLOR_FIRST));
+        return SetTextColor(edit, RGB(color.red, color.green, color.blue));
+    }
+    const auto* command =
+        std::find_if(kCommands.begin(), kCommands.end(),
+                     [id](const Command& candidate) { return candidate.id == id; });
+    if (command != kCommands.end() && (word_wrap || !IsAlignment(id))) command->run(edit);
+}
+
+ReportDocument::ReportDocument(AppContext& app) : parts_(std::make_unique<Parts>(app)) {}
+
+ReportDocument::~ReportDocument() = default;
+
+bool ReportDocument::Create(HWND parent) {
+    constexpr DWORD kStyle = WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_AUTOVSCROLL |
+                             ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+    Parts& parts = *parts_;
+    parts.parent = parent;
+    if (!parts.edit.Create(parts.app.instance, parent, IDC_REPORT_EDITOR, kStyle,
+                           WS_EX_CLIENTEDGE) ||
+        !parts.toolbar.Create(parts.app.instance, parent)) {
+        return false;
+    }
+    parts.gaps = FindRichEditGaps(parts.app.instance, parent);
+    parts.SetUpEditor();
+    return true;
+}
+
+void ReportDocument::Layout(const RECT& area) {
+    const int bar_height = parts_->toolbar.Height();
+    const int width = area.right - area.left;
+    parts_->area = area;
+    SetWindowPos(parts_->toolbar.window(), nullptr, area.left, area.top, width, bar_height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(parts_->edit.window(), nullptr, area.left, area.top + bar_height, width,
+                 std::max(static_cast<int>(area.bottom - area.top) - bar_height, 0),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ReportDocument::Show(bool visible) {
+    parts_->visible = visible;
+    ShowWindow(parts_->toolbar.window(), visible ? SW_SHOW : SW_HIDE);
+    ShowWindow(parts_->edit.window(), visible ? SW_SHOW : SW_HIDE);
+}
+
+void ReportDocument::OnDpiChanged() {
+    parts_->toolbar.Create(parts_->app.instance, parts_->parent);
+    parts_->ShowState();
+    Layout(parts_->area);
+    Show(parts_->visible);
+}
+
+void ReportDocument::SetFocus() {
+    ::SetFocus(parts_->edit.window());
+}
+
+const std::string& ReportDocument::path() const {
+    return parts_->path;
+}
+
+bool ReportDocument::IsModified() const {
+    return parts_->edit.IsModified();
+}
+
+bool ReportDocument::MayDiscard() {
+    if (!IsModified()) return true;
+    const int answer =
+        parts_->Tell({"Attenzione", "Il documento è stato modificato. Salvare le modifiche?",
+                      MessageIcon::kExclamation},
+                     MB_YESNOCANCEL);
+    if (answer == IDYES) Save();
+    return answer == IDNO || (answer == IDYES && !IsModified());
+}
+
+bool ReportDocument::New() {
+    if (!MayDiscard()) return false;
+    parts_->MakeEmpty();
+    return true;
+}
+
+bool ReportDocument::Open(const std::string& path) {
+    if (!MayDiscard()) return false;
+    Parts& parts = *parts_;
+    const auto refuse = [&parts](const UserMessage& message) {
+        parts.Tell(message);
+        return false;
+    };
+    const WaitCursor wait;
+    const std::optional<std::string> rtf = ReadAlone(path);
+    if (!rtf) return refuse(OpenLockMessage(path));
+    if (!rtf->empty() && !IsRtf(*rtf)) return refuse(NoReport(path));
+    if (CharacterCount(PlainTextOf(ReadRichText(*rtf))) > kMaxReportCharacters) {
+        return refuse(TooLongReport(path));
+    }
+    parts.MakeEmpty();
+    if (rtf->empty()) {
+        parts.Adopt(path, false);
+        return true;
+    }
+    const bool understood = ReadReportRtf(parts.edit, parts.gaps, *rtf, false);
+    const bool is_whole = understood && IsWholeRtf(*rtf);
+    parts.edit.Select({0, 0});
+    parts.Adopt(is_whole ? path : std::string(), !is_whole);
+    if (!is_whole) parts.Tell(DamagedReport(path));
+    return true;
+}
+
+bool ReportDocument::Save() {
+    return parts_->path.empty() ? SaveAs() : parts_->WriteTo(parts_->path);
+}
+
+bool ReportDocument::SaveAs() {
+    const FileKindInfo& kind = InfoOf(FileKind::kReport);
+    while (true) {
+        const std::optional<std::string> target =
+            ChooseFileToSave(parts_->app, parts_->parent, kind.filter_text, kSaveDataTitle);
+        if (!target) return false;
+        if (EqualsIgnoringCase(FileExtension(*target), kind.extension)) {
+            return parts_->WriteTo(*target);
+        }
+    }
+}
+
+void ReportDocument::Cut() {
+    if (CanCut() && Copy()) parts_->edit.Send(WM_CLEAR);
+}
+
+bool ReportDocument::Copy() {
+    const bool copied = CopyFromReport(parts_->app, parts_->edit, parts_->gaps);
+    if (!copied) ShowCopyFailure(parts_->parent);
+    return copied;
+}
+
+void ReportDocument::Paste() {
+    const std::optional<UserMessage> failure =
+        PasteInReport(parts_->app, parts_->edit, parts_->gaps);
+    if (failure) parts_->Tell(*failure);
+    parts_->ShowState();
+}
+
+bool ReportDocument::CanPaste() const {
+    return CanPasteInReport(parts_->app);
+}
+
+bool ReportDocument::CanCut() const {
+    const CHARRANGE selection = parts_->edit.Selection();
+    return selection.cpMin != selection.cpMax;
+}
+
+void ReportDocument::Print() {
+    const WaitCursor wait;
+    PrintReportDocument(parts_->app, parts_->edit, parts_->gaps,
+                        parts_->path.empty() ? kUntitled : parts_->path);
+}
+
+bool ReportDocument::OnCommand(int id, bool /*from_toolbar*/) {
+    if (id < CMD_BULLETS || id > CMD_WORD_WRAP) return false;
+    parts_->RunCommand(id);
+    parts_->ShowState();
+    return true;
+}
+
+bool ReportDocument::OnNotify(const NMHDR& header, LRESULT& result) {
+    result = 0;
+    if (header.code == TTN_GETDISPINFOW) {
+        auto& request = const_cast<NMTTDISPINFOW&>(reinterpret_cast<const NMTTDISPINFOW&>(header));
+        const wchar_t* tip = FormatToolbar::TipOf(static_cast<int>(header.idFrom));
+        if (tip) request.lpszText = const_cast<wchar_t*>(tip);  // only read
+        return tip != nullptr;
+    }
+    if (header.hwndFrom != parts_->edit.window()) return false;
+    if (header.code == EN_SELCHANGE) {
+        parts_->ShowState();
+        return true;
+    }
+    if (header.code == EN_MSGFILTER) {
+        const auto& filter = reinterpret_cast<const MSGFILTER&>(header);
+        result = filter.msg == WM_KEYDOWN && RunClipboardKey(*this, filter.wParam);
+        return true;
+    }
+    if (header.code == EN_DROPFILES) {
+        ForwardDrop(parts_->parent, reinterpret_cast<const ENDROPFILES&>(header).hDrop);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace tonvale

@@ -1,0 +1,22 @@
+// The report document's file.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "common/user_message.h"
+
+namespace tonvale {
+
+// Reads a file while no other program may use it; nullopt when it is missing, in use, or longer
+// than kMaxFileBytes.
+std::optional<std::string> ReadAlone(const std::string& path);
+
+// True when `path` could be opened for writing with no other program using it, or could be created.
+// The file, or its absence, stays as it is.
+bool CanWriteAlone(const std::string& path);
+
+UserMessage OpenLockMessage(const std::string& path);
+UserMessage SaveLockMessage(const std::string& path);
+
+}  // namespace tonvale

@@ -1,0 +1,97 @@
+#include "report/report_printing_win.h"
+
+#include <memory>
+#include <optional>
+
+#include "common/printer_win.h"
+#include "common/unicode_win.h"
+#include "report/picture_win.h"
+#include "report/rich_text_printer.h"
+#include "report/rtf_reader.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+
+// Text in the code page that belongs to a character set.
+std::string DecodeCharset(int charset, std::string_view bytes) {
+    constexpr UINT kSymbolCodePage = 42;
+    CHARSETINFO info{};
+    const bool is_known =
+        charset != DEFAULT_CHARSET && charset != SYMBOL_CHARSET &&
+        TranslateCharsetInfo(reinterpret_cast<DWORD*>(static_cast<UINT_PTR>(charset)), &info,
+                             TCI_SRCCHARSET);
+    if (charset != SYMBOL_CHARSET && !is_known) return DecodeAsWindows1252(charset, bytes);
+    const UINT page = is_known ? info.ciACP : kSymbolCodePage;
+    const int size = static_cast<int>(bytes.size());
+    const int units = MultiByteToWideChar(page, 0, bytes.data(), size, nullptr, 0);
+    std::wstring text(static_cast<std::size_t>(units), L'\0');
+    MultiByteToWideChar(page, 0, bytes.data(), size, text.data(), units);
+    return Narrow(text);
+}
+
+// Lays out and draws the text without the control.
+void PrintByHand(Printer& printer, const RichEdit& edit, const RichEditGaps& gaps,
+                 const std::string& name) {
+    const CHARRANGE selection = edit.Selection();
+    const std::optional<std::string> rtf = edit.WriteRtf(selection.cpMin != selection.cpMax);
+    if (!rtf) return;
+    HDC dc = DeviceContextOf(printer);
+    PrintRichText(printer, ReadRichText(RepairWrittenRtf(*rtf, gaps.writer), DecodeCharset), name,
+                  [dc](const RichPicture& picture, const Rect& place) {
+                      if (!dc) return;
+                      DrawPicture(dc, picture, {place.left, place.top, place.right, place.bottom});
+                  });
+}
+
+// One page after the other, drawn by the control. False when a page cannot be printed.
+bool PrintPages(Printer& printer, const RichEdit& edit, FORMATRANGE& range, LONG end) {
+    while (range.chrg.cpMin < end) {
+        if (!printer.StartPage()) return false;
+        const auto next =
+            static_cast<LONG>(edit.Send(EM_FORMATRANGE, TRUE, reinterpret_cast<LPARAM>(&range)));
+        if (!printer.EndPage()) return false;
+        if (next <= range.chrg.cpMin) break;
+        range.chrg.cpMin = next;
+        range.chrg.cpMax = end;
+    }
+    return true;
+}
+
+void PrintByControl(Printer& printer, HDC dc, const RichEdit& edit, const std::string& name) {
+    const Rect area = PrintedAreaTwips(printer.PageSize(), printer.Resolution());
+    if (area.Width() <= 0 || !printer.StartDocument(name)) return;
+    CHARRANGE selection = edit.Selection();
+    if (selection.cpMin == selection.cpMax) selection = {0, edit.TextLength()};
+    const LONG margin = kTwipsPerInch;
+    FORMATRANGE range{dc,
+                      dc,
+                      {area.left, area.top, area.right, area.bottom},
+                      {0, 0, area.right + margin, area.bottom + margin},
+                      selection};
+    const bool printed = PrintPages(printer, edit, range, selection.cpMax);
+    edit.Send(EM_FORMATRANGE, FALSE, 0);  // what it keeps of the device
+    if (printed) {
+        printer.EndDocument();
+    } else {
+        printer.AbortDocument();
+    }
+}
+
+}  // namespace
+
+void PrintReportDocument(AppContext& app, RichEdit& edit, const RichEditGaps& gaps,
+                         const std::string& name) {
+    const std::unique_ptr<Printer> printer = app.open_printer();
+    if (!printer) return;
+    HDC dc = DeviceContextOf(*printer);
+    if (gaps.cannot_format_pages || !dc) {
+        PrintByHand(*printer, edit, gaps, name);
+    } else {
+        PrintByControl(*printer, dc, edit, name);
+    }
+}
+
+}  // namespace tonvale

@@ -1,0 +1,41 @@
+// What the rich-text control of this system cannot do, and how it is done instead. A control that
+// does something itself is left to do it: each gap is found by trying the control out.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "report/rich_edit_win.h"
+#include "report/rich_text.h"
+#include "report/rtf_repair.h"
+
+namespace tonvale {
+
+struct RichEditGaps {
+    RtfWriterFaults writer;
+    bool forgets_offsets = false;      // \up and \dn are not read
+    bool drops_pictures = false;       // PNG and JPEG pictures are not read
+    bool blank_pictures = false;       // metafiles are read, but not drawn
+    bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing
+};
+
+// Tries out a control of its own, which nobody sees; all gaps when there is none to be had.
+RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent);
+
+// The document, or the selection, in Rich Text Format as other programs read it; nullopt when the
+// control cannot write it whole.
+std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGaps& gaps,
+                                          bool selection_only);
+
+// Puts `rtf` in place of the document or the selection. False when the control could not make
+// sense of all of it.
+bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
+                   bool selection_only);
+
+// `picture`, an enhanced metafile, as a document of its own in Rich Text Format.
+std::string PictureAsRtf(const RichPicture& picture);
+
+}  // namespace tonvale

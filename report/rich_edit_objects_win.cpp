@@ -1,0 +1,153 @@
+#include "report/rich_edit_objects_win.h"
+
+#include <ole2.h>
+
+#include <richedit.h>
+
+#include <richole.h>
+
+#include <string>
+#include <utility>
+
+#include "common/numbers.h"
+#include "common/unicode_win.h"
+#include "report/com_pointer_win.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr char kStorageName[] = "BREOBJ";
+
+// Counts its references; the last one deletes it.
+class ReferenceCount {
+  public:
+    ULONG Add() { return ++count_; }
+    ULONG Remove() { return --count_; }
+
+  private:
+    ULONG count_ = 1;
+};
+
+// The main window, as an object edited in place sees it. It gives its menu and its borders to none.
+class InPlaceFrame final : public IOleInPlaceFrame {
+  public:
+    explicit InPlaceFrame(HWND frame) : frame_(frame) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        const bool is_known = id == IID_IUnknown || id == IID_IOleWindow ||
+                              id == IID_IOleInPlaceUIWindow || id == IID_IOleInPlaceFrame;
+        *object = is_known ? this : nullptr;
+        if (is_known) AddRef();
+        return is_known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return references_.Add(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = references_.Remove();
+        if (left == 0) delete this;
+        return left;
+    }
+    STDMETHODIMP GetWindow(HWND* window) override {
+        *window = frame_;
+        return S_OK;
+    }
+    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
+    STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
+    STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject*, LPCOLESTR) override { return S_OK; }
+    STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+    STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
+    STDMETHODIMP RemoveMenus(HMENU) override { return S_OK; }
+    STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
+    STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+    STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+
+  private:
+    virtual ~InPlaceFrame() = default;
+
+    HWND frame_;
+    ReferenceCount references_;
+};
+
+class ObjectCallback final : public IRichEditOleCallback {
+  public:
+    ObjectCallback(HWND frame, std::function<HMENU()> make_menu)
+        : frame_(frame), make_menu_(std::move(make_menu)) {}
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        const bool is_known = id == IID_IUnknown || id == IID_IRichEditOleCallback;
+        *object = is_known ? this : nullptr;
+        if (is_known) AddRef();
+        return is_known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return references_.Add(); }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = references_.Remove();
+        if (left == 0) delete this;
+        return left;
+    }
+
+    STDMETHODIMP GetNewStorage(LPSTORAGE* storage) override;
+    STDMETHODIMP GetInPlaceContext(LPOLEINPLACEFRAME* frame, LPOLEINPLACEUIWINDOW* document,
+                                   LPOLEINPLACEFRAMEINFO info) override;
+    STDMETHODIMP ShowContainerUI(BOOL) override { return S_OK; }
+    STDMETHODIMP QueryInsertObject(LPCLSID, LPSTORAGE, LONG) override { return S_OK; }
+    STDMETHODIMP DeleteObject(LPOLEOBJECT) override { return S_OK; }
+    STDMETHODIMP QueryAcceptData(LPDATAOBJECT, CLIPFORMAT*, DWORD, BOOL, HGLOBAL) override {
+        return S_OK;
+    }
+    STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    // The control makes a data object of its own.
+    STDMETHODIMP GetClipboardData(CHARRANGE*, DWORD, LPDATAOBJECT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetDragDropEffect(BOOL, DWORD, LPDWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP GetContextMenu(WORD, LPOLEOBJECT, CHARRANGE*, HMENU* menu) override {
+        *menu = make_menu_();
+        return *menu ? S_OK : E_FAIL;
+    }
+
+  private:
+    virtual ~ObjectCallback() = default;
+
+    HWND frame_;
+    std::function<HMENU()> make_menu_;
+    ReferenceCount references_;
+    ComPointer<IStorage> file_;
+    long objects_ = 0;
+};
+
+STDMETHODIMP ObjectCallback::GetNewStorage(LPSTORAGE* storage) {
+    *storage = nullptr;
+    constexpr DWORD kAccess = STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE;
+    if (!file_) {
+        // Without a name: in the folder of temporary files.
+        IStorage* file = nullptr;
+        const HRESULT result = StgCreateDocfile(nullptr, kAccess | STGM_DELETEONRELEASE, 0, &file);
+        if (FAILED(result)) return result;
+        file_.reset(file);
+    }
+    const std::wstring name = Widen(kStorageName + FormatInteger(objects_++));
+    return file_->CreateStorage(name.c_str(), kAccess, 0, 0, storage);
+}
+
+STDMETHODIMP ObjectCallback::GetInPlaceContext(LPOLEINPLACEFRAME* frame,
+                                               LPOLEINPLACEUIWINDOW* document,
+                                               LPOLEINPLACEFRAMEINFO info) {
+    *frame = new InPlaceFrame(frame_);
+    *document = nullptr;
+    info->fMDIApp = FALSE;
+    info->hwndFrame = frame_;
+    info->haccel = nullptr;
+    info->cAccelEntries = 0;
+    return S_OK;
+}
+
+}  // namespace
+
+bool ServeObjects(HWND editor, HWND frame, std::function<HMENU()> make_menu) {
+    const ComPointer<ObjectCallback> callback(new ObjectCallback(frame, std::move(make_menu)));
+    return SendMessageW(editor, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(callback.get())) !=
+           0;
+}
+
+}  // namespace tonvale

@@ -1,0 +1,18 @@
+// Objects of other programs within the report document.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+namespace tonvale {
+
+// Serves the editor's requests about embedded objects: storages for new ones, the frame for those
+// that are edited in place, and the menu of the right mouse button.
+//
+// Every object has a storage of its own, "BREOBJ" and a running number, within one compound file
+// that the system deletes with the program's end. `make_menu` gives a menu that the editor shows
+// and destroys.
+bool ServeObjects(HWND editor, HWND frame, std::function<HMENU()> make_menu);
+
+}  // namespace tonvale

@@ -1,0 +1,73 @@
+// The rich-text edit control, in the terms of its own messages.
+#pragma once
+
+#include <windows.h>
+
+#include <richedit.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+inline constexpr int kMaxReportCharacters = 0xFFFFF;
+
+class RichEdit {
+  public:
+    // Creates an empty editor without formats of its own; false when it cannot be.
+    bool Create(HINSTANCE instance, HWND parent, int id, DWORD style, DWORD extended_style);
+    HWND window() const { return window_; }
+
+    // The whole text, or the selection only, in Rich Text Format; nullopt when the control says
+    // that it failed. Some controls cut the text short without saying so.
+    std::optional<std::string> WriteRtf(bool selection_only) const;
+    // Replaces the whole text, or the selection; false when the control could not make sense of all
+    // of it: it then holds a part.
+    bool ReadRtf(std::string_view rtf, bool selection_only);
+    // Replaces the selection; may be undone.
+    void InsertText(std::wstring_view text);
+    void Clear();
+
+    int TextLength() const;
+    // Position of `text` at or behind `from`; -1 when there is none.
+    int Find(const wchar_t* text, int from) const;
+    std::wstring SelectedText() const;
+
+    CHARRANGE Selection() const;
+    void Select(CHARRANGE range);
+
+    // Of the selection. `dwMask` tells which attributes are the same all over it.
+    CHARFORMAT2W CharacterFormat() const;
+    void SetCharacterFormat(CHARFORMAT2W& format, WPARAM range = SCF_SELECTION);
+    PARAFORMAT ParagraphFormat() const;
+    void SetParagraphFormat(PARAFORMAT& format);
+
+    void SetWordWrap(bool on);
+    bool IsModified() const;
+    void SetModified(bool modified);
+
+    LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
+        return SendMessageW(window_, message, wparam, lparam);
+    }
+
+  private:
+    HWND window_ = nullptr;
+};
+
+// Nothing is redrawn, nor is the selection's change told, while this lives; then the selection is
+// back where it was.
+class QuietEdit {
+  public:
+    explicit QuietEdit(RichEdit& edit);
+    ~QuietEdit();
+    QuietEdit(const QuietEdit&) = delete;
+    QuietEdit& operator=(const QuietEdit&) = delete;
+
+  private:
+    RichEdit& edit_;
+    CHARRANGE selection_;
+    LRESULT event_mask_;
+};
+
+}  // namespace tonvale

@@ -1,0 +1,74 @@
+#include "report/rtf_groups.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tonvale {
+
+namespace {
+
+using Kind = RtfToken::Kind;
+
+struct DestinationWord {
+    std::string_view name;
+    RtfDestination destination;
+};
+
+constexpr std::array<DestinationWord, 24> kDestinations = {{
+    {"colortbl", RtfDestination::kColorTable}, {"fonttbl", RtfDestination::kFontTable},
+    {"pict", RtfDestination::kPicture},        {"pn", RtfDestination::kNumbering},
+    {"pntext", RtfDestination::kBulletText},   {"shppict", RtfDestination::kBody},
+    {"annotation", RtfDestination::kIgnored},  {"fldinst", RtfDestination::kIgnored},
+    {"footer", RtfDestination::kIgnored},      {"footerf", RtfDestination::kIgnored},
+    {"footerl", RtfDestination::kIgnored},     {"footerr", RtfDestination::kIgnored},
+    {"footnote", RtfDestination::kIgnored},    {"header", RtfDestination::kIgnored},
+    {"headerf", RtfDestination::kIgnored},     {"headerl", RtfDestination::kIgnored},
+    {"headerr", RtfDestination::kIgnored},     {"info", RtfDestination::kIgnored},
+    {"nonshppict", RtfDestination::kIgnored},  {"objdata", RtfDestination::kIgnored},
+    {"pntxta", RtfDestination::kIgnored},      {"pntxtb", RtfDestination::kIgnored},
+    {"stylesheet", RtfDestination::kIgnored},  {"xe", RtfDestination::kIgnored},
+}};
+
+// Words that stand for a character or a blank.
+constexpr std::array<std::string_view, 16> kCharacterWords = {
+    "u",      "tab",    "line",   "par",       "cell",      "~",      "_",      "-",
+    "bullet", "lquote", "rquote", "ldblquote", "rdblquote", "emdash", "endash", "row"};
+
+}  // namespace
+
+void RtfGroups::Follow(const RtfToken& token) {
+    if (token.kind == Kind::kOpen) {
+        destinations_.push_back(destinations_.back());
+        is_group_start_ = true;
+        is_optional_ = false;
+        return;
+    }
+    if (token.kind == Kind::kClose && destinations_.size() > 1) destinations_.pop_back();
+    if (token.kind == Kind::kBlank) return;
+    if (is_group_start_ && token.kind == Kind::kWord) {
+        if (token.name == "*") {
+            is_optional_ = true;
+            return;
+        }
+        const auto* row =
+            std::find_if(kDestinations.begin(), kDestinations.end(),
+                         [&](const DestinationWord& word) { return word.name == token.name; });
+        // Nothing in a group that is ignored is the document's.
+        if (destinations_.back() == RtfDestination::kIgnored) {
+        } else if (row != kDestinations.end()) {
+            destinations_.back() = row->destination;
+        } else if (is_optional_) {
+            destinations_.back() = RtfDestination::kIgnored;
+        }
+    }
+    is_group_start_ = false;
+}
+
+bool RtfGroups::IsBodyText(const RtfToken& token) const {
+    if (depth() == 0 || destination() != RtfDestination::kBody) return false;
+    if (token.kind == Kind::kText || token.kind == Kind::kByte) return true;
+    return token.kind == Kind::kWord && std::find(kCharacterWords.begin(), kCharacterWords.end(),
+                                                  token.name) != kCharacterWords.end();
+}
+
+}  // namespace tonvale

@@ -1,0 +1,37 @@
+// Rich Text Format as rich-text controls write and read it, put right where they go wrong.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+// What a control is known to write wrongly.
+struct RtfWriterFaults {
+    bool offsets_in_twips = false;  // \up and \dn, whose unit is the half point
+    bool indents_swapped = false;   // \fi the first line's indent, \li that of the others to it
+    bool negative_line_spacing = false;  // \sl-240\slmult1 instead of \sl240\slmult1
+};
+
+// What `rtf` would be had its writer not those faults. Nothing else changes.
+std::string RepairWrittenRtf(std::string_view rtf, const RtfWriterFaults& faults);
+
+// True when `bytes` begin as Rich Text Format does.
+bool IsRtf(std::string_view bytes);
+// True when its outermost group is closed, with nothing but blanks and NULs behind it.
+bool IsWholeRtf(std::string_view bytes);
+
+// A mark stands before the text whose offset from the line differs from that of the text before.
+// It is three characters that no text holds: this one, and two digits of 16 values each.
+inline constexpr char16_t kOffsetMark = 0xFDEE;
+inline constexpr char16_t kOffsetDigit = 0xFDD0;  // the digit 0
+
+// The text of `rtf` with such marks for its \up and \dn; nullopt when it has none of these.
+std::optional<std::string> MarkOffsets(std::string_view rtf);
+// Half points, positive above the line, that two digits of a mark stand for; nullopt when they are
+// no digits.
+std::optional<int> OffsetOfMark(char16_t high, char16_t low);
+
+}  // namespace tonvale
