@@ -64,7 +64,9 @@ main() {
     use_wine_prefix "$prefix"
     if [[ -n ${DISPLAY:-} ]]; then
         say "Starting tonvale.exe"
-        exec wine64 "$BUILD/app/tonvale.exe" ${file:+"$(windows_path "$file")"}
+        wine64 "$BUILD/app/tonvale.exe" ${file:+"$(windows_path "$file")"} ||
+            die "tonvale.exe ended with an error; can windows be shown on display $DISPLAY?"
+        return
     fi
     # Nothing of an earlier start may be left, and nothing is left behind.
     wineserver -k || true

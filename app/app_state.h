@@ -4,11 +4,17 @@
 #include <string>
 
 #include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
+#include "hearing/loss_comparison.h"
+#include "hearing/loss_prediction.h"
 
 namespace tonvale {
 
 struct AppState {
     DailyExposureState daily_exposure;
+    WeeklyExposureState weekly_exposure;
+    LossPredictionState loss_prediction;
+    LossComparisonState loss_comparison;
     std::string print_notes;  // at most 1,023 characters, at the foot of the views' printouts
 };
 

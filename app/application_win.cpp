@@ -8,6 +8,7 @@
 #include "app/version_info_win.h"
 #include "common/dialog_tips_win.h"
 #include "common/dialog_win.h"
+#include "common/handles_win.h"
 #include "common/unicode_win.h"
 
 namespace tonvale {
@@ -48,10 +49,18 @@ int FailToStart(const char* text) {
     return 1;
 }
 
+// The keys of the main window are not those of the other windows without a loop of their own.
+bool IsOfWindow(HWND window, HWND receiver) {
+    return receiver == window || IsChild(window, receiver);
+}
+
 int RunMessageLoop(const MainWindow& main, HACCEL accelerators) {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (TranslateAcceleratorW(main.window(), accelerators, &message)) continue;
+        if (IsOfWindow(main.window(), message.hwnd) &&
+            TranslateAcceleratorW(main.window(), accelerators, &message)) {
+            continue;
+        }
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
@@ -71,12 +80,14 @@ int RunApplication(HINSTANCE instance, const std::string& path, int show) {
     MainWindow main(instance);
     if (!main.Create()) return FailToStart("CreateWindow failure");
 
+    main.ShowSplash();
     SetWindowTextUtf8(main.window(), VersionText("FileDescription"));
     const NumericKeystrokeFilter keystroke_filter;
     ShowWindow(main.window(), show);
     UpdateWindow(main.window());
     if (!path.empty()) main.OpenFileByExtension(AbsolutePath(path));
-    return RunMessageLoop(main, LoadAcceleratorsW(instance, kAcceleratorsName));
+    const UniqueAccelerators accelerators(LoadAcceleratorsW(instance, kAcceleratorsName));
+    return RunMessageLoop(main, accelerators.get());
 }
 
 }  // namespace tonvale

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -12,7 +13,7 @@ namespace {
 
 constexpr std::array<CalculatorInfo, 9> kCalculators{{
     {FileKind::kLepd, CMD_DAILY_EXPOSURE, AssessDailyExposure},
-    {FileKind::kLepw, CMD_WEEKLY_EXPOSURE, nullptr},
+    {FileKind::kLepw, CMD_WEEKLY_EXPOSURE, AssessWeeklyExposure},
     {FileKind::kLeg, CMD_GROUP_STATISTICS, nullptr},
     {FileKind::kIlg, CMD_AUDIOGRAM_DAMAGE, nullptr},
     {FileKind::kSpr, CMD_NOISE_SPECTRUM, nullptr},

@@ -4,7 +4,13 @@
 #include <iterator>
 
 #include "app/main_window.h"
+#include "app/page_setup_win.h"
+#include "app/result_actions_win.h"
+#include "common/dialog_win.h"
+#include "common/help_viewer_win.h"
 #include "exposure/daily_exposure_dialog.h"
+#include "exposure/weekly_exposure_dialog.h"
+#include "resources/help_contexts.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -12,60 +18,181 @@ namespace {
 
 struct CommandEntry {
     int id;
-    CommandFunction function;
+    void (*run)(MainWindow& window, const std::string& path);
+    bool (*can_run)(const MainWindow& window) = nullptr;  // nullptr: always
 };
+
+// File
+
+void OpenDocument(MainWindow& window, const std::string& path) {
+    ReportDocument& document = window.document();
+    if (path.empty() ? document.New() : document.Open(path)) window.views().ShowDocument();
+}
 
 void OpenAnyFile(MainWindow& window, const std::string&) {
     window.OpenAnyFile();
 }
 
+void Save(MainWindow& window, const std::string&) {
+    window.document().Save();
+}
+
+void SaveAs(MainWindow& window, const std::string&) {
+    if (window.views().ShowsDocument()) {
+        window.document().SaveAs();
+    } else {
+        ExportResult(window.context(), window.results());
+    }
+}
+
+void SetUpPage(MainWindow& window, const std::string&) {
+    if (PageSetup(window.window())) return;
+    ShowMessageBox(window.window(),
+                   {"Imposta stampante. Attenzione:",
+                    "Per l'impostazione usare Pannello di Controllo!", MessageIcon::kExclamation});
+}
+
+void Print(MainWindow& window, const std::string&) {
+    if (window.views().ShowsDocument()) {
+        window.document().Print();
+    } else {
+        PrintResult(window.context(), window.state().print_notes, window.results());
+    }
+}
+
 void Exit(MainWindow& window, const std::string&) {
+    window.views().ShowDocument();
     window.Close();
 }
+
+// Modifica
+
+void Cut(MainWindow& window, const std::string&) {
+    window.document().Cut();
+}
+
+bool CanCut(const MainWindow& window) {
+    return window.views().ShowsDocument() && window.document().CanCut();
+}
+
+void Copy(MainWindow& window, const std::string&) {
+    if (window.views().ShowsDocument()) {
+        window.document().Copy();
+    } else {
+        CopyResult(window.context(), window.results());
+    }
+}
+
+bool CanCopy(const MainWindow& window) {
+    return !window.views().ShowsDocument() || window.document().CanCut();
+}
+
+void Paste(MainWindow& window, const std::string&) {
+    window.document().Paste();
+}
+
+bool CanPaste(const MainWindow& window) {
+    return window.views().ShowsDocument() && window.document().CanPaste();
+}
+
+// Visualizza
+
+template <ViewKind kKind>
+void ShowKind(MainWindow& window, const std::string&) {
+    window.views().ShowKind(kKind);
+}
+
+template <ViewKind kKind>
+bool CanShowKind(const MainWindow& window) {
+    return window.views().CanShow(kKind);
+}
+
+void ShowDocument(MainWindow& window, const std::string&) {
+    window.views().ShowDocument();
+}
+
+bool CanShowDocument(const MainWindow& window) {
+    return !window.views().ShowsDocument();
+}
+
+// Calculators
 
 void DailyExposure(MainWindow& window, const std::string& path) {
     OpenDailyExposure(window.context(), window.state().daily_exposure, window.window(), path);
 }
 
+void WeeklyExposure(MainWindow& window, const std::string& path) {
+    OpenWeeklyExposure(window.context(), window.state().weekly_exposure, window.window(), path);
+}
+
+template <int kCommand, QuantityKind kQuantity>
+void PredictLoss(MainWindow& window, const std::string&) {
+    window.PredictLoss(kCommand, kQuantity);
+}
+
+void CompareLosses(MainWindow& window, const std::string&) {
+    window.CompareLosses();
+}
+
+// ?
+
+void ShowHelpIndex(MainWindow& window, const std::string&) {
+    window.context().help->ShowTopic(window.window(), kHelpIndex);
+}
+
+void ShowAbout(MainWindow& window, const std::string&) {
+    window.ShowAbout();
+}
+
+// A command without a function is one that the program does not have yet.
 constexpr CommandEntry kCommands[] = {
-    {CMD_NEW_DOCUMENT, nullptr},
+    {CMD_NEW_DOCUMENT, OpenDocument},
     {CMD_OPEN, OpenAnyFile},
-    {CMD_SAVE, nullptr},
-    {CMD_SAVE_AS, nullptr},
-    {CMD_PAGE_SETUP, nullptr},
-    {CMD_PRINT, nullptr},
+    {CMD_SAVE, Save},
+    {CMD_SAVE_AS, SaveAs},
+    {CMD_PAGE_SETUP, SetUpPage},
+    {CMD_PRINT, Print},
     {CMD_EXIT, Exit},
-    {CMD_CUT, nullptr},
-    {CMD_COPY, nullptr},
-    {CMD_PASTE, nullptr},
-    {CMD_VIEW_AUDIOGRAM, nullptr},
-    {CMD_VIEW_CHART, nullptr},
-    {CMD_VIEW_TABLE, nullptr},
-    {CMD_VIEW_DOCUMENT, nullptr},
+    {CMD_CUT, Cut, CanCut},
+    {CMD_COPY, Copy, CanCopy},
+    {CMD_PASTE, Paste, CanPaste},
+    {CMD_VIEW_AUDIOGRAM, ShowKind<ViewKind::kAudiogram>, CanShowKind<ViewKind::kAudiogram>},
+    {CMD_VIEW_CHART, ShowKind<ViewKind::kChart>, CanShowKind<ViewKind::kChart>},
+    {CMD_VIEW_TABLE, ShowKind<ViewKind::kTable>, CanShowKind<ViewKind::kTable>},
+    {CMD_VIEW_DOCUMENT, ShowDocument, CanShowDocument},
     {CMD_DAILY_EXPOSURE, DailyExposure},
-    {CMD_WEEKLY_EXPOSURE, nullptr},
+    {CMD_WEEKLY_EXPOSURE, WeeklyExposure},
     {CMD_GROUP_STATISTICS, nullptr},
     {CMD_UNCERTAINTY, nullptr},
     {CMD_NOISE_SPECTRUM, nullptr},
     {CMD_ATTENUATION_SPECTRUM, nullptr},
     {CMD_PROTECTOR_SELECTION, nullptr},
-    {CMD_NIPTS, nullptr},
-    {CMD_HTLA, nullptr},
-    {CMD_HTLAN, nullptr},
-    {CMD_PREDICTIONS, nullptr},
+    {CMD_NIPTS, PredictLoss<CMD_NIPTS, QuantityKind::kNipts>},
+    {CMD_HTLA, PredictLoss<CMD_HTLA, QuantityKind::kHtla>},
+    {CMD_HTLAN, PredictLoss<CMD_HTLAN, QuantityKind::kHtlan>},
+    {CMD_PREDICTIONS, CompareLosses},
     {CMD_DAMAGE_EVOLUTION, nullptr},
     {CMD_RISK, nullptr},
     {CMD_AUDIOGRAM_DAMAGE, nullptr},
-    {CMD_HELP_INDEX, nullptr},
-    {CMD_ABOUT, nullptr},
+    {CMD_HELP_INDEX, ShowHelpIndex},
+    {CMD_ABOUT, ShowAbout},
 };
+
+const CommandEntry* FindCommand(int id) {
+    const auto* entry = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                     [id](const CommandEntry& row) { return row.id == id; });
+    return entry == std::end(kCommands) || !entry->run ? nullptr : entry;
+}
 
 }  // namespace
 
-CommandFunction FindCommand(int id) {
-    const auto* entry = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                     [id](const CommandEntry& row) { return row.id == id; });
-    return entry == std::end(kCommands) ? nullptr : entry->function;
+void RunCommand(MainWindow& window, int id, const std::string& path) {
+    if (CanRunCommand(window, id)) FindCommand(id)->run(window, path);
+}
+
+bool CanRunCommand(const MainWindow& window, int id) {
+    const CommandEntry* entry = FindCommand(id);
+    return entry && (!entry->can_run || entry->can_run(window));
 }
 
 }  // namespace tonvale

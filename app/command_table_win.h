@@ -1,4 +1,4 @@
-// What each command of the main window's menu, toolbar and keys does.
+// What each command of the main window's menu, toolbar and keys does, and when it can be done.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@ namespace tonvale {
 
 class MainWindow;
 
-// Carries a command out. `path` is the file that a calculator opens with; empty for a command that
-// comes from the menu.
-using CommandFunction = void (*)(MainWindow& window, const std::string& path);
+// Carries a command out. `path` is the file that it works on; empty for a command that comes from
+// the menu.
+void RunCommand(MainWindow& window, int id, const std::string& path);
 
-// The function of a command; nullptr for one that the program cannot carry out, which the menu then
-// shows greyed.
-CommandFunction FindCommand(int id);
+// False for a command that cannot be carried out now, or that the program does not have: its menu
+// item and its button are greyed.
+bool CanRunCommand(const MainWindow& window, int id);
 
 }  // namespace tonvale

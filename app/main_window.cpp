@@ -1,12 +1,25 @@
 #include "app/main_window.h"
 
+#include <commctrl.h>
+#include <richedit.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
 #include "app/calculator_table.h"
 #include "app/command_table_win.h"
 #include "app/program_file_win.h"
+#include "app/version_info_win.h"
+#include "common/dialog_win.h"
 #include "common/file_dialogs_win.h"
 #include "common/file_kinds.h"
 #include "common/printer_win.h"
 #include "common/status_bar_win.h"
+#include "common/unicode_win.h"
+#include "hearing/loss_comparison_dialog.h"
+#include "hearing/loss_prediction_dialog.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -39,6 +52,25 @@ void SetFirstSize(HWND window) {
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Puts the document's menu FORMATO into the menu bar, behind the view menu.
+void AddFormatMenu(HINSTANCE instance, HMENU menu) {
+    constexpr UINT kPosition = 3;
+    const UniqueMenu format_menu(LoadMenuW(instance, L"FORMATO"));
+    HMENU popup = format_menu ? GetSubMenu(format_menu.get(), 0) : nullptr;
+    if (!popup) return;
+    std::array<wchar_t, 64> title{};
+    GetMenuStringW(format_menu.get(), 0, title.data(), static_cast<int>(title.size()),
+                   MF_BYPOSITION);
+    // From now on it belongs to the menu bar.
+    RemoveMenu(format_menu.get(), 0, MF_BYPOSITION);
+    InsertMenuW(menu, kPosition, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
+                title.data());
+}
+
+bool IsFormatCommand(UINT id) {
+    return id >= CMD_BULLETS && id <= CMD_WORD_WRAP;
+}
+
 }  // namespace
 
 MainWindow::WindowClass::WindowClass(HINSTANCE instance) : instance_(instance) {
@@ -60,7 +92,8 @@ MainWindow::WindowClass::~WindowClass() {
     if (registered_) UnregisterClassW(kMainWindowClass, instance_);
 }
 
-MainWindow::MainWindow(HINSTANCE instance) {
+MainWindow::MainWindow(HINSTANCE instance)
+    : help_(context_), document_(context_), views_(toolbar_, document_, results_) {
     context_.instance = instance;
     context_.program_folder = ProgramFolder();
     context_.clipboard = RegisterClipboardFormats();
@@ -72,53 +105,86 @@ MainWindow::MainWindow(HINSTANCE instance) {
 bool MainWindow::Create() {
     CreateWindowExW(0, kMainWindowClass, L"Tonvale", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                    context_.instance, this);
-    return window_ != nullptr;
+                    context_.instance, CreationParameter());
+    return window() != nullptr;
 }
 
 void MainWindow::Close() {
-    SendMessageW(window_, WM_CLOSE, 0, 0);
+    SendMessageW(window(), WM_CLOSE, 0, 0);
+}
+
+void MainWindow::ShowSplash() {
+    splash_.reset();
+    splash_ = std::make_unique<SplashWindow>(context_.instance, window(), kSplashMs);
+}
+
+void MainWindow::ShowAbout() {
+    about_follows_ = true;
+    ShowSplash();
+}
+
+// The window of an earlier call may still be here.
+void MainWindow::OnSplashGone() {
+    if (!about_follows_ || splash_->window()) return;
+    about_follows_ = false;
+    ShowMessageBox(window(), {"Informazioni su Tonvale", AboutText()});
 }
 
 void MainWindow::OpenFileByExtension(const std::string& path) {
     const FileKindInfo* kind = FileKindOfPath(path);
     if (!kind) return;
     routed_path_ = path;
-    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(CalculatorOf(kind->kind).command),
+    PostMessageW(window(), WM_COMMAND, static_cast<WPARAM>(CalculatorOf(kind->kind).command),
                  reinterpret_cast<LPARAM>(&routed_path_));
 }
 
 void MainWindow::OpenAnyFile() {
-    const std::optional<ChosenFile> chosen = ChooseAnyFile(context_, window_);
+    const std::optional<ChosenFile> chosen = ChooseAnyFile(context_, window());
     if (!chosen) return;
     const FileKindInfo& kind = FileKinds().at(static_cast<std::size_t>(chosen->filter_index - 1));
-    RunCommand(CalculatorOf(kind.kind).command, chosen->path);
+    RunCommand(*this, CalculatorOf(kind.kind).command, chosen->path);
 }
 
-LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_NCCREATE) {
-        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lparam);
-        auto* self = static_cast<MainWindow*>(creation->lpCreateParams);
-        self->window_ = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+void MainWindow::PredictLoss(int command, QuantityKind quantity) {
+    results_.ShowAllCurves();
+    if (AskLossPrediction(context_, window(), quantity, state_.loss_prediction)) {
+        ShowResultView(kHearingLossView, command, loss_prediction_view_);
+    } else {
+        // The choice of the damage table stays, and enters what is shown.
+        results_.ShowAllCurves();
     }
-    auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    std::optional<LRESULT> result;
-    if (self) result = self->Dispatch(message, wparam, lparam);
-    if (self && message == WM_NCDESTROY) self->window_ = nullptr;
-    return result ? *result : DefWindowProcW(window, message, wparam, lparam);
+}
+
+void MainWindow::CompareLosses() {
+    results_.ShowAllCurves();
+    if (!AskLossComparison(context_, window(), state_.loss_comparison)) return;
+    ShowResultView(kPredictionsView, CMD_PREDICTIONS, loss_comparison_view_);
+}
+
+void MainWindow::ShowResultView(int view, int command, const ResultView& result) {
+    views_.ShowResult(GetMenu(window()), view, command, result);
+    ShowWindow(window(), SW_SHOWMAXIMIZED);
+    UpdateButtons();
+    UpdateWindow(window());
 }
 
 std::optional<LRESULT> MainWindow::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_CREATE:
-            OnCreate();
+            return OnCreate() ? 0 : -1;
+        case WM_CLOSE:
+            OnClose();
             return 0;
+        case WM_QUERYENDSESSION:
+            return document_.MayDiscard();
         case WM_DESTROY:
             OnDestroy();
             return 0;
         case WM_SIZE:
-            Layout();
+            if (wparam != SIZE_MINIMIZED) Layout();
+            return 0;
+        case WM_SETFOCUS:
+            FocusOnContent();
             return 0;
         case WM_DPICHANGED:
             OnDpiChanged(*reinterpret_cast<const RECT*>(lparam));
@@ -126,9 +192,17 @@ std::optional<LRESULT> MainWindow::Dispatch(UINT message, WPARAM wparam, LPARAM 
         case WM_INITMENUPOPUP:
             if (!HIWORD(lparam)) OnMenuOpening(reinterpret_cast<HMENU>(wparam));
             return 0;
+        case WM_CLIPBOARDUPDATE:
+            UpdateButtons();
+            return 0;
+        case kSplashGoneMessage:
+            OnSplashGone();
+            return 0;
         case WM_COMMAND:
             OnCommand(wparam, lparam);
             return 0;
+        case WM_NOTIFY:
+            return OnNotify(*reinterpret_cast<NMHDR*>(lparam));
         case WM_DROPFILES:
             OnDropFiles(reinterpret_cast<HDROP>(wparam));
             return 0;
@@ -137,18 +211,34 @@ std::optional<LRESULT> MainWindow::Dispatch(UINT message, WPARAM wparam, LPARAM 
     }
 }
 
-void MainWindow::OnCreate() {
-    context_.main_window = window_;
-    DragAcceptFiles(window_, TRUE);
-    status_bar_ = CreateStatusBar(context_.instance, window_);
-    tips_ = std::make_unique<DialogTips>(context_.instance, window_);
+bool MainWindow::OnCreate() {
+    context_.main_window = window();
+    DragAcceptFiles(window(), TRUE);
+    AddClipboardFormatListener(window());
+    AddFormatMenu(context_.instance, GetMenu(window()));
+    status_bar_ = CreateStatusBar(context_.instance, window());
+    if (!toolbar_.Create(context_.instance, window()) || !document_.Create(window()) ||
+        !results_.Create(context_.instance, window())) {
+        return false;
+    }
+    tips_ = std::make_unique<DialogTips>(context_.instance, window());
     context_.tips = tips_.get();
+    tips_->Serve(window());
     SetFonts();
-    SetFirstSize(window_);
+    SetFirstSize(window());
+    UpdateButtons();
+    return true;
+}
+
+// What the user is asked about is shown.
+void MainWindow::OnClose() {
+    if (!views_.ShowsDocument()) views_.ShowDocument();
+    if (document_.MayDiscard()) DestroyWindow(window());
 }
 
 void MainWindow::OnDestroy() {
-    DragAcceptFiles(window_, FALSE);
+    DragAcceptFiles(window(), FALSE);
+    RemoveClipboardFormatListener(window());
     context_.tips = nullptr;
     tips_.reset();
     help_.Close("Tonvale.hlp");
@@ -157,11 +247,38 @@ void MainWindow::OnDestroy() {
 
 void MainWindow::OnCommand(WPARAM wparam, LPARAM lparam) {
     const bool is_routed = lparam == reinterpret_cast<LPARAM>(&routed_path_);
-    RunCommand(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string());
+    HWND format_toolbar = GetDlgItem(window(), IDC_FORMAT_TOOLBAR);
+    Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string(),
+        format_toolbar && lparam == reinterpret_cast<LPARAM>(format_toolbar));
 }
 
-void MainWindow::RunCommand(int id, const std::string& path) {
-    if (const CommandFunction run = FindCommand(id)) run(*this, path);
+void MainWindow::Run(int id, const std::string& path, bool from_format_toolbar) {
+    if (!views_.ShowsDocument() || !document_.OnCommand(id, from_format_toolbar)) {
+        RunCommand(*this, id, path);
+    }
+    if (!window()) return;
+    UpdateButtons();
+    if (shown_path_ != document_.path()) Layout();
+}
+
+LRESULT MainWindow::OnNotify(NMHDR& header) {
+    if (header.code == TTN_GETDISPINFOW) ShowTip(header);
+    LRESULT result = 0;
+    document_.OnNotify(header, result);
+    if (header.code == EN_SELCHANGE) UpdateButtons();
+    return result;
+}
+
+// A tip that is asked for by window is one of the children's as a whole: they have none.
+void MainWindow::ShowTip(NMHDR& header) const {
+    auto& request = reinterpret_cast<NMTTDISPINFOW&>(header);
+    if ((request.uFlags & TTF_IDISHWND) != 0) return;
+    const int command = static_cast<int>(header.idFrom);
+    const wchar_t* first_tip = CommandTip(command);
+    if (!first_tip) return;
+    const std::wstring tip = Widen(views_.Tip(command));
+    lstrcpynW(request.szText, tip.empty() ? first_tip : tip.c_str(),
+              static_cast<int>(std::size(request.szText)));
 }
 
 void MainWindow::OnDropFiles(HDROP drop) {
@@ -170,18 +287,40 @@ void MainWindow::OnDropFiles(HDROP drop) {
 }
 
 void MainWindow::OnMenuOpening(HMENU menu) const {
-    const int count = GetMenuItemCount(menu);
-    for (int position = 0; position < count; ++position) {
+    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
         const UINT id = GetMenuItemID(menu, position);
-        const bool enabled = FindCommand(static_cast<int>(id)) != nullptr;
+        if (id == 0 || id == UINT_MAX) continue;  // a separator or a popup
+        if (IsFormatCommand(id)) {
+            UpdateFormatItem(menu, id);
+            continue;
+        }
+        const bool enabled = CanRunCommand(*this, static_cast<int>(id));
         EnableMenuItem(menu, id,
                        MF_BYCOMMAND | static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
     }
+    views_.MarkMenu(menu);
+}
+
+// As the button of the formatting toolbar that has the same command.
+void MainWindow::UpdateFormatItem(HMENU menu, UINT id) const {
+    const LRESULT state = SendDlgItemMessageW(window(), IDC_FORMAT_TOOLBAR, TB_GETSTATE, id, 0);
+    const bool has_button = state != -1;
+    const bool enabled = views_.ShowsDocument() && (!has_button || (state & TBSTATE_ENABLED) != 0);
+    const bool checked = has_button && (state & TBSTATE_CHECKED) != 0;
+    EnableMenuItem(menu, id, MF_BYCOMMAND | static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
+    CheckMenuItem(menu, id, MF_BYCOMMAND | static_cast<UINT>(checked ? MF_CHECKED : MF_UNCHECKED));
+}
+
+void MainWindow::UpdateButtons() const {
+    toolbar_.EnableButtons([this](int command) { return CanRunCommand(*this, command); });
 }
 
 void MainWindow::OnDpiChanged(const RECT& suggested) {
     SetFonts();
-    SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+    toolbar_.OnDpiChanged();
+    document_.OnDpiChanged();
+    results_.OnDpiChanged();
+    SetWindowPos(window(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
     Layout();
 }
@@ -191,16 +330,33 @@ void MainWindow::SetFonts() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
-                               GetDpiForWindow(window_));
+                               GetDpiForWindow(window()));
     UniqueFont font(CreateFontIndirectW(&metrics.lfStatusFont));
     SendMessageW(status_bar_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     status_font_ = std::move(font);
 }
 
-// Places all children: the status bar places itself at the foot.
+// Places all children: the toolbar above, the status bar at the foot, the rest between them.
 void MainWindow::Layout() {
+    RECT content{};
+    GetClientRect(window(), &content);
+    content.top += toolbar_.Layout(content.right);
     SendMessageW(status_bar_, WM_SIZE, 0, 0);
-    ShowCurrentFile(status_bar_, document_path_);
+    RECT bar{};
+    GetWindowRect(status_bar_, &bar);
+    content.bottom = std::max(content.bottom - (bar.bottom - bar.top), content.top);
+    document_.Layout(content);
+    results_.Layout(content);
+    shown_path_ = document_.path();
+    ShowCurrentFile(status_bar_, shown_path_);
+}
+
+void MainWindow::FocusOnContent() {
+    if (views_.ShowsDocument()) {
+        document_.SetFocus();
+    } else {
+        SetFocus(results_.window());
+    }
 }
 
 }  // namespace tonvale

@@ -1,4 +1,5 @@
-// The one main window: menu PRIMO, status bar, and the routing of commands and files.
+// The one main window: menu PRIMO, toolbar, report document or results, status bar, and the routing
+// of commands and files.
 #pragma once
 
 #include <windows.h>
@@ -8,16 +9,23 @@
 #include <string>
 
 #include "app/app_state.h"
-#include "app/no_help_win.h"
+#include "app/help_window.h"
+#include "app/main_toolbar_win.h"
+#include "app/result_view_window.h"
+#include "app/splash_window.h"
+#include "app/view_switch_win.h"
+#include "app/window_win.h"
 #include "common/app_context_win.h"
 #include "common/dialog_tips_win.h"
 #include "common/handles_win.h"
+#include "common/result_view.h"
+#include "report/report_document_win.h"
 
 namespace tonvale {
 
 inline constexpr wchar_t kMainWindowClass[] = L"Tonvale_Class";
 
-class MainWindow {
+class MainWindow final : public Window {
   public:
     // Makes known, for as long as it lives, the class of the main window.
     class WindowClass {
@@ -34,11 +42,14 @@ class MainWindow {
     };
 
     explicit MainWindow(HINSTANCE instance);
-    MainWindow(const MainWindow&) = delete;
-    MainWindow& operator=(const MainWindow&) = delete;
 
     bool Create();  // still hidden
     void Close();
+
+    // Shows the splash window for its time; the main window stays in use.
+    void ShowSplash();
+    // Shows the splash window, and once it is gone what the program is.
+    void ShowAbout();
 
     // Opens a file with the calculator of its extension, once the message loop comes to it. An
     // empty path or an unknown extension does nothing.
@@ -46,31 +57,59 @@ class MainWindow {
     // Lets the user choose a file and the calculator that opens it.
     void OpenAnyFile();
 
-    HWND window() const { return window_; }
+    // Each runs a hearing-damage dialog, opened by `command`, and shows its outcome on "Ok".
+    void PredictLoss(int command, QuantityKind quantity);
+    void CompareLosses();
+
+    // Shows the outcome of a hearing-damage dialog, its table first, over the whole screen. `view`
+    // is one of the numbers in view_switch_win.h, `command` the one that opened the dialog;
+    // `result` must live on until another one is shown.
+    void ShowResultView(int view, int command, const ResultView& result);
+
     AppContext& context() { return context_; }
     AppState& state() { return state_; }
+    ReportDocument& document() { return document_; }
+    const ReportDocument& document() const { return document_; }
+    ViewSwitch& views() { return views_; }
+    const ViewSwitch& views() const { return views_; }
+    ResultViewWindow& results() { return results_; }
+    const ResultViewWindow& results() const { return results_; }
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
-    std::optional<LRESULT> Dispatch(UINT message, WPARAM wparam, LPARAM lparam);
-    void OnCreate();
+    std::optional<LRESULT> Dispatch(UINT message, WPARAM wparam, LPARAM lparam) override;
+    bool OnCreate();
+    void OnClose();
     void OnDestroy();
     void OnCommand(WPARAM wparam, LPARAM lparam);
+    LRESULT OnNotify(NMHDR& header);
     void OnDropFiles(HDROP drop);
     void OnDpiChanged(const RECT& suggested);
+    void OnSplashGone();
     void OnMenuOpening(HMENU menu) const;
-    void RunCommand(int id, const std::string& path);
+    void Run(int id, const std::string& path, bool from_format_toolbar);
+    void ShowTip(NMHDR& header) const;
+    void UpdateFormatItem(HMENU menu, UINT id) const;
+    void UpdateButtons() const;
     void SetFonts();
     void Layout();
+    void FocusOnContent();
 
     AppContext context_;
     AppState state_;
-    NoHelp help_;
+    HelpWindow help_;
+    ReportDocument document_;
+    MainToolbar toolbar_;
+    ResultViewWindow results_;
+    // What the hearing-damage dialogs show here.
+    LossPredictionView loss_prediction_view_{state_.loss_prediction};
+    LossComparisonView loss_comparison_view_{state_.loss_comparison};
+    ViewSwitch views_;
     std::unique_ptr<DialogTips> tips_;
-    HWND window_ = nullptr;
+    std::unique_ptr<SplashWindow> splash_;
+    bool about_follows_ = false;  // the splash window
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
-    std::string document_path_;
+    std::string shown_path_;  // in the status bar
     // The file of a command posted by OpenFileByExtension; its address marks that command.
     std::string routed_path_;
 };

@@ -38,4 +38,15 @@ std::string VersionText(std::string_view name) {
     return Narrow(static_cast<const wchar_t*>(text));
 }
 
+std::string AboutText() {
+    std::string text = VersionText("FileDescription");
+    text += "\r\nRealizzato da ";
+    text += VersionText("CompanyName");
+    text += "\r\nSoftware distribuito gratuitamente dall'autore.\r\n";
+    text += VersionText("LegalCopyright");
+    text += "\r\n\r\nVersione ";
+    text += VersionText("FileVersion");
+    return text;
+}
+
 }  // namespace tonvale

@@ -10,4 +10,7 @@ namespace tonvale {
 // version record's Italian string block; without it, a sentence that says so.
 std::string VersionText(std::string_view name);
 
+// What the about box says of the program, its makers and its version.
+std::string AboutText();
+
 }  // namespace tonvale

@@ -59,7 +59,7 @@ class CountingConsole final : public Console {
 
 void ReadBytes(benchmark::State& state) {
     const std::vector<std::string>& paths = TheArchive().paths();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::size_t bytes = 0;
         for (const std::string& path : paths) {
             bytes += SystemFiles().Read(path).value_or("").size();
@@ -72,7 +72,7 @@ BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
 void Calcola(benchmark::State& state, const char* format) {
     std::vector<std::string> arguments{"calcola", "--formato", format};
     arguments.insert(arguments.end(), TheArchive().paths().begin(), TheArchive().paths().end());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         CountingConsole console;
         if (RunCompanion(arguments, SystemFiles(), console) != kExitSuccess) {
             state.SkipWithError("calcola failed");

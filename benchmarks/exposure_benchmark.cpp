@@ -23,7 +23,7 @@ DailyExposureForm FormOfItems(long long count) {
 void RecomputeItems(benchmark::State& state) {
     DailyExposureForm form = FormOfItems(state.range(0));
     DailyExposureState kept;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         Recompute(form, kept);
         benchmark::DoNotOptimize(form.daily_level_dba);
     }
@@ -38,7 +38,7 @@ std::string TemporaryPath() {
 void SaveFile(benchmark::State& state) {
     const DailyExposureForm form = FormOfItems(state.range(0));
     const std::string path = TemporaryPath();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         ProfileFile file;
         StoreForm(form, file);
         if (!file.Save(SystemFiles(), path)) state.SkipWithError("cannot save");
@@ -52,7 +52,7 @@ void LoadFile(benchmark::State& state) {
     ProfileFile file;
     StoreForm(FormOfItems(state.range(0)), file);
     file.Save(SystemFiles(), path);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         DailyExposureForm form;
         const auto read = ProfileFile::Read(SystemFiles(), path);
         if (!read || !LoadForm(*read, form)) state.SkipWithError("cannot load");

@@ -71,10 +71,11 @@ void Compare(int count, const std::string& folder) {
     DeleteFileA(theirs.c_str());
     const double platform_save = SecondsOf([&] { SaveByPlatform(form, theirs); }, 1);
     const double platform_load = SecondsOf([&] { LoadByPlatform(count, theirs); }, 1);
-    std::printf("%6d items: save %9.3f ms, platform %10.1f ms, %7.0f times;"
-                "  load %8.3f ms, platform %10.1f ms, %7.0f times\n",
-                count, save * 1e3, platform_save * 1e3, platform_save / save, load * 1e3,
-                platform_load * 1e3, platform_load / load);
+    std::printf(
+        "%6d items: save %9.3f ms, platform %10.1f ms, %7.0f times;"
+        "  load %8.3f ms, platform %10.1f ms, %7.0f times\n",
+        count, save * 1e3, platform_save * 1e3, platform_save / save, load * 1e3,
+        platform_load * 1e3, platform_load / load);
     std::fflush(stdout);
     DeleteFileA(ours.c_str());
     DeleteFileA(theirs.c_str());

@@ -27,4 +27,13 @@ struct Assessment {
     std::function<std::string(std::string_view list_separator)> summarize;
 };
 
+// Adds the report and the summary of a computed form to its assessment.
+template <typename Form>
+void AddTexts(Assessment& assessment, const Form& form) {
+    assessment.report = MakeReport(form);
+    assessment.summarize = [form](std::string_view list_separator) {
+        return Summary(form, list_separator);
+    };
+}
+
 }  // namespace tonvale

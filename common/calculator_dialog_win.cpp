@@ -35,7 +35,7 @@ bool CalculatorDialog::OnCommand(int id, int notification) {
             SaveFileAs();
             return true;
         case CMD_COPY:
-            CopyCsvText(app(), window(), MakeSummary(ListSeparator()));
+            CopyCsvText(app(), window(), CurrentSummary(ListSeparator()));
             return true;
         case CMD_FILE_PRINT:
             Print();
@@ -110,7 +110,7 @@ void CalculatorDialog::ShowCurrent() {
 void CalculatorDialog::Print() {
     const WaitCursor wait;
     const std::unique_ptr<Printer> printer = app().open_printer ? app().open_printer() : nullptr;
-    if (printer) PrintReport(*printer, MakeReport());
+    if (printer) PrintReport(*printer, CurrentReport());
 }
 
 }  // namespace tonvale

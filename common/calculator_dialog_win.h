@@ -7,10 +7,19 @@
 
 #include "common/dialog_win.h"
 #include "common/file_kinds.h"
+#include "common/notes.h"
 #include "common/profile_file.h"
 #include "common/report_text.h"
+#include "resources/resource.h"
 
 namespace tonvale {
+
+// Rows that the tables of several calculators share.
+inline constexpr ControlTip kStatusBarTip{IDC_STATUS_BAR,
+                                          L"Visualizza il nome del file correntemente selezionato"};
+inline constexpr ControlTip kNotesTip{IDC_NOTES_EDIT,
+                                      L"Inserire qui delle note da salvare insieme ai dati"};
+inline constexpr ControlTextLimit kNotesLimit{IDC_NOTES_EDIT, kMaxNotesCharacters};
 
 class CalculatorDialog : public Dialog {
   public:
@@ -26,8 +35,8 @@ class CalculatorDialog : public Dialog {
     virtual void StoreTo(ProfileFile& file) = 0;
     // Recomputes and shows the results; after opening and after a dropped file.
     virtual void RecomputeResults() = 0;
-    virtual std::string MakeSummary(std::string_view list_separator) = 0;
-    virtual Report MakeReport() = 0;
+    virtual std::string CurrentSummary(std::string_view list_separator) = 0;
+    virtual Report CurrentReport() = 0;
     // Keeps the dialog's content for its next opening.
     virtual void KeepState() = 0;
 

@@ -78,6 +78,8 @@ class Canvas {
     virtual void DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) = 0;
     // Size of one line of text in the current font.
     virtual Size MeasureText(std::string_view text) = 0;
+    // From the top of a line of text to the line that its letters stand on, in the current font.
+    virtual int FontAscent() { return MeasureText("x").height * 4 / 5; }
     // Height of `text` word-wrapped to `width`.
     virtual int MeasureWrappedText(int width, std::string_view text) = 0;
 };

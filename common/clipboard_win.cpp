@@ -41,6 +41,12 @@ bool OpenedClipboard::Put(UINT format, std::string_view bytes) {
     return true;
 }
 
+bool OpenedClipboard::PutPicture(UniqueBitmap picture) {
+    if (!SetClipboardData(CF_BITMAP, picture.get())) return false;
+    static_cast<void>(picture.release());
+    return true;
+}
+
 bool PutCsvText(HWND owner, UINT csv_format, std::string_view text) {
     const std::string csv = Utf8ToWindows1252Lossy(text) + '\0';
     const std::string plain = Utf8ToUtf16Le(text) + std::string(sizeof(wchar_t), '\0');

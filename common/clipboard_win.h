@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "common/app_context_win.h"
+#include "common/handles_win.h"
 
 namespace tonvale {
 
@@ -22,6 +23,8 @@ class OpenedClipboard {
 
     // The bytes become the clipboard's content in this format, beside what is there in others.
     bool Put(UINT format, std::string_view bytes);
+    // The clipboard takes the picture over.
+    bool PutPicture(UniqueBitmap picture);
 
   private:
     bool open_ = false;

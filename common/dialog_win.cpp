@@ -218,6 +218,11 @@ int ShowMessageBox(HWND owner, const UserMessage& message, UINT buttons) {
                        buttons | IconFlag(message.icon));
 }
 
+INT_PTR PaintOnMenuColor(HDC device) {
+    SetBkColor(device, GetSysColor(COLOR_MENU));
+    return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_MENU));
+}
+
 void CenterOnScreen(HWND window) {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof(monitor);

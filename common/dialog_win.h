@@ -107,6 +107,9 @@ class WaitCursor {
 // Shows a message box; MessageIcon gives its icon.
 int ShowMessageBox(HWND owner, const UserMessage& message, UINT buttons = MB_OK);
 
+// Answers a static's WM_CTLCOLORSTATIC: its text stands on the system's menu colour.
+INT_PTR PaintOnMenuColor(HDC device);
+
 // Centres `window` on the work area of the monitor it is on, keeping its size.
 void CenterOnScreen(HWND window);
 

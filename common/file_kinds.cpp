@@ -1,6 +1,7 @@
 #include "common/file_kinds.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "common/text.h"
 
@@ -50,6 +51,10 @@ bool HasKind(const ProfileFile& file, FileKind kind) {
     const std::string_view tag = InfoOf(kind).tag;
     const auto value = file.Text(kHeaderSection, kKindKey, kMaxValueCharacters);
     return value && !tag.empty() && EqualsIgnoringCase(TrimBlanks(*value), tag);
+}
+
+void TakeHeaderText(const ProfileFile& file, std::string_view key, std::string& text) {
+    if (auto value = file.Text(kHeaderSection, key, kMaxValueCharacters)) text = std::move(*value);
 }
 
 std::optional<ProfileFile> ReadDataFile(FileSystem& files, const std::string& path, FileKind kind) {

@@ -35,6 +35,10 @@ const FileKindInfo* FileKindOfPath(std::string_view path);
 // True when the header's `Tipo` is the tag of `kind`, ignoring case and surrounding blanks.
 bool HasKind(const ProfileFile& file, FileKind kind);
 
+// Puts the value `key` of the header section, at most 15 characters, into `text`, which stays as it
+// was when the key is missing.
+void TakeHeaderText(const ProfileFile& file, std::string_view key, std::string& text);
+
 // Reads `path` and gives it when it is a data file of `kind`.
 std::optional<ProfileFile> ReadDataFile(FileSystem& files, const std::string& path, FileKind kind);
 

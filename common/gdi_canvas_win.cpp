@@ -95,6 +95,12 @@ Size GdiCanvas::MeasureText(std::string_view text) {
     return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
 }
 
+int GdiCanvas::FontAscent() {
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc_, &metrics);
+    return static_cast<int>(metrics.tmAscent);
+}
+
 int GdiCanvas::MeasureWrappedText(int width, std::string_view text) {
     const std::wstring wide = Widen(text);
     RECT area{0, 0, width, 0};

@@ -24,6 +24,7 @@ class GdiCanvas : public Canvas {
     void DrawTextAt(Point at, std::string_view text) override;
     void DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) override;
     Size MeasureText(std::string_view text) override;
+    int FontAscent() override;
     int MeasureWrappedText(int width, std::string_view text) override;
 
   private:

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <shellapi.h>
 
 #include <memory>
@@ -31,6 +32,12 @@ struct GlobalMemoryCloser {
 struct MenuCloser {
     static void Close(HMENU menu) noexcept { DestroyMenu(menu); }
 };
+struct AcceleratorsCloser {
+    static void Close(HACCEL table) noexcept { DestroyAcceleratorTable(table); }
+};
+struct ImageListCloser {
+    static void Close(HIMAGELIST images) noexcept { ImageList_Destroy(images); }
+};
 struct DropCloser {
     static void Close(HDROP drop) noexcept { DragFinish(drop); }
 };
@@ -42,6 +49,8 @@ using UniqueBitmap = UniqueHandle<HBITMAP, GdiObjectCloser>;
 using UniqueDc = UniqueHandle<HDC, DeviceContextCloser>;  // of CreateDC, CreateCompatibleDC
 using UniqueGlobal = UniqueHandle<HGLOBAL, GlobalMemoryCloser>;
 using UniqueMenu = UniqueHandle<HMENU, MenuCloser>;
+using UniqueAccelerators = UniqueHandle<HACCEL, AcceleratorsCloser>;
+using UniqueImageList = UniqueHandle<HIMAGELIST, ImageListCloser>;
 using UniqueDrop = UniqueHandle<HDROP, DropCloser>;
 
 // The device context of a window's client area.

@@ -19,7 +19,7 @@ struct FontMetrics {
 class Printer {
   public:
     virtual ~Printer() = default;
-    virtual Size PageSize() const = 0;  // printable area, device pixels
+    virtual Size PageSize() const = 0;    // printable area, device pixels
     virtual Size Resolution() const = 0;  // dots per inch, across and down
     virtual FontMetrics DefaultFontMetrics() const = 0;
     virtual int ColorCount() const = 0;  // -1: more than the device can count

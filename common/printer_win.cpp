@@ -46,6 +46,7 @@ class GdiPrinter : public Printer {
     bool EndDocument() override;
     void AbortDocument() override { Abort(); }
     Canvas& canvas() override { return *canvas_; }
+    HDC dc() const { return dc_.get(); }
 
   private:
     int Capability(int index) const { return GetDeviceCaps(dc_.get(), index); }
@@ -100,6 +101,11 @@ std::optional<PrinterPlace> DefaultPrinterPlace() {
     std::array<wchar_t, 1024> text{};
     GetProfileStringW(L"windows", L"device", L"", text.data(), static_cast<DWORD>(text.size()));
     return ParsePrinterPlace(text.data());
+}
+
+HDC DeviceContextOf(const Printer& printer) {
+    const auto* opened_here = dynamic_cast<const GdiPrinter*>(&printer);
+    return opened_here ? opened_here->dc() : nullptr;
 }
 
 std::unique_ptr<Printer> OpenDefaultPrinter() {

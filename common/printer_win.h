@@ -1,6 +1,8 @@
 // The default printer of the system.
 #pragma once
 
+#include <windows.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +25,9 @@ std::optional<PrinterPlace> ParsePrinterPlace(std::wstring_view text);
 
 // The place of the default printer; nullopt when there is none.
 std::optional<PrinterPlace> DefaultPrinterPlace();
+
+// The device context of a printer opened here; nullptr of any other.
+HDC DeviceContextOf(const Printer& printer);
 
 // Opens the default printer; nullptr when there is none or its driver fails.
 std::unique_ptr<Printer> OpenDefaultPrinter();

@@ -153,8 +153,8 @@ std::string WithDecimalComma(std::string_view text) {
 
 std::string_view TakeLine(std::string_view& text) {
     const auto is_end = [](char c) { return c == '\r' || c == '\n'; };
-    const auto end = static_cast<std::size_t>(std::find_if(text.begin(), text.end(), is_end) -
-                                              text.begin());
+    const auto end =
+        static_cast<std::size_t>(std::find_if(text.begin(), text.end(), is_end) - text.begin());
     const std::string_view line = text.substr(0, end);
     const bool is_pair = text.substr(end, kLineEnd.size()) == kLineEnd;
     text.remove_prefix(std::min(end + (is_pair ? 2 : 1), text.size()));

@@ -11,6 +11,7 @@
 #include "common/text.h"
 #include "exposure/exposure_level.h"
 #include "exposure/time_unit.h"
+#include "exposure/typed_value.h"
 
 namespace tonvale {
 
@@ -23,10 +24,6 @@ constexpr std::string_view kTimeUnitKey = "TFORM";
 constexpr std::string_view kItemCountKey = "ITEMS";
 constexpr std::string_view kLevelSection = "LEQ";
 constexpr std::string_view kTimeSection = "TIME";
-
-UserMessage NotNumeric(std::string caption) {
-    return {std::move(caption), "Errore. Inserire valori numerici!"};
-}
 
 // Converts the items in order, in the form's unit, and stops before the first that has a zero.
 struct ConvertedItems {
@@ -65,16 +62,11 @@ DailyExposureValues Compute(const ConvertedItems& items, const TimeUnit& unit) {
     return values;
 }
 
-void TakeText(const ProfileFile& file, std::string_view key, std::string& text) {
-    if (auto value = file.Text(kHeaderSection, key, kMaxValueCharacters)) text = std::move(*value);
-}
-
 }  // namespace
 
 std::optional<UserMessage> CheckExposureItem(const ExposureItem& item) {
-    if (ParseNumber(item.level_dba) == 0) return NotNumeric("Livello di esposizione");
-    if (ParseNumber(item.duration) == 0) return NotNumeric("Tempo esposizione ");
-    return std::nullopt;
+    if (auto refusal = CheckTypedLevel(item.level_dba)) return refusal;
+    return CheckTypedValue(item.duration, "Tempo esposizione ");
 }
 
 std::optional<UserMessage> Recompute(DailyExposureForm& form, DailyExposureState& state) {
@@ -121,9 +113,9 @@ void KeepForm(const DailyExposureForm& form, DailyExposureState& state) {
 
 bool LoadForm(const ProfileFile& file, DailyExposureForm& form) {
     if (!HasKind(file, FileKind::kLepd)) return false;
-    TakeText(file, kLevelKey, form.equivalent_level_dba);
-    TakeText(file, kTotalTimeKey, form.total_time);
-    TakeText(file, kDailyLevelKey, form.daily_level_dba);
+    TakeHeaderText(file, kLevelKey, form.equivalent_level_dba);
+    TakeHeaderText(file, kTotalTimeKey, form.total_time);
+    TakeHeaderText(file, kDailyLevelKey, form.daily_level_dba);
     form.time_unit = file.Integer(kHeaderSection, kTimeUnitKey);
     form.items.clear();
     const int item_count = file.Integer(kHeaderSection, kItemCountKey);
@@ -160,8 +152,7 @@ std::string Summary(const DailyExposureForm& form, std::string_view list_separat
     SummaryText summary(list_separator);
     summary.AddLine(
         {"Calcolo del livello di esposizione personale giornaliero al rumore (Lep,d)", "", "", ""});
-    summary.AddLine(
-        {"Livelli equivalenti (dBA):", "", "Tempi di esposizione " + unit_text + ":"});
+    summary.AddLine({"Livelli equivalenti (dBA):", "", "Tempi di esposizione " + unit_text + ":"});
     for (const ExposureItem& item : form.items) {
         summary.AddLine({WithDecimalComma(item.level_dba), "", WithDecimalComma(item.duration)});
     }
@@ -207,10 +198,7 @@ Assessment AssessDailyExposure(const ProfileFile& file) {
         {kTotalTimeKey, form.total_time, values.total_time_s * unit.per_second},
         {kDailyLevelKey, form.daily_level_dba, values.daily_level_dba},
     };
-    assessment.report = MakeReport(form);
-    assessment.summarize = [form = std::move(form)](std::string_view list_separator) {
-        return Summary(form, list_separator);
-    };
+    AddTexts(assessment, form);
     return assessment;
 }
 

@@ -10,6 +10,7 @@ namespace tonvale {
 namespace {
 
 constexpr double kPerReferenceDay = 3.472222222222222e-05;  // 1 / 28,800 s
+constexpr double kPerReferenceWeek = 0.2;                   // 1 / 5 days
 
 }  // namespace
 
@@ -31,6 +32,13 @@ double TotalTime(std::span<const double> durations) {
 double DailyExposureLevel(double equivalent_level_dba, double total_time_s) {
     if (total_time_s == 0) return 0;
     return equivalent_level_dba + 10 * std::log10(total_time_s * kPerReferenceDay);
+}
+
+double WeeklyExposureLevel(std::span<const double> daily_levels_dba) {
+    double energy = 0;
+    for (const double level : daily_levels_dba) energy += std::pow(10.0, 0.1 * level);
+    energy *= kPerReferenceWeek;
+    return energy == 0 ? 0 : 10 * std::log10(energy);
 }
 
 }  // namespace tonvale

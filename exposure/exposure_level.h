@@ -17,4 +17,9 @@ double TotalTime(std::span<const double> durations);
 // normalised to 8 hours. 0 when the time is exactly 0. Source: ISO 9612:2009, formula (3).
 double DailyExposureLevel(double equivalent_level_dba, double total_time_s);
 
+// Weekly personal exposure level in dBA of the daily levels of a week: their energies summed, a day
+// of 0 dBA with its energy 1, and divided by the 5 days of the nominal working week, whatever the
+// number of levels. 0 when the energy sum is exactly 0. Source: ISO 1999:1990, 3.6, note 2.
+double WeeklyExposureLevel(std::span<const double> daily_levels_dba);
+
 }  // namespace tonvale

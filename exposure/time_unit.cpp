@@ -18,7 +18,9 @@ constexpr TimeUnit kUnknownUnit{"", "", "", 1, 1, 0, 6};
 
 }  // namespace
 
-const std::array<TimeUnit, 3>& TimeUnits() { return kTimeUnits; }
+const std::array<TimeUnit, 3>& TimeUnits() {
+    return kTimeUnits;
+}
 
 const TimeUnit& TimeUnitAt(int index) {
     const bool known = index >= 0 && index < static_cast<int>(kTimeUnits.size());

@@ -8,6 +8,7 @@
 #define IDC_REPORT_EDITOR 13
 #define IDC_FORMAT_TOOLBAR 14
 #define IDC_STATUS_BAR 15
+#define IDC_RESULT_VIEW 16
 
 /* Commands of the main menu PRIMO. */
 #define CMD_PROTECTOR_SELECTION 40001
@@ -85,8 +86,45 @@
 #define IDC_TOTAL_TIME 1108
 #define IDC_DAILY_LEVEL 1109
 
+/* LEPW and EDIT_LEPW */
+#define IDC_DAY_NAME 1113
+#define IDC_WEEKLY_LEVEL 1115
+
 /* IDD_ADDENDUM, the notes panel of the file dialogs (with 1140 and 1141). */
 #define IDC_MODIFY_NOTES 1023
+
+/* ADDNOTES (with 1141) */
+#define IDC_NO_COMMENT 1142
+
+/* The help window. */
+#define IDC_HELP_LIST_LABEL 2901
+#define IDC_HELP_LIST 2902
+#define IDC_HELP_TEXT 2903
+#define IDC_HELP_BACK 2904
+#define IDC_HELP_FIND_LABEL 2905
+#define IDC_HELP_FIND_FIELD 2906
+#define IDC_HELP_FIND_NEXT 2907
+
+/* NIPTS and CONFRONTO. The buttons of quantity and damage table have the codes of what they
+   select (hearing/threshold_model.h, hearing/damage_table.h). */
+#define IDC_FRACTILE_LIST 409
+#define IDC_FREQUENCY_LIST 411
+#define IDC_MALE 1116
+#define IDC_FEMALE 1117
+#define IDC_EXPOSURE_YEARS 1118
+#define IDC_EXPOSURE_LEVEL 1119
+#define IDC_AGE 1120
+#define IDC_NIPTS 1125
+#define IDC_HTLA 1126
+#define IDC_HTLAN 1127
+#define IDC_TABLE_NEW 1131
+#define IDC_TABLE_OLD 1132
+#define IDC_TABLE_BIOLOGICAL 1133
+#define IDC_EXPOSURE_YEARS_LABEL 2801
+#define IDC_EXPOSURE_LEVEL_LABEL 2802
+#define IDC_AGE_LABEL 2803
+#define IDC_SEX_GROUP 2804
+#define IDC_TABLE_GROUP 2805
 
 /* Other resources. */
 #define IDI_TONVALE 1

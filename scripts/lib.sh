@@ -8,6 +8,8 @@ ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
     RUN_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix wine64 fonts-wine fonts-liberation)
     # To test them as well: sanitizers and fuzzers, GoogleTest, printouts turned into text.
     TEST_PACKAGES=("${RUN_PACKAGES[@]}" clang libclang-rt-dev googletest ghostscript poppler-utils)
+    # To measure how fast they are.
+    BENCHMARK_PACKAGES=("${RUN_PACKAGES[@]}" g++ libbenchmark-dev)
     # To look at how the code, benchmarks included, is written.
     CHECK_PACKAGES=(clang-format clang-tidy libbenchmark-dev)
 }

@@ -71,12 +71,12 @@ printer_settings() {
 EOF
 }
 
-# All settings, as a registry file: $1 the printer's file, $2 the resolution.
+# All settings, as the text of a registry file: $1 the printer's file, $2 the resolution.
 settings() {
     local graphics='-'
     [[ -n ${DISPLAY:-} ]] || graphics='"null"'
     cat <<EOF
-REGEDIT4
+Windows Registry Editor Version 5.00
 
 [HKEY_CURRENT_USER\\Software\\Wine\\Drivers]
 "Graphics"=$graphics
@@ -126,7 +126,8 @@ main() {
     mkdir -p "$(dirname "$prefix")"
     [[ -f $prefix/system.reg ]] || create_prefix "$prefix"
     local wanted=$prefix/tonvale-wanted.reg applied=$prefix/tonvale-applied.reg
-    settings "$printer" "$dpi" >"$wanted"
+    # Registry files of this version are UTF-16.
+    { printf '\xff\xfe' && settings "$printer" "$dpi" | iconv -f UTF-8 -t UTF-16LE; } >"$wanted"
     if ! cmp -s "$wanted" "$applied"; then
         apply_settings "$prefix" "$wanted"
         mv "$wanted" "$applied"

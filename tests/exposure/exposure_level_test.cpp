@@ -33,8 +33,8 @@ TEST(DailyExposureLevel, AgreesWithTheSoundExposure) {
     const double reference_pressure_squared = 4e-10;
     double exposure = 0;
     for (std::size_t i = 0; i < levels.size(); ++i) {
-        exposure += reference_pressure_squared * std::exp(levels[i] * std::log(10.0) / 10) *
-                    durations_s[i];
+        exposure +=
+            reference_pressure_squared * std::exp(levels[i] * std::log(10.0) / 10) * durations_s[i];
     }
     const double equivalent = EquivalentLevel(levels, durations_s);
     EXPECT_NEAR(DailyExposureLevel(equivalent, TotalTime(durations_s)),

@@ -7,6 +7,7 @@ set -euo pipefail
 
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
 REPORT_NAME='Livello di esposizione personale quotidiano (Lep,d)'
+WEEK_REPORT_NAME='Livello di esposizione personale settimanale (Lep,w)'
 LINES_PER_PAGE=66  # of the tests' printer: 6716 pixels / 99 of a line - 1
 status=0
 
@@ -111,6 +112,7 @@ grey_at() {
 main() {
     cd "$1"
     check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
+    check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"
     check pagine "$REPORT_NAME" < <(long_report)
     check quadro Quadro < <(printf '1 17 Quadro\n1 63 Una nota in calce\n')
     # A filled rectangle, 600 pixels high from the middle of the page down.

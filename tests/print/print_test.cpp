@@ -16,21 +16,23 @@
 #include "common/print_frame.h"
 #include "common/printer_win.h"
 #include "common/profile_file.h"
+#include "common/unicode_win.h"
 #include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
 
 namespace tonvale {
 namespace {
 
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
+std::filesystem::path PathFromEnvironment(const wchar_t* name) {
+    const wchar_t* value = _wgetenv(name);
+    return value ? value : L"";
 }
 
 class PrintTest : public testing::Test {
   protected:
     void SetUp() override {
-        printer_file_ = Environment("TONVALE_PRINTER_FILE");
-        folder_ = Environment("TONVALE_PRINT_DIR");
+        printer_file_ = PathFromEnvironment(L"TONVALE_PRINTER_FILE");
+        folder_ = PathFromEnvironment(L"TONVALE_PRINT_DIR");
         if (printer_file_.empty() || folder_.empty()) GTEST_SKIP() << "run by test.sh only";
         std::filesystem::remove(printer_file_);
     }
@@ -41,24 +43,31 @@ class PrintTest : public testing::Test {
         std::filesystem::rename(printer_file_, folder_ / (name + ".ps"));
     }
 
-    void PrintAndKeep(const DailyExposureForm& form, const std::string& name) {
+    void PrintAndKeep(const Report& report, const std::string& name) {
         const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
         ASSERT_NE(printer, nullptr);
-        PrintReport(*printer, MakeReport(form));
+        PrintReport(*printer, report);
         KeepPrintout(name);
+    }
+
+    // Prints the file of the examples that is named NAME and `extension`.
+    template <typename Form>
+    void PrintExample(const std::string& name, const std::string& extension) {
+        const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / (name + extension);
+        const auto file = ProfileFile::Read(SystemFiles(), Narrow(path.wstring()));
+        ASSERT_TRUE(file);
+        Form form;
+        ASSERT_TRUE(LoadForm(*file, form));
+        PrintAndKeep(MakeReport(form), name);
     }
 
     std::filesystem::path printer_file_;
     std::filesystem::path folder_;
 };
 
-TEST_F(PrintTest, DailyExposureFromFile) {
-    const auto file =
-        ProfileFile::Read(SystemFiles(), Environment("TONVALE_EXAMPLES") + "/giornata.lep");
-    ASSERT_TRUE(file);
-    DailyExposureForm form;
-    ASSERT_TRUE(LoadForm(*file, form));
-    PrintAndKeep(form, "giornata");
+TEST_F(PrintTest, ReportsOfTheExamples) {
+    PrintExample<DailyExposureForm>("giornata", ".lep");
+    PrintExample<WeeklyExposureForm>("settimana", ".lew");
 }
 
 // Items 1 to 200, and notes with accents in lines that have to be wrapped.
@@ -72,7 +81,7 @@ TEST_F(PrintTest, DailyExposureOnSeveralPages) {
     for (int i = 1; i <= 60; ++i) form.notes += "nota" + FormatInteger(i) + " ";
     DailyExposureState state;
     ASSERT_FALSE(Recompute(form, state));
-    PrintAndKeep(form, "pagine");
+    PrintAndKeep(MakeReport(form), "pagine");
 }
 
 TEST_F(PrintTest, ViewWithNotesAtTheFoot) {

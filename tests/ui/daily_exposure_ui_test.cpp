@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -11,54 +10,20 @@
 #include "common/profile_file.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"
+#include "resources/help_contexts.h"
 #include "resources/resource.h"
-#include "tests/ui/dialog_fixture.h"
-#include "tests/ui/ui_driver.h"
+#include "tests/ui/calculator_fixture.h"
 
 namespace tonvale {
 namespace {
 
 constexpr char kTitle[] = "Calcolo Lep,d";
-constexpr char kOpenTitle[] = "Caricamento file di dati";
-constexpr char kSaveTitle[] = "Salvataggio file di dati";
-constexpr char kNoFile[] = "Nessun file selezionato";
-constexpr char kNotNumeric[] = "Errore. Inserire valori numerici!";
-constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.";
-constexpr int kFileNameField = 0x047c;  // of the common file dialogs
 
 // Stored results that do not match the items: those would give 85.0, "   480" and 85.0.
 constexpr char kStoredFile[] =
     "[TONVALE]\r\nTipo=lepd\r\nLAEQ=70.1\r\nTOTTIME=   999\r\nLEPD=70.2\r\nTFORM=1\r\nITEMS=1\r\n"
     "[LEQ]\r\n1=85\r\n[TIME]\r\n1=480\r\n[NOTE]\r\nNum=2\r\n1=perch\xe9\r\n2=due\r\n"
     "[ALTRO]\r\nchiave=resta\r\n";
-
-HWND List(HWND dialog) {
-    return GetDlgItem(dialog, IDC_ITEM_LIST);
-}
-
-std::string Cell(HWND dialog, int row, int column) {
-    wchar_t text[32] = {};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = static_cast<int>(std::size(text));
-    SendMessageW(List(dialog), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
-    return Narrow(text);
-}
-
-std::vector<std::string> Rows(HWND dialog) {
-    std::vector<std::string> rows;
-    for (int i = 0; i < ListView_GetItemCount(List(dialog)); ++i) {
-        rows.push_back(Cell(dialog, i, 0) + " x " + Cell(dialog, i, 1));
-    }
-    return rows;
-}
-
-void Select(HWND dialog, int row) {
-    ListView_SetItemState(List(dialog), row, LVIS_SELECTED | LVIS_FOCUSED,
-                          LVIS_SELECTED | LVIS_FOCUSED);
-}
 
 // LAeq, total time and Lep,d.
 std::string Results(HWND dialog) {
@@ -73,21 +38,6 @@ void ChooseUnit(HWND dialog, int unit) {
                  reinterpret_cast<LPARAM>(combo));
 }
 
-void Drop(HWND dialog, const std::vector<std::string>& paths) {
-    SendMessageW(dialog, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop(paths)), 0);
-}
-
-std::string ClipboardBytes(UINT format) {
-    OpenClipboard(nullptr);
-    std::string bytes;
-    if (HANDLE memory = GetClipboardData(format)) {
-        bytes.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
-        GlobalUnlock(memory);
-    }
-    CloseClipboard();
-    return bytes;
-}
-
 class DailyExposureUiTest : public DialogTest {
   protected:
     void Open(const std::string& path = {}) { OpenDailyExposure(app_, state_, owner_, path); }
@@ -96,11 +46,6 @@ class DailyExposureUiTest : public DialogTest {
         ui.OnWindow(kTitle).Click(IDC_ADD);
         ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, level);
         ui.SetText(IDC_TIME_EDIT, "").Type(IDC_TIME_EDIT, time).Click(IDOK).WaitClosed("Aggiungi");
-    }
-
-    // Fills the file dialog `title` with `path` and confirms it.
-    void ChooseFile(UiDriver& ui, const std::string& title, const std::string& path) {
-        ui.OnWindow(title).SetText(kFileNameField, path).Command(IDOK);
     }
 
     DailyExposureState state_;
@@ -129,11 +74,7 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
         EXPECT_EQ(Results(dialog), "87.4|   480|87.4");
         EXPECT_EQ(Rows(dialog), (std::vector<std::string>{"90 x 240", "80 x 240"}));
         // A double click on a row modifies it.
-        RECT row{};
-        ListView_GetItemRect(List(dialog), 1, &row, LVIR_LABEL);
-        for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
-            PostMessageW(List(dialog), message, 0, MAKELPARAM(row.left + 4, row.top + 4));
-        }
+        DoubleClick(dialog, 1);
     });
     ui.OnWindow("Modifica",
                 [](HWND dialog) {
@@ -150,13 +91,13 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
           EXPECT_EQ(Results(dialog), "90.0|   480|90.0");
           Select(dialog, 0);
       }).Click(IDC_DELETE);
-    const std::string question = "Sei sicuro di voler eliminare questo elemento dalla lista?";
     ui.OnWindow("Elimina", [](HWND dialog) {
           EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_READ_LEVEL)));
           EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "90");
       }).Screenshot("add_lepd_delete");
     for (int answer : {IDNO, IDCANCEL, IDYES}) {
-        ui.OnWindow("Elimina").Click(IDOK).AnswerMessage("Conferma operazione", question, answer);
+        ui.OnWindow("Elimina").Click(IDOK).AnswerMessage("Conferma operazione", kDeletionQuestion,
+                                                         answer);
     }
     ui.WaitClosed("Elimina")
         .OnWindow(kTitle,
@@ -399,8 +340,8 @@ TEST_F(DailyExposureUiTest, TakesTenThousandItems) {
     std::string times;
     for (int i = 1; i <= kItems; ++i) {
         const std::string key = std::to_string(i);
-        levels += key + "=80\r\n";
-        times += key + "=" + key + "\r\n";
+        levels.append(key).append("=80\r\n");
+        times.append(key).append("=").append(key).append("\r\n");
     }
     const std::string path =
         WriteFile("molti.lep", "[TONVALE]\r\nTipo=LEPD\r\nITEMS=10000\r\n[LEQ]\r\n" + levels +
@@ -419,8 +360,8 @@ TEST_F(DailyExposureUiTest, TakesTenThousandItems) {
           EXPECT_EQ(ListView_GetColumnWidth(List(dialog), 0), area.right / 2);
           Select(dialog, kItems - 1);
       }).Click(IDC_DELETE);
-    ui.OnWindow("Elimina").Click(IDOK).AnswerMessage(
-        "Conferma operazione", "Sei sicuro di voler eliminare questo elemento dalla lista?", IDYES);
+    ui.OnWindow("Elimina").Click(IDOK).AnswerMessage("Conferma operazione", kDeletionQuestion,
+                                                     IDYES);
     ui.WaitClosed("Elimina")
         .OnWindow(kTitle,
                   [](HWND dialog) {
@@ -472,7 +413,8 @@ TEST_F(DailyExposureUiTest, ListKeysAndHelp) {
                        MAKELPARAM(area.left + 1, area.bottom - 1));
       }).Command(CMD_FILE_CLOSE);
     Open(stored);
-    EXPECT_EQ(help_.topics, (std::vector<unsigned long>{100110, 100110, 100110}));
+    EXPECT_EQ(help_.topics,
+              (std::vector<unsigned long>{kHelpDailyExposure, kHelpDailyAdd, kHelpDailyTotalTime}));
 }
 
 }  // namespace

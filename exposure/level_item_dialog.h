@@ -1,0 +1,56 @@
+// The base of the dialogs that edit one level (control 1111), which may come from another
+// calculator's file.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "common/dialog_win.h"
+#include "common/file_dialogs_win.h"
+#include "common/file_kinds.h"
+#include "resources/resource.h"
+
+namespace tonvale {
+
+// Rows that the tables of these dialogs share.
+inline constexpr ControlTip kReadLevelTip{IDC_READ_LEVEL,
+                                          L"Carica il valore del livello da un file"};
+inline constexpr ControlTip kCancelTip{IDCANCEL,
+                                       L"Annulla l'operazione e chiude la finestra di dialogo"};
+inline constexpr ControlTextLimit kLevelLimit{IDC_LEVEL_EDIT, kMaxValueCharacters};
+
+// Which files a level comes from: by "Apri" or dropped.
+struct LevelSource {
+    FileKind kind;
+    std::string_view key;  // of the header section
+    std::optional<std::string> (*choose)(AppContext& app, HWND owner);
+};
+
+inline constexpr LevelSource kLevelOfSpectrum{FileKind::kSpr, "LAEQ", ReadSpectrumLevel};
+inline constexpr LevelSource kLevelOfDay{FileKind::kLepd, "LEPD", ReadDailyLevel};
+
+class LevelItemDialog : public Dialog {
+  protected:
+    LevelItemDialog(AppContext& app, const DialogDescription& description,
+                    const LevelSource& source)
+        : Dialog(app, description), source_(source) {}
+
+    bool OnCommand(int id, int notification) override;
+    void OnDrop(const std::string& path) override;
+
+    // Asks whether the item is to be deleted.
+    bool ConfirmsDeletion() const;
+    // Shows why a typed value is refused; the user can type it anew.
+    void Refuse(const UserMessage& refusal, int field);
+    void FocusOnField(int id);
+
+  private:
+    void TakeLevel(const std::optional<std::string>& level_dba);
+
+    const LevelSource& source_;
+};
+
+}  // namespace tonvale

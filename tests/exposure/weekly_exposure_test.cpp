@@ -1,0 +1,189 @@
+#include "exposure/weekly_exposure.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "exposure/exposure_level.h"
+#include "exposure/typed_value.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::StartsWith;
+
+using Week = std::array<std::string, kWeekDays>;
+
+WeeklyExposureForm FormOf(Week levels_dba) {
+    WeeklyExposureForm form;
+    form.levels_dba = std::move(levels_dba);
+    return form;
+}
+
+std::string Result(Week levels_dba) {
+    WeeklyExposureForm form = FormOf(std::move(levels_dba));
+    WeeklyExposureState state;
+    Recompute(form, state);
+    return form.weekly_level_dba;
+}
+
+// The same level by another road: the energies relative to the loudest day's, summed from the
+// lowest up in extended precision.
+double LevelRelativeToLoudest(std::array<double, kWeekDays> levels_dba) {
+    std::sort(levels_dba.begin(), levels_dba.end());
+    const long double loudest = levels_dba.back();
+    const long double per_decibel = std::log(10.0L) / 10;
+    long double sum = 0;
+    for (const double level : levels_dba) sum += std::exp((level - loudest) * per_decibel);
+    return static_cast<double>(loudest + std::log(sum / 5) / per_decibel);
+}
+
+TEST(WeeklyExposure, DividesTheEnergyOfSevenDaysByFive) {
+    EXPECT_EQ(Result({"90", "90", "90", "90", "90", "0", "0"}), "90.0");
+    EXPECT_EQ(Result({"90", "0", "0", "0", "0", "0", "0"}), "83.0");
+    EXPECT_EQ(Result({"0", "0", "0", "0", "0", "0", "90"}), "83.0");
+    // 10 lg(7/5): a day of 0 dBA counts with the energy 1, and there are seven of them.
+    EXPECT_EQ(Result({"0.0", "0.0", "0.0", "0.0", "0.0", "0.0", "0.0"}), " 1.5");
+    EXPECT_EQ(Result({"90", "90", "90", "90", "90", "90", "90"}), "91.5");
+    EXPECT_EQ(Result({"-10", "-10", "-10", "-10", "-10", "-10", "-10"}), "-8.5");
+    // No energy at all.
+    EXPECT_EQ(Result({"-9999", "-9999", "-9999", "-9999", "-9999", "-9999", "-1e400"}), " 0.0");
+    EXPECT_EQ(Result({"1e4", "", "", "", "", "", ""}), " inf");
+
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> level(-5, 130);
+    for (int i = 0; i < 1000; ++i) {
+        std::array<double, kWeekDays> week{};
+        for (double& day : week) day = level(random);
+        EXPECT_NEAR(WeeklyExposureLevel(week), LevelRelativeToLoudest(week), 1e-10);
+    }
+}
+
+TEST(WeeklyExposure, ADayIsWhatItsTextBeginsWith) {
+    WeeklyExposureForm form = FormOf({"90,5", "", "abc", " 85.26x", "-3", "0x5A", "+8e1"});
+    WeeklyExposureState state;
+    Recompute(form, state);
+    EXPECT_THAT(state.levels_dba, ElementsAre(90, 0, 0, 85.26, -3, 0, 80));
+    EXPECT_THAT(form.levels_dba, ElementsAre("90,5", "", "abc", " 85.26x", "-3", "0x5A", "+8e1"));
+    for (const char* refused : {"0", "0.0", "-0", "", "abc", ",5", "."}) {
+        const auto message = CheckTypedLevel(refused);
+        ASSERT_TRUE(message) << refused;
+        EXPECT_EQ(message->caption, "Livello di esposizione");
+        EXPECT_EQ(message->text, "Errore. Inserire valori numerici!");
+    }
+    for (const char* taken : {"-3", "90,5", "0.01", "85 dBA"}) EXPECT_FALSE(CheckTypedLevel(taken));
+}
+
+TEST(WeeklyExposure, KeepsTheDaysOfTheLastComputation) {
+    WeeklyExposureState state;
+    EXPECT_THAT(FormFromState(state).levels_dba,
+                ElementsAre("90.0", "90.0", "90.0", "90.0", "90.0", " 0.0", " 0.0"));
+    WeeklyExposureForm form = FormOf({"90,5", "84.25", "", "7", "-3", "1e300", "x"});
+    Recompute(form, state);
+    form.levels_dba.fill("50");  // as a file that is not computed with
+    form.notes = std::string(600, 'n');
+    KeepForm(form, state);
+    EXPECT_EQ(state.notes.size(), 512U);
+    const WeeklyExposureForm reopened = FormFromState(state);
+    EXPECT_THAT(reopened.levels_dba,
+                ElementsAre("90.0", "84.3", " 0.0", " 7.0", "-3.0", "100000000000000", " 0.0"));
+    EXPECT_EQ(reopened.notes, state.notes);
+}
+
+TEST(WeeklyExposure, AFileKeepsEveryTextAsItStands) {
+    WeeklyExposureForm form = FormOf({"86.0", "84,5", " 88", "", "x", " 0.0", "0.0"});
+    form.weekly_level_dba = "85.4";
+    form.notes = "forno n. 2\r\n\r\ncosì è";
+    ProfileFile file = ProfileFile::Parse(
+        "[TONVALE]\r\nTipo=lepw\r\nLEPW=1\r\n[ALTRO]\r\nchiave=resta\r\n"
+        "[NOTE]\r\n1=a\r\n2=b\r\n3=c\r\n4=d\r\nNum=4\r\n");
+    for (ProfileFile target : {ProfileFile(), file}) {
+        StoreForm(form, target);
+        WeeklyExposureForm loaded;
+        ASSERT_TRUE(LoadForm(ProfileFile::Parse(target.Serialize()), loaded));
+        EXPECT_EQ(loaded.levels_dba, form.levels_dba);
+        EXPECT_EQ(loaded.weekly_level_dba, "85.4");
+        EXPECT_EQ(loaded.notes, form.notes);
+    }
+    ProfileFile fresh;
+    StoreForm(form, fresh);
+    EXPECT_THAT(fresh.Serialize(),
+                StartsWith("[TONVALE]\r\nTipo=LEPW\r\nLEPW=85.4\r\n[GIORNI]\r\nLunedi=86.0\r\n"
+                           "Martedi=84,5\r\nMercoledi= 88\r\nGiovedi=\r\nVenerdi=x\r\n"
+                           "Sabato= 0.0\r\nDomenica=0.0\r\n[NOTE]\r\n1=forno n. 2\r\n2=\r\n"));
+}
+
+TEST(WeeklyExposure, LoadsWhatAFileHolds) {
+    WeeklyExposureForm form = FormOf({"1", "2", "3", "4", "5", "6", "7"});
+    form.weekly_level_dba = "prima";
+    form.notes = "note";
+    for (const char* other : {"", "[TONVALE]\nTipo=LEPD\n", "LEPW", "[TONVALE]\nLEPW=1\n"}) {
+        EXPECT_FALSE(LoadForm(ProfileFile::Parse(other), form)) << other;
+    }
+    EXPECT_EQ(form.levels_dba.back() + form.weekly_level_dba + form.notes, "7primanote");
+
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse("[tonvale]\ntipo = Lepw\n[giorni]\nMARTEDI=84.5\n"
+                                            "Sabato=1234567890123456789\n"),
+                         form));
+    EXPECT_THAT(form.levels_dba, ElementsAre("", "84.5", "", "", "", "123456789012345", ""));
+    EXPECT_EQ(form.weekly_level_dba, "prima");  // no key: as it was
+    EXPECT_EQ(form.notes, "");
+    // The stored result is shown as it stands; only a computation replaces it.
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse("[TONVALE]\nTipo=LEPW\nLEPW=70.5\n"), form));
+    EXPECT_EQ(form.weekly_level_dba, "70.5");
+    WeeklyExposureState state;
+    Recompute(form, state);
+    EXPECT_EQ(form.weekly_level_dba, " 1.5");
+}
+
+TEST(WeeklyExposure, TheSummaryPartsItsCellsByTheListSeparator) {
+    WeeklyExposureForm form = FormOf({"86.0", "84.5", "1.2.3", "", "90,5", " 0.0", "abc"});
+    form.weekly_level_dba = "85.4";
+    form.notes = "prima\r\n" + std::string(300, 'n');
+    EXPECT_EQ(Summary(form, ";"),
+              "Calcolo del livello di esposizione personale settimanale al rumore (Lep,w);;;\r\n"
+              "Giorno della settimana:;;Lep,d (dBA):\r\n"
+              "Lunedi;;86,0\r\n"
+              "Martedi;;84,5\r\n"
+              "Mercoledi;;1,2.3\r\n"
+              "Giovedi;;\r\n"
+              "Venerdi;;90,5\r\n"
+              "Sabato;; 0,0\r\n"
+              "Domenica;;abc\r\n"
+              "Lep,w (dBA):;;85,4\r\n"
+              "Note:\r\n"
+              "prima\r\n" +
+                  std::string(248, 'n') + "\r\n");
+}
+
+TEST(WeeklyExposure, TheReportHasTheLinesOfThePrintout) {
+    WeeklyExposureForm form = FormOf({"86.0", "84.5", "88.2", "79.0", "85.0", "0.0", ""});
+    form.weekly_level_dba = "85.4";
+    form.notes = std::string(600, 'n');
+    const Report report = MakeReport(form);
+    EXPECT_EQ(report.document_name, "Livello di esposizione personale settimanale (Lep,w)");
+    EXPECT_EQ(report.notes.size(), 512U);
+    EXPECT_EQ(report.notes_gap, 3);
+    form.notes = "presenti";
+    EXPECT_EQ(ReportAsText(MakeReport(form)),
+              "Livello di esposizione personale settimanale (Lep,w)\n"
+              "Giorni della settimana:  Lep,d corrispondenti (dBA):\n"
+              "Lunedi                   86.0\n"
+              "Martedi                  84.5\n"
+              "Mercoledi                88.2\n"
+              "Giovedi                  79.0\n"
+              "Venerdi                  85.0\n"
+              "Sabato                   0.0\n"
+              "Domenica\n"
+              "Lep,w (dBA):             85.4\n"
+              "\n"
+              "presenti\n");
+}
+
+}  // namespace
+}  // namespace tonvale

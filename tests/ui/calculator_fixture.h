@@ -1,0 +1,90 @@
+// What the tests of the calculators' dialogs share: the item list, dropped files, file dialogs, the
+// clipboard.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/resource.h"
+#include "tests/ui/dialog_fixture.h"
+#include "tests/ui/ui_driver.h"
+
+namespace tonvale {
+
+inline constexpr char kOpenTitle[] = "Caricamento file di dati";
+inline constexpr char kSaveTitle[] = "Salvataggio file di dati";
+inline constexpr char kNoFile[] = "Nessun file selezionato";
+inline constexpr char kNotNumeric[] = "Errore. Inserire valori numerici!";
+inline constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.";
+inline constexpr char kDeletionQuestion[] =
+    "Sei sicuro di voler eliminare questo elemento dalla lista?";
+inline constexpr int kFileNameField = 0x047c;  // of the common file dialogs
+
+inline HWND List(HWND dialog) {
+    return GetDlgItem(dialog, IDC_ITEM_LIST);
+}
+
+inline std::string Cell(HWND dialog, int row, int column) {
+    wchar_t text[32] = {};
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = static_cast<int>(std::size(text));
+    SendMessageW(List(dialog), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&item));
+    return Narrow(text);
+}
+
+// The rows of a list of two columns.
+inline std::vector<std::string> Rows(HWND dialog) {
+    const int count = ListView_GetItemCount(List(dialog));
+    std::vector<std::string> rows;
+    rows.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        rows.push_back(Cell(dialog, i, 0) + " x " + Cell(dialog, i, 1));
+    }
+    return rows;
+}
+
+inline void Select(HWND dialog, int row) {
+    ListView_SetItemState(List(dialog), row, LVIS_SELECTED | LVIS_FOCUSED,
+                          LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+inline int SelectedRow(HWND dialog) {
+    return ListView_GetNextItem(List(dialog), -1, LVNI_SELECTED);
+}
+
+inline void DoubleClick(HWND dialog, int row) {
+    RECT area{};
+    ListView_GetItemRect(List(dialog), row, &area, LVIR_LABEL);
+    for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+        PostMessageW(List(dialog), message, 0, MAKELPARAM(area.left + 4, area.top + 4));
+    }
+}
+
+inline void Drop(HWND dialog, const std::vector<std::string>& paths) {
+    SendMessageW(dialog, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop(paths)), 0);
+}
+
+// Fills the file dialog `title` with `path` and confirms it.
+inline void ChooseFile(UiDriver& ui, const std::string& title, const std::string& path) {
+    ui.OnWindow(title).SetText(kFileNameField, path).Command(IDOK);
+}
+
+inline std::string ClipboardBytes(UINT format) {
+    OpenClipboard(nullptr);
+    std::string bytes;
+    if (HANDLE memory = GetClipboardData(format)) {
+        bytes.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
+        GlobalUnlock(memory);
+    }
+    CloseClipboard();
+    return bytes;
+}
+
+}  // namespace tonvale

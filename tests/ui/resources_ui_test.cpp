@@ -1,0 +1,603 @@
+// What holds for every dialog template, menu and accelerator of the program, those to come
+// included: keyboard access, texts that fit, names for those who do not see the screen.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cwctype>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "common/handles_win.h"
+#include "common/unicode_win.h"
+#include "resources/resource.h"
+
+namespace tonvale {
+namespace {
+
+constexpr int kScales[] = {96, 120, 144, 192};  // dots per inch
+
+// Texts that come into their controls at run time: the longest of each. A list's column titles
+// have an equal share of its width.
+struct RunTimeText {
+    std::string_view dialog;
+    int control;
+    int columns;
+    const wchar_t* text;
+};
+constexpr RunTimeText kRunTimeTexts[] = {
+    {"LEPD", IDC_ITEM_LIST, 2, L"Livelli equivalenti"},
+    {"LEPD", IDC_ITEM_LIST, 2, L"Tempi esposizione"},
+    {"LEPD", IDC_TIME_UNIT, 1, L"secondi"},
+    {"LEPD", IDC_TOTAL_TIME_LABEL, 1, L"Tempo esposizione (m):"},
+    {"LEPD", IDC_EQUIVALENT_LEVEL, 1, L"-100.0"},
+    {"LEPD", IDC_TOTAL_TIME, 1, L"1000000.00"},
+    {"LEPD", IDC_DAILY_LEVEL, 1, L"-100.0"},
+    {"ADD_LEPD", IDC_TIME_LABEL, 1, L"Esposizione (m):"},
+    {"ADD_LEPD", IDOK, 1, L"Modifica"},
+    {"LEPW", IDC_ITEM_LIST, 2, L"Mercoledi"},
+    {"LEPW", IDC_ITEM_LIST, 3, L"Lep,d"},
+    {"LEPW", IDC_WEEKLY_LEVEL, 1, L"-100.0"},
+    {"EDIT_LEPW", IDC_DAY_NAME, 1, L"Mercoledi"},
+};
+
+// Access keys that several commands of a menu or controls of a dialog share, because their texts
+// are fixed: the key goes from one to the next.
+constexpr std::pair<std::string_view, std::wstring_view> kSharedKeys[] = {
+    {"FORMATO", L"CDS"},
+};
+
+// Names of colours, which have no access keys.
+constexpr std::string_view kMenuWithoutKeys = "COLORI";
+
+HINSTANCE Instance() {
+    return GetModuleHandleW(nullptr);
+}
+
+std::vector<std::wstring> ResourceNames(LPCWSTR type) {
+    std::vector<std::wstring> names;
+    const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR to) -> BOOL {
+        auto& all = *reinterpret_cast<std::vector<std::wstring>*>(to);
+        all.push_back(IS_INTRESOURCE(name)
+                          ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name))
+                          : std::wstring(name));
+        return TRUE;
+    };
+    EnumResourceNamesW(Instance(), type, collect, reinterpret_cast<LONG_PTR>(&names));
+    return names;
+}
+
+std::wstring TextOfWindow(HWND window) {
+    return Widen(WindowText(window));
+}
+
+// The upper-case letter after the "&"; 0 when there is none.
+wchar_t AccessKey(const std::wstring& text) {
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] != L'&') continue;
+        if (text[i + 1] != L'&') return static_cast<wchar_t>(std::towupper(text[i + 1]));
+        ++i;
+    }
+    return 0;
+}
+
+// Tells which access keys of one dialog or menu level come twice.
+class KeyRing {
+  public:
+    explicit KeyRing(std::string owner) : owner_(std::move(owner)) {}
+    void Add(const std::wstring& text) {
+        const wchar_t key = AccessKey(text);
+        if (!key || IsShared(key)) return;
+        const auto [holder, is_new] = holders_.emplace(key, text);
+        EXPECT_TRUE(is_new) << owner_ << ": \"" << Narrow(text) << "\" and \""
+                            << Narrow(holder->second) << "\" have the same access key";
+    }
+
+  private:
+    bool IsShared(wchar_t key) const {
+        return std::any_of(std::begin(kSharedKeys), std::end(kSharedKeys), [&](const auto& row) {
+            return row.first == owner_ && row.second.find(key) != std::wstring_view::npos;
+        });
+    }
+    std::string owner_;
+    std::map<wchar_t, std::wstring> holders_;
+};
+
+// ---- Dialogs
+
+enum class ControlKind { kText, kPushButton, kCheckBox, kRadioButton, kGroupBox, kField, kOther };
+
+std::wstring ClassOf(HWND control) {
+    wchar_t name[64] = {};
+    GetClassNameW(control, name, static_cast<int>(std::size(name)));
+    std::transform(name, name + std::size(name), name, std::towupper);
+    return name;
+}
+
+DWORD StyleOf(HWND control) {
+    return static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE));
+}
+
+ControlKind ButtonKind(DWORD style) {
+    constexpr std::pair<DWORD, ControlKind> kKinds[] = {
+        {BS_PUSHBUTTON, ControlKind::kPushButton},
+        {BS_DEFPUSHBUTTON, ControlKind::kPushButton},
+        {BS_CHECKBOX, ControlKind::kCheckBox},
+        {BS_AUTOCHECKBOX, ControlKind::kCheckBox},
+        {BS_3STATE, ControlKind::kCheckBox},
+        {BS_AUTO3STATE, ControlKind::kCheckBox},
+        {BS_RADIOBUTTON, ControlKind::kRadioButton},
+        {BS_AUTORADIOBUTTON, ControlKind::kRadioButton},
+        {BS_GROUPBOX, ControlKind::kGroupBox},
+    };
+    const auto found = std::find_if(std::begin(kKinds), std::end(kKinds), [style](const auto& row) {
+        return row.first == (style & BS_TYPEMASK);
+    });
+    return found == std::end(kKinds) ? ControlKind::kOther : found->second;
+}
+
+ControlKind KindOf(HWND control) {
+    const std::wstring name = ClassOf(control);
+    const DWORD style = StyleOf(control);
+    if (name == L"BUTTON") return ButtonKind(style);
+    if (name == L"STATIC") {
+        const DWORD type = style & SS_TYPEMASK;
+        const bool is_text = type <= SS_RIGHT || type == SS_SIMPLE || type == SS_LEFTNOWORDWRAP;
+        return is_text ? ControlKind::kText : ControlKind::kOther;
+    }
+    // What only decorates a field, or reports.
+    constexpr std::wstring_view kNoFields[] = {UPDOWN_CLASSW, PROGRESS_CLASSW, STATUSCLASSNAMEW,
+                                               TOOLBARCLASSNAMEW};
+    for (std::wstring_view no_field : kNoFields) {
+        if (CompareStringOrdinal(no_field.data(), -1, name.c_str(), -1, TRUE) == CSTR_EQUAL) {
+            return ControlKind::kOther;
+        }
+    }
+    return ControlKind::kField;
+}
+
+// As the control itself will be, once its dialog is shown.
+bool IsShown(HWND control) {
+    return (StyleOf(control) & WS_VISIBLE) != 0;
+}
+
+bool IsTabStop(HWND control) {
+    return IsShown(control) && (StyleOf(control) & WS_TABSTOP) != 0;
+}
+
+std::string Describe(HWND control) {
+    return Narrow(ClassOf(control)) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" +
+           WindowText(control) + "\"";
+}
+
+// The dialog of a template as it is laid out at a scale, hidden and without its procedure. What a
+// scale changes is the font, in which all of a template is measured: a larger font at the
+// resolution of this system is the same font at a higher resolution.
+class TemplateDialog {
+  public:
+    TemplateDialog(const std::wstring& name, int dpi) : name_(Narrow(name)) {
+        HRSRC resource = FindResourceW(Instance(), name.c_str(), RT_DIALOG);
+        const auto* bytes =
+            static_cast<const BYTE*>(LockResource(LoadResource(Instance(), resource)));
+        std::vector<BYTE> copy(bytes, bytes + SizeofResource(Instance(), resource));
+        copy.resize((copy.size() + 3) & ~std::size_t{3});
+        Adapt(copy, dpi);
+        owner_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                 Instance(), nullptr);
+        window_ = CreateDialogIndirectParamW(
+            Instance(), reinterpret_cast<const DLGTEMPLATE*>(copy.data()), owner_,
+            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+        EXPECT_NE(window_, nullptr) << name_ << " cannot be created";
+    }
+    ~TemplateDialog() {
+        if (window_) DestroyWindow(window_);
+        DestroyWindow(owner_);
+    }
+    TemplateDialog(const TemplateDialog&) = delete;
+    TemplateDialog& operator=(const TemplateDialog&) = delete;
+
+    HWND window() const { return window_; }
+    const std::string& name() const { return name_; }
+
+    // In the order of the template.
+    std::vector<HWND> Controls() const {
+        std::vector<HWND> controls;
+        for (HWND child = window_ ? GetWindow(window_, GW_CHILD) : nullptr; child;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            controls.push_back(child);
+        }
+        return controls;
+    }
+
+    RECT AreaOf(HWND control) const {
+        RECT area{};
+        GetWindowRect(control, &area);
+        MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&area), 2);
+        return area;
+    }
+
+  private:
+    // Hides the dialog of an extended template and sets the size of its font.
+    static void Adapt(std::vector<BYTE>& bytes, int dpi) {
+        auto* words = reinterpret_cast<WORD*>(bytes.data());
+        constexpr std::size_t kStyle = 6, kMenu = 13;  // positions of words
+        ASSERT_EQ(words[1], 0xffff) << "not an extended template";
+        DWORD style = MAKELONG(words[kStyle], words[kStyle + 1]);
+        ASSERT_NE(style & DS_SETFONT, 0u) << "a template without a font";
+        style &= ~WS_VISIBLE;
+        words[kStyle + 1] = HIWORD(style);
+        WORD* field = words + kMenu;
+        for (int i = 0; i < 3; ++i) {  // menu, window class, title
+            if (*field == 0xffff) {
+                field += 2;
+            } else {
+                while (*field++) {
+                }
+            }
+        }
+        const WindowDc screen(nullptr);
+        *field = static_cast<WORD>(MulDiv(*field, dpi, GetDeviceCaps(screen.get(), LOGPIXELSY)));
+    }
+
+    std::string name_;
+    HWND owner_ = nullptr;
+    HWND window_ = nullptr;
+};
+
+void ForEachDialog(const std::function<void(const TemplateDialog&)>& check, int dpi = 96) {
+    const std::vector<std::wstring> names = ResourceNames(RT_DIALOG);
+    EXPECT_GE(names.size(), 3u);
+    for (const std::wstring& name : names) {
+        const TemplateDialog dialog(name, dpi);
+        SCOPED_TRACE(dialog.name() + " at " + std::to_string(dpi) + " dpi");
+        check(dialog);
+    }
+}
+
+struct Room {
+    int width;
+    int height;
+};
+
+// What a text needs in the control's font; a text of several words may be broken into lines no
+// wider than `width`.
+Room RoomNeeded(HWND control, const std::wstring& text, int width) {
+    const ControlKind kind = KindOf(control);
+    const DWORD style = StyleOf(control);
+    UINT format = DT_CALCRECT | DT_EXPANDTABS;
+    const bool breaks_lines = kind == ControlKind::kText
+                                  ? (style & SS_TYPEMASK) <= SS_RIGHT
+                                  : kind != ControlKind::kGroupBox && kind != ControlKind::kField &&
+                                        (style & BS_MULTILINE) != 0;
+    format |= breaks_lines ? DT_WORDBREAK : DT_SINGLELINE;
+    if (kind == ControlKind::kField || (kind == ControlKind::kText && (style & SS_NOPREFIX) != 0)) {
+        format |= DT_NOPREFIX;
+    }
+    const WindowDc dc(control);
+    const ScopedSelection font(dc.get(),
+                               reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    RECT area{0, 0, width, 0};
+    DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area, format);
+    return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+// What the control has for its text, less frames, margins, check marks and arrows, which grow with
+// the scale.
+Room RoomOffered(HWND control, int columns, int dpi) {
+    constexpr std::pair<ControlKind, Room> kTaken[] = {
+        {ControlKind::kPushButton, {8, 4}},   {ControlKind::kCheckBox, {18, 0}},
+        {ControlKind::kRadioButton, {18, 0}}, {ControlKind::kGroupBox, {18, 0}},
+        {ControlKind::kField, {24, 0}},
+    };
+    RECT area{};
+    GetClientRect(control, &area);
+    Room room{static_cast<int>(area.right) / columns, static_cast<int>(area.bottom)};
+    for (const auto& [kind, taken] : kTaken) {
+        if (kind != KindOf(control)) continue;
+        room.width -= MulDiv(taken.width, dpi, 96);
+        room.height -= MulDiv(taken.height, dpi, 96);
+    }
+    return room;
+}
+
+void ExpectTextFits(HWND control, const std::wstring& text, int columns, int dpi) {
+    const Room offered = RoomOffered(control, columns, dpi);
+    const Room needed = RoomNeeded(control, text, offered.width);
+    EXPECT_LE(needed.width, offered.width) << Describe(control) << ": " << Narrow(text);
+    EXPECT_LE(needed.height, offered.height) << Describe(control) << ": " << Narrow(text);
+}
+
+bool Overlap(const RECT& a, const RECT& b) {
+    RECT common{};
+    return IntersectRect(&common, &a, &b) != 0;
+}
+
+bool Contains(const RECT& outer, const RECT& inner) {
+    return inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top &&
+           inner.bottom <= outer.bottom;
+}
+
+// Reading goes to the right or downwards; a new column may start higher up.
+bool ReadsOn(const RECT& from, const RECT& to) {
+    return to.left >= from.right || to.top > from.top;
+}
+
+TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
+    ForEachDialog([](const TemplateDialog& dialog) {
+        KeyRing keys(dialog.name());
+        // The keys of the menu bar work in the dialog as well.
+        const bool has_menu = (StyleOf(dialog.window()) & WS_CHILD) == 0;
+        HMENU menu = has_menu ? GetMenu(dialog.window()) : nullptr;
+        for (int i = 0; i < (menu ? GetMenuItemCount(menu) : 0); ++i) {
+            wchar_t text[64] = {};
+            GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
+                           MF_BYPOSITION);
+            keys.Add(text);
+        }
+        for (HWND control : dialog.Controls()) {
+            const ControlKind kind = KindOf(control);
+            if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
+            if (kind == ControlKind::kText && (StyleOf(control) & SS_NOPREFIX) != 0) continue;
+            keys.Add(TextOfWindow(control));
+        }
+    });
+}
+
+TEST(ResourcesTest, TextsFitTheirControlsAtEveryScale) {
+    for (int dpi : kScales) {
+        std::size_t run_time_texts = 0;
+        ForEachDialog(
+            [&](const TemplateDialog& dialog) {
+                for (HWND control : dialog.Controls()) {
+                    const ControlKind kind = KindOf(control);
+                    if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
+                    ExpectTextFits(control, TextOfWindow(control), 1, dpi);
+                }
+                for (const RunTimeText& text : kRunTimeTexts) {
+                    if (text.dialog != dialog.name()) continue;
+                    HWND control = GetDlgItem(dialog.window(), text.control);
+                    ASSERT_NE(control, nullptr) << text.control;
+                    ExpectTextFits(control, text.text, text.columns, dpi);
+                    ++run_time_texts;
+                }
+            },
+            dpi);
+        EXPECT_EQ(run_time_texts, std::size(kRunTimeTexts))
+            << "texts of a dialog that is not there";
+    }
+}
+
+TEST(ResourcesTest, ControlsLieInsideTheirDialogAndApart) {
+    for (int dpi : kScales) {
+        ForEachDialog(
+            [](const TemplateDialog& dialog) {
+                RECT client{};
+                GetClientRect(dialog.window(), &client);
+                const std::vector<HWND> controls = dialog.Controls();
+                for (auto a = controls.begin(); a != controls.end(); ++a) {
+                    const RECT area = dialog.AreaOf(*a);
+                    EXPECT_TRUE(Contains(client, area)) << Describe(*a);
+                    for (auto b = a + 1; b != controls.end(); ++b) {
+                        const RECT other = dialog.AreaOf(*b);
+                        if (!IsShown(*a) || !IsShown(*b) || !Overlap(area, other)) continue;
+                        // An up-down control may lie in its field; a group box holds others.
+                        if (ClassOf(*b) == L"MSCTLS_UPDOWN32") continue;
+                        EXPECT_TRUE(
+                            (KindOf(*a) == ControlKind::kGroupBox && Contains(area, other)) ||
+                            (KindOf(*b) == ControlKind::kGroupBox && Contains(other, area)))
+                            << Describe(*a) << " and " << Describe(*b);
+                    }
+                }
+            },
+            dpi);
+    }
+}
+
+// Whether a screen reader can name a field after the control before it: a group box, a label, or a
+// choice that belongs to the field ("Assoluto:"). A text that is neither fixed nor ends with a
+// colon is a result.
+bool IsNameForNext(HWND control) {
+    const std::string text = WindowText(control);
+    const bool has_colon =
+        text.find_last_not_of(' ') != std::string::npos && text[text.find_last_not_of(' ')] == ':';
+    switch (KindOf(control)) {
+        case ControlKind::kGroupBox:
+            return !text.empty();
+        case ControlKind::kText:
+            return has_colon || (!text.empty() && GetDlgCtrlID(control) == -1);
+        case ControlKind::kCheckBox:
+        case ControlKind::kRadioButton:
+            return has_colon;
+        default:
+            return false;
+    }
+}
+
+TEST(ResourcesTest, EveryControlHasAName) {
+    ForEachDialog([](const TemplateDialog& dialog) {
+        for (HWND control : dialog.Controls()) {
+            const ControlKind kind = KindOf(control);
+            if (kind == ControlKind::kField) {
+                HWND label = GetWindow(control, GW_HWNDPREV);
+                while (label && !IsShown(label)) label = GetWindow(label, GW_HWNDPREV);
+                EXPECT_TRUE(label && IsNameForNext(label))
+                    << Describe(control) << " follows " << (label ? Describe(label) : "nothing");
+            } else if (kind != ControlKind::kText && kind != ControlKind::kOther) {
+                EXPECT_NE(WindowText(control), "") << Describe(control);
+            }
+        }
+    });
+}
+
+TEST(ResourcesTest, TabKeyReachesEveryControlInReadingOrder) {
+    ForEachDialog([](const TemplateDialog& dialog) {
+        std::set<HWND> unreached;
+        bool group_has_stop = true;
+        for (HWND control : dialog.Controls()) {
+            EnableWindow(control, TRUE);  // some are disabled at first
+            const ControlKind kind = KindOf(control);
+            const bool read_only =
+                ClassOf(control) == L"EDIT" && (StyleOf(control) & ES_READONLY) != 0;
+            if (IsTabStop(control)) unreached.insert(control);
+            // Radio buttons are one stop together: the arrow keys go from one to the next.
+            if (kind == ControlKind::kRadioButton) {
+                const bool starts_group = (StyleOf(control) & WS_GROUP) != 0;
+                group_has_stop = IsTabStop(control) || (group_has_stop && !starts_group);
+                EXPECT_TRUE(group_has_stop) << Describe(control) << " is out of reach";
+            } else if (IsShown(control) && !read_only &&
+                       (kind == ControlKind::kPushButton || kind == ControlKind::kCheckBox ||
+                        kind == ControlKind::kField)) {
+                EXPECT_TRUE(IsTabStop(control)) << Describe(control) << " is out of reach";
+            }
+        }
+        ASSERT_FALSE(unreached.empty());
+        const std::set<HWND> stops = unreached;
+        HWND const first = GetNextDlgTabItem(dialog.window(), nullptr, FALSE);
+        EXPECT_TRUE(stops.size() == 1 || KindOf(first) != ControlKind::kPushButton)
+            << "the first stop is " << Describe(first);
+        for (HWND other : stops) {
+            EXPECT_TRUE(other == first || ReadsOn(dialog.AreaOf(first), dialog.AreaOf(other)))
+                << Describe(other) << " lies before the first stop, " << Describe(first);
+        }
+        HWND stop = first;
+        while (unreached.erase(stop) > 0) {
+            HWND next = GetNextDlgTabItem(dialog.window(), stop, FALSE);
+            EXPECT_TRUE(next == first || ReadsOn(dialog.AreaOf(stop), dialog.AreaOf(next)))
+                << Describe(stop) << " is followed by " << Describe(next);
+            stop = next;
+        }
+        for (HWND control : unreached) ADD_FAILURE() << Describe(control) << " is never reached";
+    });
+}
+
+// ---- Menus and accelerators
+
+struct MenuItem {
+    int id;  // of a submenu: -1
+    std::wstring text;
+    HMENU submenu;
+};
+
+// All items but separators.
+std::vector<MenuItem> ItemsOf(HMENU menu) {
+    std::vector<MenuItem> items;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t text[64] = {};
+        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
+                       MF_BYPOSITION);
+        if (!*text) continue;
+        items.push_back({static_cast<int>(GetMenuItemID(menu, i)), text, GetSubMenu(menu, i)});
+    }
+    return items;
+}
+
+void ForEachCommand(HMENU menu, const std::function<void(const MenuItem&)>& action) {
+    for (const MenuItem& item : ItemsOf(menu)) {
+        if (item.submenu) {
+            ForEachCommand(item.submenu, action);
+        } else {
+            action(item);
+        }
+    }
+}
+
+// The accelerator that a menu text tells after its tab ("CTRL+G"), its command aside.
+std::pair<BYTE, WORD> AcceleratorOf(const std::wstring& label) {
+    constexpr std::pair<std::wstring_view, BYTE> kModifiers[] = {
+        {L"CTRL+", FCONTROL}, {L"SHIFT+", FSHIFT}, {L"ALT+", FALT}};
+    constexpr std::pair<std::wstring_view, WORD> kKeys[] = {
+        {L"CANC", VK_DELETE}, {L"INS", VK_INSERT}, {L"F1", VK_F1}, {L"F4", VK_F4}};
+    std::wstring_view rest = label;
+    BYTE flags = FVIRTKEY;
+    for (const auto& [name, flag] : kModifiers) {
+        if (!rest.starts_with(name)) continue;
+        flags |= flag;
+        rest.remove_prefix(name.size());
+    }
+    for (const auto& [name, key] : kKeys) {
+        if (rest == name) return {flags, key};
+    }
+    EXPECT_EQ(rest.size(), 1u) << "unknown key: " << Narrow(label);
+    return {flags, rest.empty() ? WORD{0} : rest.front()};
+}
+
+std::vector<ACCEL> Accelerators(const std::wstring& name) {
+    HACCEL table = LoadAcceleratorsW(Instance(), name.c_str());
+    std::vector<ACCEL> keys(static_cast<std::size_t>(CopyAcceleratorTableW(table, nullptr, 0)));
+    CopyAcceleratorTableW(table, keys.data(), static_cast<int>(keys.size()));
+    DestroyAcceleratorTable(table);
+    return keys;
+}
+
+// Windows adds flags of its own to the last entry of a table.
+constexpr BYTE kKeyFlags = FVIRTKEY | FCONTROL | FSHIFT | FALT;
+
+void CheckMenuKeys(const std::string& name, HMENU menu) {
+    KeyRing keys(name);
+    for (const MenuItem& item : ItemsOf(menu)) {
+        keys.Add(item.text);
+        EXPECT_TRUE(AccessKey(item.text) || name == kMenuWithoutKeys)
+            << name << ": " << Narrow(item.text) << " has no access key";
+        if (item.submenu) CheckMenuKeys(name, item.submenu);
+    }
+}
+
+TEST(ResourcesTest, EveryMenuCommandIsInReachOfTheKeyboard) {
+    const std::vector<std::wstring> names = ResourceNames(RT_MENU);
+    EXPECT_GE(names.size(), 2u);
+    for (const std::wstring& name : names) {
+        const UniqueMenu menu(LoadMenuW(Instance(), name.c_str()));
+        ASSERT_TRUE(menu) << Narrow(name);
+        CheckMenuKeys(Narrow(name), menu.get());
+    }
+}
+
+TEST(ResourcesTest, AcceleratorsAreUniqueAndAsTheMenusTell) {
+    const std::vector<std::wstring> names = ResourceNames(RT_ACCELERATOR);
+    EXPECT_FALSE(names.empty());
+    std::map<std::pair<BYTE, WORD>, int> commands;
+    for (const std::wstring& name : names) {
+        std::set<std::pair<BYTE, WORD>> seen;
+        for (const ACCEL& key : Accelerators(name)) {
+            const std::pair<BYTE, WORD> combination{static_cast<BYTE>(key.fVirt & kKeyFlags),
+                                                    key.key};
+            EXPECT_TRUE(seen.insert(combination).second)
+                << Narrow(name) << ": two commands, one of them " << key.cmd << ", have one key";
+            commands[combination] = key.cmd;
+        }
+    }
+    for (const std::wstring& name : ResourceNames(RT_MENU)) {
+        const UniqueMenu menu(LoadMenuW(Instance(), name.c_str()));
+        ForEachCommand(menu.get(), [&](const MenuItem& item) {
+            const std::size_t tab = item.text.find(L'\t');
+            if (tab == std::wstring::npos) return;
+            const auto told = commands.find(AcceleratorOf(item.text.substr(tab + 1)));
+            ASSERT_NE(told, commands.end()) << Narrow(item.text);
+            EXPECT_EQ(told->second, item.id) << Narrow(item.text);
+        });
+    }
+}
+
+TEST(ResourcesTest, CalculatorMenuHasItsTexts) {
+    const std::vector<std::pair<int, std::wstring>> expected = {
+        {1223, L"&Apri..."}, {1225, L"&Salva"},  {1222, L"Sa&lva con nome..."},
+        {40014, L"C&opia"},  {1221, L"Stam&pa"}, {1220, L"&Chiudi"},
+        {1224, L"&?"},
+    };
+    std::vector<std::pair<int, std::wstring>> commands;
+    const UniqueMenu menu(LoadMenuW(Instance(), L"FILE_OPERATION"));
+    ForEachCommand(menu.get(),
+                   [&](const MenuItem& item) { commands.emplace_back(item.id, item.text); });
+    EXPECT_EQ(commands, expected);
+}
+
+}  // namespace
+}  // namespace tonvale

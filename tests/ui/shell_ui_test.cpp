@@ -1,0 +1,793 @@
+// The main window as a whole: toolbar, views of results, splash window, about box, keys.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+#include <winspool.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/bitmap_file_win.h"
+#include "app/splash_window.h"
+#include "app/view_switch_win.h"
+#include "common/clipboard_win.h"
+#include "common/result_view.h"
+#include "resources/help_contexts.h"
+#include "resources/resource.h"
+#include "tests/ui/dialog_fixture.h"
+#include "tests/ui/main_window_fixture.h"
+#include "tests/ui/ui_driver.h"
+
+namespace tonvale {
+namespace {
+
+constexpr char kSaveTitle[] = "Salvataggio file di dati";
+constexpr char kNotesTitle[] = "Un commento per la stampa?";
+constexpr char kCopyFailure[] = "Impossibile copiare negli appunti!";
+constexpr int kKinds[] = {CMD_VIEW_AUDIOGRAM, CMD_VIEW_CHART, CMD_VIEW_TABLE};
+
+// A result whose chart is a red diagonal on white, and which writes down how it was drawn.
+class FakeResult final : public ResultView {
+  public:
+    std::map<ViewKind, std::string> menu_texts = {{ViewKind::kTable, "&Tabella"},
+                                                  {ViewKind::kChart, "&Grafico"},
+                                                  {ViewKind::kAudiogram, "&Audiogramma"}};
+    std::map<ViewKind, std::string> tips = {{ViewKind::kTable, "Tabella"},
+                                            {ViewKind::kChart, "Grafico"},
+                                            {ViewKind::kAudiogram, "Audiogramma"}};
+    std::string table = "q (%);500 Hz\r\n5;1,5\r\n";
+    mutable ViewKind drawn_kind = ViewKind::kTable;
+    mutable Rect drawn_area;
+    mutable DrawingStyle drawn_style;
+
+    bool Has(ViewKind kind) const override { return menu_texts.contains(kind); }
+    std::string_view MenuText(ViewKind kind) const override { return menu_texts.at(kind); }
+    std::string_view TipText(ViewKind kind) const override { return tips.at(kind); }
+    std::vector<std::string> CurveNames(ViewKind kind) const override {
+        if (kind == ViewKind::kTable) return {};
+        return {"500 Hz", "1000 Hz", "2000 Hz"};
+    }
+    void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
+              const DrawingStyle& style) const override {
+        drawn_kind = kind;
+        drawn_area = area;
+        drawn_style = style;
+        canvas.DrawLine({area.left, area.top}, {area.right, area.bottom}, {{255, 0, 0}, 3});
+        canvas.DrawTextAt({20, 5}, "Età 45 anni");
+    }
+    std::string TableText(std::string_view separator) const override {
+        std::string text = table;
+        std::replace(text.begin(), text.end(), ';', separator.front());
+        return text;
+    }
+};
+
+class ShellTest : public MainWindowTest {
+  protected:
+    static HWND Toolbar() { return GetDlgItem(Main(), IDC_TOOLBAR); }
+    static HWND Main() { return FindWindowW(kMainWindowClass, nullptr); }
+    static HWND Results() { return GetDlgItem(Main(), IDC_RESULT_VIEW); }
+
+    static void Show(UiDriver& ui, const FakeResult& result, int view = kHearingLossView,
+                     int command = CMD_NIPTS) {
+        ui.OnWindowOfClass(kMainClass, [&result, view, command](HWND) {
+            TheProgram().ShowResultView(view, command, result);
+        });
+    }
+
+    static bool IsButton(int command, UINT state) {
+        const auto states = static_cast<UINT>(
+            SendMessageW(Toolbar(), TB_GETSTATE, static_cast<WPARAM>(command), 0));
+        return (states & state) != 0;
+    }
+
+    // The view items: "text", then "-" when greyed and "*" when checked.
+    static std::vector<std::string> ViewItems() {
+        std::vector<std::string> items;
+        for (const MenuCommand& item : OpenPopup(Main(), GetSubMenu(GetMenu(Main()), 2))) {
+            items.push_back(item.text.substr(0, item.text.find('\t')) + (item.enabled ? "" : "-") +
+                            (item.checked ? "*" : ""));
+        }
+        return items;
+    }
+
+    static std::string TipOf(int command) {
+        NMTTDISPINFOW request{};
+        request.hdr = {Toolbar(), static_cast<UINT_PTR>(command), TTN_GETDISPINFOW};
+        request.lpszText = request.szText;
+        SendMessageW(Main(), WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
+        return Narrow(request.lpszText);
+    }
+
+    std::string Path(const std::string& name) const {
+        return Narrow((folder_ / Widen(name)).wstring());
+    }
+    std::string ReadFile(const std::string& name) const {
+        std::ifstream file(folder_ / Widen(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // Types a name into the save dialog, which asks whether to make the new file.
+    static void SaveNewFile(UiDriver& ui, const std::string& path) {
+        ui.OnWindow(kSaveTitle, [path](HWND dialog) {
+            SetWindowTextUtf8(GetDlgItem(dialog, kFileNameField), path);
+        });
+        ui.Command(IDOK).AnswerMessage("Conferma operazione",
+                                       path + "\r\nIl file non esiste. Crearlo?", IDYES);
+    }
+};
+
+TEST_F(ShellTest, ToolbarHoldsEveryButtonAndFollowsTheMenu) {
+    constexpr int kOrder[] = {
+        40030, 40026, 40019, 0,     40027, 40014, 40024, 0,     40017, 40016,
+        40015, 40018, 0,     40020, 40023, 40022, 40034, 40029, 40021, 40001,
+        40012, 40006, 40007, 40008, 40010, 40011, 40009, 0,     40002,
+    };
+    const std::map<int, std::string> tips = {
+        {40030, "Apri..."},
+        {40018, "Ducumento"},
+        {40017, "Grafico"},
+        {40016, "Audiogramma"},
+        {40029, "Spettri rumore..."},
+        {40021, "Spettri DPI..."},
+        {40011, "Evoluzione danno..."},
+        {40002, "Help"},
+    };
+    UiDriver ui;
+    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+        ASSERT_EQ(SendMessageW(Toolbar(), TB_BUTTONCOUNT, 0, 0), 29);
+        std::set<int> images;
+        for (std::size_t position = 0; position < std::size(kOrder); ++position) {
+            TBBUTTON button{};
+            SendMessageW(Toolbar(), TB_GETBUTTON, position, reinterpret_cast<LPARAM>(&button));
+            EXPECT_EQ(button.idCommand, kOrder[position]) << position;
+            EXPECT_EQ((button.fsStyle & BTNS_SEP) != 0, kOrder[position] == 0) << position;
+            const bool is_kind = std::count(std::begin(kKinds), std::end(kKinds), kOrder[position]);
+            EXPECT_EQ((button.fsStyle & BTNS_CHECKGROUP) == BTNS_CHECKGROUP, is_kind) << position;
+            if (kOrder[position] == 0) continue;
+            EXPECT_TRUE(images.insert(button.iBitmap).second) << position;
+            EXPECT_NE(TipOf(kOrder[position]), "") << position;
+        }
+        EXPECT_EQ(*images.rbegin(), 24);
+        for (const auto& [command, tip] : tips) EXPECT_EQ(TipOf(command), tip);
+        const auto style = static_cast<DWORD>(SendMessageW(Toolbar(), TB_GETSTYLE, 0, 0));
+        EXPECT_EQ(style & (TBSTYLE_FLAT | TBSTYLE_TOOLTIPS), TBSTYLE_FLAT | TBSTYLE_TOOLTIPS);
+        // One rule for menu items and buttons.
+        for (int position = 0; position < GetMenuItemCount(GetMenu(main)); ++position) {
+            for (const auto& item : OpenPopup(main, GetSubMenu(GetMenu(main), position))) {
+                if (std::count(std::begin(kOrder), std::end(kOrder), item.id) == 0) continue;
+                EXPECT_EQ(IsButton(item.id, TBSTATE_ENABLED), item.enabled) << item.text;
+            }
+        }
+    });
+    ui.Screenshot("toolbar");
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+TEST_F(ShellTest, ToolbarGrowsWithTheResolution) {
+    UiDriver ui;
+    ui.OnWindowOfClass(kMainClass, [](HWND main) {
+        const auto images =
+            reinterpret_cast<HIMAGELIST>(SendMessageW(Toolbar(), TB_GETIMAGELIST, 0, 0));
+        int width = 0;
+        int height = 0;
+        EXPECT_TRUE(ImageList_GetIconSize(images, &width, &height));
+        EXPECT_EQ(ImageList_GetImageCount(images), 27);
+        const UINT dpi = GetDpiForWindow(main);
+        EXPECT_EQ(width, dpi >= 192 ? 32 : dpi >= 144 ? 24 : dpi >= 120 ? 20 : 16);
+        // Too narrow for all buttons: they wrap, and the content begins below them.
+        SetWindowPos(main, nullptr, 0, 0, 420, 400, SWP_NOMOVE | SWP_NOZORDER);
+        RECT toolbar{};
+        RECT editor{};
+        GetWindowRect(Toolbar(), &toolbar);
+        GetWindowRect(Results(), &editor);
+        EXPECT_GT(toolbar.bottom - toolbar.top, 2 * height);
+        EXPECT_GE(editor.top, toolbar.bottom);
+    });
+    ui.Screenshot("toolbar_narrow");
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+using Items = std::vector<std::string>;
+
+TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
+    FakeResult result;
+    UiDriver ui;
+    Show(ui, result, kHearingLossView, CMD_HTLA);
+    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+        EXPECT_TRUE(IsZoomed(main));
+        EXPECT_FALSE(IsWindowVisible(GetDlgItem(main, IDC_REPORT_EDITOR)));
+        EXPECT_EQ(GetFocus(), Results());
+        EXPECT_EQ(TheProgram().views().view(), kHearingLossView);
+        EXPECT_EQ(TheProgram().views().command(), CMD_HTLA);
+        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella-*", "Do&cumento"}));
+        EXPECT_TRUE(IsButton(CMD_VIEW_TABLE, TBSTATE_CHECKED));
+        EXPECT_FALSE(IsButton(CMD_VIEW_TABLE, TBSTATE_ENABLED));
+        EXPECT_TRUE(IsButton(CMD_VIEW_CHART, TBSTATE_ENABLED));
+        EXPECT_FALSE(IsButton(CMD_CUT, TBSTATE_ENABLED));
+        EXPECT_FALSE(IsButton(CMD_PASTE, TBSTATE_ENABLED));
+        EXPECT_TRUE(IsButton(CMD_COPY, TBSTATE_ENABLED));
+        EXPECT_EQ(result.drawn_kind, ViewKind::kTable);
+        EXPECT_TRUE(result.drawn_style.use_color);
+    });
+    ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico-*", "&Tabella", "Do&cumento"}));
+        EXPECT_TRUE(IsButton(CMD_VIEW_CHART, TBSTATE_CHECKED));
+        EXPECT_FALSE(IsButton(CMD_VIEW_CHART, TBSTATE_ENABLED));
+        EXPECT_FALSE(IsButton(CMD_VIEW_TABLE, TBSTATE_CHECKED));
+        UpdateWindow(Results());
+        EXPECT_EQ(result.drawn_kind, ViewKind::kChart);
+    });
+    ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
+        return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
+    });
+    ui.Do([] {
+        EXPECT_EQ(TheProgram().views().view(), kDocumentView);
+        EXPECT_FALSE(IsWindowVisible(Results()));
+        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella", "Do&cumento-"}));
+        for (int kind : kKinds) EXPECT_FALSE(IsButton(kind, TBSTATE_CHECKED)) << kind;
+    });
+    // The last result is still there.
+    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
+        UpdateWindow(Results());
+        EXPECT_EQ(result.drawn_kind, ViewKind::kAudiogram);
+        EXPECT_EQ(TheProgram().views().view(), kHearingLossView);
+    });
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+TEST_F(ShellTest, AdaptsMenuButtonsAndTipsToEachResult) {
+    FakeResult losses;
+    FakeResult risk;
+    risk.menu_texts.erase(ViewKind::kAudiogram);
+    FakeResult predictions;
+    predictions.menu_texts[ViewKind::kAudiogram] = "Perdite-&Livello";
+    predictions.menu_texts[ViewKind::kChart] = "&Perdite-Tempo";
+    predictions.tips[ViewKind::kAudiogram] = "Perdite-Livello";
+    predictions.tips[ViewKind::kChart] = "Perdite-Tempo";
+    UiDriver ui;
+    Show(ui, risk, kRiskView, CMD_RISK);
+    ui.Do([] {
+        EXPECT_EQ(ViewItems(), (Items{"&Grafico", "&Tabella-*", "Do&cumento"}));
+        EXPECT_TRUE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
+    });
+    ui.Command(CMD_VIEW_AUDIOGRAM).Do([&] {
+        EXPECT_EQ(TheProgram().results().kind(), ViewKind::kTable) << "there is no audiogram";
+    });
+    Show(ui, predictions, kPredictionsView, CMD_PREDICTIONS);
+    ui.Do([] {
+        EXPECT_EQ(ViewItems(),
+                  (Items{"Perdite-&Livello", "&Perdite-Tempo", "&Tabella-*", "Do&cumento"}));
+        EXPECT_FALSE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
+        EXPECT_EQ(TipOf(CMD_VIEW_CHART), "Perdite-Tempo");
+        EXPECT_EQ(TipOf(CMD_VIEW_AUDIOGRAM), "Perdite-Livello");
+        EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0), 25);
+        EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_AUDIOGRAM, 0), 26);
+    });
+    Show(ui, losses);
+    ui.Do([] {
+        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella-*", "Do&cumento"}));
+        EXPECT_EQ(TipOf(CMD_VIEW_CHART), "Grafico");
+        EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0), 6);
+    });
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+std::string ClipboardBytes(UINT format) {
+    if (!OpenClipboard(nullptr)) return "(not open)";
+    std::string bytes;
+    if (HANDLE data = GetClipboardData(format)) {
+        bytes.assign(static_cast<const char*>(GlobalLock(data)), GlobalSize(data));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return bytes;
+}
+
+SIZE ClipboardPictureSize() {
+    BITMAP size{};
+    if (OpenClipboard(nullptr)) {
+        GetObjectW(GetClipboardData(CF_BITMAP), sizeof size, &size);
+        CloseClipboard();
+    }
+    return {size.bmWidth, size.bmHeight};
+}
+
+TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPicture) {
+    const UINT csv = RegisterClipboardFormatW(L"Csv");
+    const std::string separator = ListSeparator();
+    FakeResult result;
+    result.table = "Età;1,5\r\n";
+    UiDriver ui;
+    Show(ui, result);
+    ui.Command(CMD_COPY).Do([&] {
+        const std::string bytes = ClipboardBytes(csv);
+        EXPECT_EQ(std::string(bytes.c_str()), "Et\xe0" + separator + "1,5\r\n");
+        result.table = std::string(5000, '9');
+    });
+    ui.Command(CMD_COPY).Do([&] {
+        const std::string bytes = ClipboardBytes(csv);
+        EXPECT_EQ(std::strlen(bytes.c_str()), 4095U);
+    });
+    ui.Command(CMD_VIEW_CHART).Command(CMD_COPY).Do([] {
+        RECT area{};
+        GetClientRect(Results(), &area);
+        EXPECT_EQ(ClipboardPictureSize().cx, area.right);
+        EXPECT_EQ(ClipboardPictureSize().cy, area.bottom);
+    });
+    // A rectangle drawn with the mouse, from its lower right corner, marks what is copied.
+    ui.Do([] {
+        SendMessageW(Results(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(160, 110));
+        SendMessageW(Results(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(100, 90));
+        SendMessageW(Results(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 40));
+        EXPECT_EQ(GetCapture(), Results());
+        SendMessageW(Results(), WM_LBUTTONUP, 0, MAKELPARAM(60, 40));
+        EXPECT_NE(GetCapture(), Results());
+    });
+    ui.OnWindowOfClass(kMainClass).Screenshot("result_view_frame").Command(CMD_COPY).Do([] {
+        EXPECT_EQ(ClipboardPictureSize().cx, 98);
+        EXPECT_EQ(ClipboardPictureSize().cy, 68);
+        // A click draws none.
+        SendMessageW(Results(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
+        SendMessageW(Results(), WM_LBUTTONUP, 0, MAKELPARAM(10, 10));
+    });
+    ui.Command(CMD_COPY).Do([] { EXPECT_GT(ClipboardPictureSize().cx, 98); });
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+// What holds the clipboard until this is destroyed.
+class HeldClipboard {
+  public:
+    HeldClipboard()
+        : holder_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                  nullptr, nullptr)) {
+        EXPECT_TRUE(OpenClipboard(holder_));
+    }
+    ~HeldClipboard() {
+        CloseClipboard();
+        DestroyWindow(holder_);
+    }
+    HeldClipboard(const HeldClipboard&) = delete;
+    HeldClipboard& operator=(const HeldClipboard&) = delete;
+
+  private:
+    HWND holder_;
+};
+
+TEST_F(ShellTest, TellsThatTheClipboardIsHeld) {
+    FakeResult result;
+    std::unique_ptr<HeldClipboard> held;
+    UiDriver ui;
+    Show(ui, result);
+    ui.Do([&] { held = std::make_unique<HeldClipboard>(); });
+    ui.Command(CMD_COPY).AnswerMessage("Attenzione:", kCopyFailure, IDOK);
+    ui.WaitClosed("Attenzione:").OnWindowOfClass(kMainClass).Command(CMD_VIEW_CHART);
+    ui.Command(CMD_COPY).AnswerMessage("Attenzione:", kCopyFailure, IDOK);
+    ui.WaitClosed("Attenzione:").Do([&] { held.reset(); });
+    ui.OnWindowOfClass(kMainClass).Command(CMD_COPY);
+    ExpectNoDialog(ui);
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
+    FakeResult result;
+    result.table = "Età;1,5\r\n";
+    SwitchableDisk disk;
+    UiDriver ui;
+    Show(ui, result);
+    ui.Command(CMD_SAVE_AS);
+    SaveNewFile(ui, Path("prova.bmp"));
+    SaveNewFile(ui, Path("tabella.CSV"));
+    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(ReadFile("tabella.CSV"), "Et\xe0" + ListSeparator() + "1,5\r\n");
+    });
+    ui.Command(CMD_VIEW_CHART).Command(CMD_SAVE_AS);
+    SaveNewFile(ui, Path("prova.csv"));
+    SaveNewFile(ui, Path("grafico.bmp"));
+    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+        const std::string bytes = ReadFile("grafico.bmp");
+        ASSERT_GT(bytes.size(), 54U);
+        BITMAPFILEHEADER file{};
+        BITMAPINFOHEADER info{};
+        std::memcpy(&file, bytes.data(), sizeof file);
+        std::memcpy(&info, bytes.data() + sizeof file, sizeof info);
+        RECT area{};
+        GetClientRect(Results(), &area);
+        EXPECT_EQ(bytes.substr(0, 2), "BM");
+        EXPECT_EQ(file.bfSize, bytes.size());
+        EXPECT_EQ(info.biSize, 40U);
+        EXPECT_EQ(info.biWidth, area.right);
+        EXPECT_EQ(info.biHeight, area.bottom);
+        EXPECT_EQ(info.biBitCount, DisplayDepth());
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "prova.csv"));
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "prova.bmp"));
+        disk.refuses_writing = true;
+        TheProgram().context().files = &disk;
+    });
+    ui.Command(CMD_SAVE_AS);
+    SaveNewFile(ui, Path("altro.bmp"));
+    ui.AnswerMessage(Path("altro.bmp"), "Impossibile salvare il file!", IDOK);
+    ui.OnWindowOfClass(kMainClass).Command(CMD_SAVE_AS);
+    ui.OnWindow(kSaveTitle).Click(IDCANCEL).WaitClosed(kSaveTitle);
+    ExpectNoDialog(ui);
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+TEST(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
+    const WindowDc screen(nullptr);
+    const UniqueDc memory(CreateCompatibleDC(screen.get()));
+    const UniqueBitmap picture(CreateCompatibleBitmap(screen.get(), 5, 3));
+    {
+        const ScopedSelection selection(memory.get(), picture.get());
+        const RECT all{0, 0, 5, 3};
+        FillRect(memory.get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        SetPixel(memory.get(), 0, 2, RGB(0, 0, 0));
+    }
+    struct Expected {
+        int depth;
+        std::size_t colors;
+        std::size_t row_bytes;
+    };
+    for (const Expected& expected :
+         {Expected{1, 2, 4}, Expected{4, 16, 4}, Expected{8, 256, 8}, Expected{16, 0, 12},
+          Expected{24, 0, 16}, Expected{32, 0, 20}}) {
+        const std::string bytes = BitmapFile(picture.get(), expected.depth);
+        const std::size_t offset = 54 + 4 * expected.colors;
+        ASSERT_EQ(bytes.size(), offset + 3 * expected.row_bytes) << expected.depth;
+        const std::filesystem::path file =
+            std::filesystem::temp_directory_path() / L"tonvale-depth.bmp";
+        std::ofstream(file, std::ios::binary) << bytes;
+        const UniqueBitmap loaded(static_cast<HBITMAP>(LoadImageW(
+            nullptr, file.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+        ASSERT_TRUE(loaded != nullptr) << expected.depth;
+        const ScopedSelection selection(memory.get(), loaded.get());
+        EXPECT_EQ(GetPixel(memory.get(), 0, 2), RGB(0, 0, 0)) << expected.depth;
+        EXPECT_EQ(GetPixel(memory.get(), 1, 2), RGB(255, 255, 255)) << expected.depth;
+        EXPECT_EQ(GetPixel(memory.get(), 0, 0), RGB(255, 255, 255)) << expected.depth;
+        std::filesystem::remove(file);
+    }
+    EXPECT_TRUE(BitmapFile(nullptr, 24).empty());
+}
+
+TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
+    FakeResult result;
+    FakePrinter printer;
+    UiDriver ui;
+    Show(ui, result);
+    ui.Do([&] {
+        TheProgram().context().open_printer = [&] {
+            return std::make_unique<BorrowedPrinter>(printer);
+        };
+        printer.colors = 2;
+    });
+    ui.Command(CMD_PRINT).OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "al tornio").Click(IDOK);
+    ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(printer.document, "Tabella");
+        EXPECT_TRUE(printer.ended);
+        ASSERT_EQ(printer.pages.size(), 1U);
+        EXPECT_EQ(printer.pages[0].back().text, "al tornio");
+        EXPECT_EQ(result.drawn_area, (Rect{0, 0, 4000, 6600}));
+        EXPECT_FALSE(result.drawn_style.use_color);
+    });
+    // The notes stay; the job has the name of what is shown.
+    ui.Command(CMD_VIEW_CHART).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDC_NO_COMMENT);
+    ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(printer.document, "Grafico");
+        EXPECT_EQ(printer.pages.back().back().text, "al tornio");
+        printer.document.clear();
+    });
+    ui.Command(CMD_VIEW_AUDIOGRAM).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
+    ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(printer.document, "");
+    });
+    ui.Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDOK).WaitClosed(kNotesTitle);
+    ui.OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(printer.document, "Audiogramma");
+        // Without a printer nothing happens.
+        TheProgram().context().open_printer = [] { return nullptr; };
+    });
+    ui.Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDOK).WaitClosed(kNotesTitle);
+    ExpectNoDialog(ui);
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+// Opens the menu of curves, expects its items ("*" behind the checked one), and chooses by keys.
+void ChooseCurve(UiDriver& ui, const Items& expected, int steps_down) {
+    ui.Do([] {
+        HWND results = GetDlgItem(FindWindowW(kMainWindowClass, nullptr), IDC_RESULT_VIEW);
+        PostMessageW(results, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(results),
+                     MAKELPARAM(80, 120));
+    });
+    ui.WaitUntil("menu of curves", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
+    ui.Do([expected] {
+        const auto menu = reinterpret_cast<HMENU>(
+            SendMessageW(FindWindowW(L"#32768", nullptr), MN_GETHMENU, 0, 0));
+        Items items;
+        for (const MenuCommand& item : OpenPopup(GetDesktopWindow(), menu)) {
+            items.push_back(item.text + (item.checked ? "*" : ""));
+        }
+        EXPECT_EQ(items, expected);
+    });
+    for (int step = 0; step < steps_down; ++step) ui.Press({VK_DOWN});
+    ui.Press({VK_RETURN});
+    ui.WaitUntil("menu closed", [] { return FindWindowW(L"#32768", nullptr) == nullptr; });
+}
+
+TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
+    FakeResult result;
+    const auto selected = [] { return TheProgram().results().selected_curve(); };
+    UiDriver ui;
+    Show(ui, result);
+    ui.Do([] {
+        SendMessageW(Results(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Results()),
+                     MAKELPARAM(80, 120));
+        EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr) << "a table has no curves";
+    });
+    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_CHART);
+    ChooseCurve(ui, {"Tutte*", "500 Hz", "1000 Hz", "2000 Hz"}, 3);
+    ui.OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(selected(), 1);
+        UpdateWindow(Results());
+        EXPECT_EQ(result.drawn_style.selected_curve, 1);
+    });
+    ChooseCurve(ui, {"Tutte", "500 Hz", "1000 Hz*", "2000 Hz"}, 1);
+    ui.OnWindowOfClass(kMainClass, [&](HWND) { EXPECT_EQ(selected(), -1); });
+    ChooseCurve(ui, {"Tutte*", "500 Hz", "1000 Hz", "2000 Hz"}, 4);
+    ui.OnWindowOfClass(kMainClass, [&](HWND) { EXPECT_EQ(selected(), 2); });
+    // Another result starts with all its curves.
+    Show(ui, result);
+    ui.Do([&] { EXPECT_EQ(selected(), -1); });
+    CloseProgram(ui);
+    RunProgram();
+    ui.Finish();
+}
+
+class SplashTest : public testing::Test {
+  protected:
+    SplashTest()
+        : owner_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                                 nullptr, instance_, nullptr)) {}
+    ~SplashTest() override { DestroyWindow(owner_); }
+
+    HINSTANCE instance_ = GetModuleHandleW(nullptr);
+    HWND owner_;
+};
+
+TEST_F(SplashTest, LiesAboveItsOwnerUntilItsTimeIsOver) {
+    SplashWindow splash(instance_, owner_, 300);
+    HWND window = splash.window();
+    ASSERT_NE(window, nullptr);
+    RECT area{};
+    GetWindowRect(window, &area);
+    const int dpi = static_cast<int>(GetDpiForWindow(owner_));
+    EXPECT_EQ(area.right - area.left, MulDiv(480, dpi, 96));
+    EXPECT_EQ(area.bottom - area.top, MulDiv(280, dpi, 96));
+    EXPECT_NEAR(area.left + area.right, GetSystemMetrics(SM_CXSCREEN), 1);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), owner_);
+    EXPECT_TRUE(IsWindowEnabled(owner_));
+    EXPECT_NE(GetActiveWindow(), window);
+    const LONG_PTR extended = GetWindowLongPtrW(window, GWL_EXSTYLE);
+    EXPECT_EQ(extended & (WS_EX_TOPMOST | WS_EX_TOOLWINDOW), WS_EX_TOPMOST | WS_EX_TOOLWINDOW);
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE) & (WS_CAPTION | WS_THICKFRAME), 0);
+    SaveScreenshot(window, "splash");
+    const ULONGLONG start = GetTickCount64();
+    UiDriver ui;
+    ui.WaitUntil("splash closed", [window] { return !IsWindow(window); }).Run();
+    EXPECT_GE(GetTickCount64() - start, 290U);
+    EXPECT_EQ(splash.window(), nullptr);
+}
+
+TEST_F(SplashTest, ShrinksAwayAtAClick) {
+    for (UINT click : {WM_LBUTTONDOWN, WM_RBUTTONDOWN}) {
+        SplashWindow splash(instance_, owner_, 60000);
+        const ULONGLONG start = GetTickCount64();
+        SendMessageW(splash.window(), click, 0, MAKELPARAM(5, 5));
+        EXPECT_EQ(splash.window(), nullptr);
+        EXPECT_GE(GetTickCount64() - start, 99U * 2U);
+    }
+    // Nothing is left when its owner goes first.
+    SplashWindow splash(instance_, owner_, 60000);
+    DestroyWindow(owner_);
+    EXPECT_EQ(splash.window(), nullptr);
+}
+
+HWND FindSplash() {
+    return FindWindowW(L"Tonvale_Splash", nullptr);
+}
+
+TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
+    UiDriver ui;
+    const auto click_splash_away = [&ui] {
+        ui.OnWindowOfClass(kMainClass, [](HWND main) {
+            ASSERT_NE(FindSplash(), nullptr);
+            EXPECT_EQ(GetActiveWindow(), main);
+            PostMessageW(FindSplash(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+        });
+        ui.WaitUntil("splash closed", [] { return FindSplash() == nullptr; });
+    };
+    click_splash_away();
+    ExpectNoDialog(ui);
+    // A second time while the first is still shown: one box follows.
+    ui.OnWindowOfClass(kMainClass).Command(CMD_ABOUT).Command(CMD_ABOUT);
+    ExpectNoDialog(ui);
+    click_splash_away();
+    ui.OnWindow("Informazioni su Tonvale");
+    ui.Screenshot("about").AnswerMessage(
+        "Informazioni su Tonvale",
+        "Tonvale - Esposizione al rumore e danno uditivo\r\n"
+        "Realizzato da Gli sviluppatori di Tonvale\r\n"
+        "Software distribuito gratuitamente dall'autore.\r\n"
+        "Copyright © 2026 Gli sviluppatori di Tonvale\r\n\r\nVersione 1.0.0.0",
+        IDOK);
+    ui.WaitClosed("Informazioni su Tonvale");
+    ExpectNoDialog(ui);
+    CloseProgram(ui);
+    EXPECT_EQ(RunProgram(), 0);
+    ui.Finish();
+    EXPECT_EQ(FindSplash(), nullptr);
+}
+
+TEST_F(ShellTest, TakesAnyPathFromTheCommandLine) {
+    std::filesystem::create_directories(folder_ / "cartella.lep");
+    const std::string beyond = MakeDailyFile("測定 Ωμέγα.lep");
+    // The calculator opens as it would without a file.
+    for (const std::string& path : {Path("manca.lep"), Path("cartella.lep")}) {
+        UiDriver ui;
+        ExpectDailyExposure(ui, kNoFile);
+        CloseProgram(ui);
+        EXPECT_EQ(RunProgram(path), 0);
+        ui.Finish();
+    }
+    for (const std::string& path : {Path("senza"), Path("."), std::string("|?*<>.txt")}) {
+        UiDriver ui;
+        ui.OnWindowOfClass(kMainClass);
+        ExpectNoDialog(ui);
+        CloseProgram(ui);
+        EXPECT_EQ(RunProgram(path), 0);
+        ui.Finish();
+    }
+    UiDriver ui;
+    ExpectDailyExposure(ui, "測定 Ωμέγα.lep");
+    CloseProgram(ui);
+    EXPECT_EQ(RunProgram(beyond), 0);
+    ui.Finish();
+}
+
+// The text of the report's editor.
+std::string DocumentText() {
+    return TextOf(FindWindowW(kMainWindowClass, nullptr), IDC_REPORT_EDITOR);
+}
+
+bool IsFormatChecked(int command) {
+    return SendDlgItemMessageW(FindWindowW(kMainWindowClass, nullptr), IDC_FORMAT_TOOLBAR,
+                               TB_ISBUTTONCHECKED, static_cast<WPARAM>(command), 0) != 0;
+}
+
+TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
+    const auto make_document = [this](const std::string& name, const std::string& text) {
+        std::ofstream(folder_ / Widen(name), std::ios::binary) << "{\\rtf1\\ansi " << text << "}";
+        return Path(name);
+    };
+    const std::string first = make_document("primo.tnv", "uno");
+    const std::string second = make_document("secondo.TNV", "due");
+    FakeResult result;
+    UiDriver ui;
+    ui.WaitUntil("first document", [] { return DocumentText().starts_with("uno"); });
+    ui.OnWindowOfClass(kMainClass, [](HWND main) {
+        EXPECT_TRUE(TextOf(main, IDC_STATUS_BAR).ends_with("primo.tnv"));
+        EXPECT_FALSE(TheProgram().document().IsModified());
+    });
+    Show(ui, result);
+    Drop(ui, {first, second});
+    ExpectNoDialog(ui);
+    ui.Do([] { EXPECT_TRUE(DocumentText().starts_with("uno")) << "two files were dropped"; });
+    Drop(ui, {second});
+    ui.WaitUntil("second document", [] { return DocumentText().starts_with("due"); });
+    ui.Do([] {
+        EXPECT_EQ(TheProgram().views().view(), kDocumentView);
+        EXPECT_TRUE(TextOf(Main(), IDC_STATUS_BAR).ends_with("secondo.TNV"));
+        EXPECT_FALSE(IsFormatChecked(CMD_BOLD));
+    });
+    // Formatting keys are the document's only: they do nothing to what is hidden.
+    Show(ui, result);
+    ui.Press({VK_CONTROL, 'G'}).Command(CMD_VIEW_DOCUMENT).Do([] {
+        EXPECT_FALSE(IsFormatChecked(CMD_BOLD));
+    });
+    ui.OnWindowOfClass(kMainClass).Command(CMD_NEW_DOCUMENT).Do([] {
+        EXPECT_EQ(DocumentText(), "");
+        EXPECT_EQ(TextOf(Main(), IDC_STATUS_BAR), kNoFile);
+    });
+    CloseProgram(ui);
+    EXPECT_EQ(RunProgram(first), 0);
+    ui.Finish();
+}
+
+// A dialog of the printer's driver; nullptr when there is none.
+HWND FindDriverDialog() {
+    HWND dialog = FindWindowW(L"#32770", nullptr);
+    return dialog && GetWindow(dialog, GW_OWNER) == FindWindowW(kMainWindowClass, nullptr)
+               ? dialog
+               : nullptr;
+}
+
+TEST_F(ShellTest, SetsThePageUpThroughThePrinterDriver) {
+    DWORD length = 0;
+    GetDefaultPrinterW(nullptr, &length);
+    UiDriver ui;
+    ui.OnWindowOfClass(kMainClass).Command(CMD_PAGE_SETUP);
+    if (length > 0) {
+        ui.WaitUntil("driver's dialog", [] { return FindDriverDialog() != nullptr; });
+        ui.Do([] { PostMessageW(FindDriverDialog(), WM_COMMAND, IDCANCEL, 0); });
+        ui.WaitUntil("dialog closed", [] { return FindDriverDialog() == nullptr; });
+    }
+    ExpectNoDialog(ui);
+    CloseProgram(ui);
+    EXPECT_EQ(RunProgram(), 0);
+    ui.Finish();
+}
+
+TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
+    RecordingHelp help;
+    UiDriver ui;
+    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+        TheProgram().context().help = &help;
+        SetFocus(GetDlgItem(main, IDC_REPORT_EDITOR));
+        SendMessageW(GetFocus(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"abc"));
+        SendMessageW(GetFocus(), EM_SETSEL, 0, 3);
+    });
+    ui.Press({VK_SHIFT, VK_DELETE}).WaitUntil("cut", [] { return DocumentText().empty(); });
+    ui.WaitUntil("paste enabled", [] { return IsButton(CMD_PASTE, TBSTATE_ENABLED); });
+    ui.Press({VK_SHIFT, VK_INSERT}).WaitUntil("paste", [] { return DocumentText() == "abc"; });
+    ui.Press({VK_SHIFT, VK_INSERT}).WaitUntil("paste", [] { return DocumentText() == "abcabc"; });
+    ui.Do([] { SendMessageW(GetFocus(), EM_SETSEL, 0, 3); });
+    ui.Press({VK_CONTROL, VK_INSERT}).Do([] {
+        SendMessageW(GetFocus(), EM_SETSEL, static_cast<WPARAM>(-1), -1);
+    });
+    ui.Press({VK_CONTROL, 'I'}).Press({VK_CONTROL, 'G'}).Press({VK_CONTROL, 'S'});
+    ui.Press({VK_CONTROL, 'U'}).Press({VK_CONTROL, 'D'}).Press({VK_F1});
+    ui.WaitUntil("help", [&] { return help.topics == std::vector<unsigned long>{kHelpIndex}; });
+    ui.Do([] {
+        EXPECT_EQ(DocumentText(), "abcabc");
+        for (int command : {CMD_ITALIC, CMD_BOLD, CMD_UNDERLINE, CMD_SUBSCRIPT}) {
+            EXPECT_TRUE(IsFormatChecked(command)) << command;
+        }
+        EXPECT_FALSE(IsFormatChecked(CMD_SUPERSCRIPT));
+    });
+    ui.Press({VK_MENU, VK_F4})
+        .AnswerMessage("Attenzione", "Il documento è stato modificato. Salvare le modifiche?",
+                       IDCANCEL);
+    ui.WaitClosed("Attenzione").OnWindowOfClass(kMainClass).Command(CMD_EXIT);
+    ui.AnswerMessage("Attenzione", "Il documento è stato modificato. Salvare le modifiche?", IDNO);
+    EXPECT_EQ(RunProgram(), 0);
+    ui.Finish();
+}
+
+}  // namespace
+}  // namespace tonvale
