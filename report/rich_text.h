@@ -16,8 +16,8 @@ struct CharacterStyle {
     bool italic = false;
     bool underline = false;
     bool strikeout = false;
-    std::optional<Color> color;  // none: automatic
-    int offset_twips = 0;        // above the line; below it when negative
+    std::optional<Color> color = std::nullopt;  // none: automatic
+    int offset_twips = 0;                       // above the line; below it when negative
     bool operator==(const CharacterStyle&) const = default;
 };
 

@@ -210,6 +210,8 @@ void RtfReader::FollowGroups(const RtfToken& token) {
         // The numbering is that of the paragraph around its group.
         states_[wanted - 1].paragraph.has_bullet = state().paragraph.has_bullet;
     }
+    // The last paragraph may do without an end of its own.
+    if (groups_.depth() == 0 && !runs_.empty()) EndParagraph();
     if (states_.size() < wanted) states_.push_back(states_.back());
     if (states_.size() > wanted) states_.resize(wanted);
     if (picture_ && groups_.depth() < picture_depth_) {

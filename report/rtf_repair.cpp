@@ -18,7 +18,7 @@ constexpr int kTwipsPerHalfPoint = 10;
 constexpr int kMaxOffset = 127;  // half points
 constexpr int kMarkZero = 128;
 
-std::string Word(std::string_view name, int parameter) {
+std::string Word(std::string_view name, long long parameter) {
     std::string word = "\\";
     word += name;
     word += FormatInteger(parameter);
@@ -26,7 +26,7 @@ std::string Word(std::string_view name, int parameter) {
 }
 
 // `value` in units of `unit`, rounded to the nearest.
-int InUnits(int value, int unit) {
+long long InUnits(long long value, int unit) {
     return value >= 0 ? (value + unit / 2) / unit : -((unit / 2 - value) / unit);
 }
 
@@ -55,7 +55,7 @@ class WrittenRtfRepair {
         result_ += token.source;
     }
 
-    void Write(std::string_view name, int parameter, const RtfToken& token) {
+    void Write(std::string_view name, long long parameter, const RtfToken& token) {
         FlushIndents();
         result_ += Word(name, parameter);
         if (EndsWithBlank(token)) result_ += ' ';
@@ -64,8 +64,8 @@ class WrittenRtfRepair {
     // The paragraph's words follow one another; others may stand between them.
     void FlushIndents() {
         if (!has_indents_) return;
-        const int left = first_line_ + others_;
-        if (left != 0) result_ += Word("li", left);
+        const long long left = first_line_ + others_;
+        result_ += Word("li", left);
         if (others_ != 0) result_ += Word("fi", -others_);
         if (indents_end_with_blank_) result_ += ' ';
         has_indents_ = false;
@@ -102,8 +102,8 @@ class WrittenRtfRepair {
     std::string result_;
     bool has_indents_ = false;
     bool indents_end_with_blank_ = false;
-    int first_line_ = 0;
-    int others_ = 0;
+    long long first_line_ = 0;
+    long long others_ = 0;
 };
 
 // A mark, in a group of its own so that the number of \uc around it does not matter.

@@ -19,6 +19,9 @@
 #include "common/unicode_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/weekly_exposure.h"
+#include "report/report_printing_win.h"
+#include "report/rich_edit_gaps_win.h"
+#include "report/rich_edit_win.h"
 
 namespace tonvale {
 namespace {
@@ -93,6 +96,35 @@ TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
     };
     ASSERT_TRUE(PrintWithFrame(*printer, "Quadro", "Una nota in calce", draw));
     KeepPrintout("quadro");
+}
+
+// A report of three pages: formats, tabs, bullets, raised text, accents, and a picture.
+constexpr char kReportHead[] =
+    "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
+    "{\\colortbl;\\red255\\green0\\blue0;}\\f0\\fs20"
+    "\\pard\\qc{\\b\\fs32 Relazione sull'esposizione}\\par"
+    "\\pard L\\dn5\\fs15 ep,d\\up0\\fs20  = {\\ul 87.3} dB; perch\\'e9 {\\i cos\\'ec}\\u8230?\\par"
+    "\\pard\\tx2000\\tx4000 Mansione\\tab Durata\\tab Livello\\par"
+    "{\\f1 Pressa\\tab 8.00\\tab 92.4}\\par"
+    "\\pard\\qr{\\cf1 a destra}\\par"
+    "\\pard{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}primo punto\\par\\pard ";
+
+TEST_F(PrintTest, ReportDocumentOnSeveralPages) {
+    LoadLibraryW(L"RICHED32.DLL");
+    HWND parent = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 400, 300, nullptr, nullptr,
+                                  nullptr, nullptr);
+    RichEdit edit;
+    ASSERT_TRUE(edit.Create(nullptr, parent, 1, 0, 0));
+    const RichEditGaps gaps = FindRichEditGaps(nullptr, parent);
+    std::string rtf = kReportHead;
+    for (int i = 1; i <= 100; ++i) rtf += "riga " + FormatInteger(i) + "\\par ";
+    for (int i = 1; i <= 60; ++i) rtf += "parola" + FormatInteger(i) + " ";
+    ASSERT_TRUE(ReadReportRtf(edit, gaps, rtf + "}", false));
+    AppContext app;
+    app.open_printer = OpenDefaultPrinter;
+    PrintReportDocument(app, edit, gaps, "Relazione");
+    KeepPrintout("relazione");
+    DestroyWindow(parent);
 }
 
 // Takes the default printer out of the system profile for a while.

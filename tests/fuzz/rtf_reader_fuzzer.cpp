@@ -1,0 +1,46 @@
+// Any bytes can be read as rich text and printed: no page is without end, and the tokens are the
+// bytes.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "common/text.h"
+#include "report/rich_text_printer.h"
+#include "report/rtf_pictures.h"
+#include "report/rtf_reader.h"
+#include "report/rtf_tokens.h"
+#include "tests/common/fake_printer.h"
+
+namespace {
+
+void Check(bool holds) {
+    if (!holds) std::abort();
+}
+
+void CheckTokens(std::string_view bytes) {
+    tonvale::RtfTokenizer tokens(bytes);
+    std::size_t length = 0;
+    for (tonvale::RtfToken token = tokens.Next(); token.kind != tonvale::RtfToken::Kind::kEnd;
+         token = tokens.Next()) {
+        Check(!token.source.empty() && token.source.data() == bytes.data() + length);
+        length += token.source.size();
+    }
+    Check(length == bytes.size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    CheckTokens(bytes);
+    const tonvale::RichText text = tonvale::ReadRichText(bytes);
+    const std::string plain = tonvale::PlainTextOf(text);
+    Check(tonvale::ValidUtf8(plain) == plain);
+    tonvale::FakePrinter printer;
+    Check(tonvale::PrintRichText(printer, text, "x", [](const auto&, const auto&) {}));
+    Check(printer.ended && printer.pages.size() <= size + 1);
+    Check(tonvale::ReplacePictures(bytes, [](const auto&) { return std::nullopt; }) == bytes);
+    return 0;
+}
