@@ -201,7 +201,10 @@ RichText RtfReader::Run() {
 }
 
 void RtfReader::FollowGroups(const RtfToken& token) {
-    if (token.kind == Kind::kOpen || token.kind == Kind::kClose) FlushBytes();
+    if (token.kind == Kind::kOpen || token.kind == Kind::kClose) {
+        FlushBytes();
+        to_skip_ = 0;
+    }
     const RtfDestination before = groups_.destination();
     groups_.Follow(token);
     const std::size_t wanted = std::min(groups_.depth() + 1, kMaxGroups);

@@ -109,11 +109,46 @@ grey_at() {
     tail -c $((595 * 842)) "${pdf%.pdf}.pgm" | od -An -tu1 -j $((595 * y + x)) -N 1 | tr -d ' '
 }
 
+# The lines of a report document, "PAGE TEXT" each, in reading order.
+report_lines_of() {
+    local page pages
+    pages=$(pdfinfo "$1" | awk '/^Pages:/ { print $2 }')
+    for ((page = 1; page <= pages; page++)); do
+        pdftotext -raw -f "$page" -l "$page" "$1" - | sed "/^\f*$/d; s/^/$page /"
+    done
+}
+
+# What has to stand on the report document's pages: 648 points high, 5 inches wide.
+report_document() {
+    local i words=''
+    for ((i = 1; i <= 60; i++)); do words+="parola$i "; done
+    {
+        printf '%s\n' "Relazione sull'esposizione" 'Lep,d = 87.3 dB; perché così…' \
+            'Mansione Durata Livello' 'Pressa 8.00 92.4' 'a destra' '• primo punto'
+        for ((i = 1; i <= 150; i++)); do echo "riga $i"; done
+    } | awk '{ print (NR <= 57 ? 1 : NR <= 115 ? 2 : 3), $0 }'
+    fold -s -w 72 <<<"$words" | sed 's/ *$//; s/^/3 /'
+}
+
+check_report_document() {
+    local name=relazione
+    if [[ ! -s $name.ps ]] || ! ps2pdf "$name.ps" "$name.pdf"; then
+        complain "$name was not printed"
+        return
+    fi
+    report_lines_of "$name.pdf" >"$name.lines"
+    diff -u --label expected --label "$name" <(report_document) "$name.lines" >&2 ||
+        complain "$name is not printed as it has to be"
+    pdfinfo "$name.pdf" | grep -Fqx 'Title:           Relazione' ||
+        complain "$name has another name in the printer's queue than Relazione"
+}
+
 main() {
     cd "$1"
     check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
     check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"
     check pagine "$REPORT_NAME" < <(long_report)
+    check_report_document
     check quadro Quadro < <(printf '1 17 Quadro\n1 63 Una nota in calce\n')
     # A filled rectangle, 600 pixels high from the middle of the page down.
     [[ $(grey_at quadro.pdf 300 440) -eq 128 && $(grey_at quadro.pdf 300 400) -eq 255 ]] ||

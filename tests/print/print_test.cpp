@@ -19,6 +19,7 @@
 #include "common/unicode_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/weekly_exposure.h"
+#include "report/report_format_win.h"
 #include "report/report_printing_win.h"
 #include "report/rich_edit_gaps_win.h"
 #include "report/rich_edit_win.h"
@@ -98,7 +99,7 @@ TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
     KeepPrintout("quadro");
 }
 
-// A report of three pages: formats, tabs, bullets, raised text, accents, and a picture.
+// A report of three pages: formats, tabs, bullets, lowered text, accents.
 constexpr char kReportHead[] =
     "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
     "{\\colortbl;\\red255\\green0\\blue0;}\\f0\\fs20"
@@ -115,9 +116,10 @@ TEST_F(PrintTest, ReportDocumentOnSeveralPages) {
                                   nullptr, nullptr);
     RichEdit edit;
     ASSERT_TRUE(edit.Create(nullptr, parent, 1, 0, 0));
+    SetDefaultFormats(edit);
     const RichEditGaps gaps = FindRichEditGaps(nullptr, parent);
     std::string rtf = kReportHead;
-    for (int i = 1; i <= 100; ++i) rtf += "riga " + FormatInteger(i) + "\\par ";
+    for (int i = 1; i <= 150; ++i) rtf += "riga " + FormatInteger(i) + "\\par ";
     for (int i = 1; i <= 60; ++i) rtf += "parola" + FormatInteger(i) + " ";
     ASSERT_TRUE(ReadReportRtf(edit, gaps, rtf + "}", false));
     AppContext app;

@@ -185,10 +185,9 @@ TEST_F(MainWindowTest, OpensTheCalculatorOfTheChosenFilter) {
     ExpectDailyExposure(ui, "misura.lep");
     // The filter decides, not the extension: the weekly calculator refuses the daily file.
     ChooseFile(ui, 1, daily);
-    ui.OnWindow("Calcolo Lep,w",
-                [](HWND dialog) {
-                    EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), "Nessun file selezionato");
-                })
+    ui.OnWindow(
+          "Calcolo Lep,w",
+          [](HWND dialog) { EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), "Nessun file selezionato"); })
         .Command(CMD_FILE_CLOSE)
         .WaitClosed("Calcolo Lep,w");
     // And this one asks for a calculator that is not there.
