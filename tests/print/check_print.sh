@@ -123,7 +123,7 @@ report_document() {
     local i words=''
     for ((i = 1; i <= 60; i++)); do words+="parola$i "; done
     {
-        printf '%s\n' "Relazione sull'esposizione" 'Lep,d = 87.3 dB; perché così…' \
+        printf '%s\n' "Relazione sull'esposizione" 'Lep,d = 87.3 dB, perché così…' \
             'Mansione Durata Livello' 'Pressa 8.00 92.4' 'a destra' '• primo punto'
         for ((i = 1; i <= 150; i++)); do echo "riga $i"; done
     } | awk '{ print (NR <= 57 ? 1 : NR <= 115 ? 2 : 3), $0 }'
@@ -143,8 +143,33 @@ check_report_document() {
         complain "$name has another name in the printer's queue than Relazione"
 }
 
+# Looks for a line, given as a pattern, in the text of a view's one page.
+check_view() {
+    local name=$1 pattern=$2
+    if [[ ! -s $name.ps ]] || ! ps2pdf "$name.ps" "$name.pdf"; then
+        complain "$name was not printed"
+        return
+    fi
+    # A picture to look at.
+    pdftoppm -r 60 -png -singlefile "$name.pdf" "$name"
+    pdftotext -layout "$name.pdf" - | grep -Eq -- "$pattern" ||
+        complain "$name lacks a line like $pattern"
+}
+
+# The table rows are those of the help's worked examples, computed apart from the program.
+check_hearing_views() {
+    local b='[[:blank:]]+'
+    check_view perdite_tabella "10${b}17.5${b}19.1${b}35.7${b}53.9${b}65.7${b}69.2${b}13.7 \\*"
+    check_view perdite_grafico "5${b}10${b}15${b}20.*90${b}95"
+    check_view perdite_audiogramma "500${b}1000${b}2000${b}3000${b}4000${b}6000"
+    check_view previsioni_tabella "20${b}13.3${b}17.8${b}.*49.3"
+    check_view previsioni_tempo "2${b}4${b}6${b}8.*38${b}40"
+    check_view previsioni_livello "88${b}89${b}90.*99${b}100"
+}
+
 main() {
     cd "$1"
+    check_hearing_views
     check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
     check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"
     check pagine "$REPORT_NAME" < <(long_report)

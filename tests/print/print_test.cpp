@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "app/app_state.h"
 #include "common/file_system.h"
 #include "common/numbers.h"
 #include "common/print_frame.h"
@@ -99,12 +100,40 @@ TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
     KeepPrintout("quadro");
 }
 
+// Tables and charts of hearing loss, of the values that the program starts with.
+TEST_F(PrintTest, HearingViews) {
+    AppState state;
+    const LossPredictionView prediction(state.loss_prediction);
+    const LossComparisonView comparison(state.loss_comparison);
+    const struct {
+        const ResultView& view;
+        ViewKind kind;
+        const char* name;
+    } printouts[] = {
+        {prediction, ViewKind::kTable, "perdite_tabella"},
+        {prediction, ViewKind::kChart, "perdite_grafico"},
+        {prediction, ViewKind::kAudiogram, "perdite_audiogramma"},
+        {comparison, ViewKind::kTable, "previsioni_tabella"},
+        {comparison, ViewKind::kChart, "previsioni_tempo"},
+        {comparison, ViewKind::kAudiogram, "previsioni_livello"},
+    };
+    for (const auto& printout : printouts) {
+        const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
+        ASSERT_NE(printer, nullptr);
+        const auto draw = [&](Canvas& canvas, const Rect& page, bool use_color) {
+            printout.view.Draw(printout.kind, canvas, page, {.use_color = use_color});
+        };
+        ASSERT_TRUE(PrintWithFrame(*printer, printout.name, "", draw));
+        KeepPrintout(printout.name);
+    }
+}
+
 // A report of three pages: formats, tabs, bullets, lowered text, accents.
 constexpr char kReportHead[] =
     "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
     "{\\colortbl;\\red255\\green0\\blue0;}\\f0\\fs20"
     "\\pard\\qc{\\b\\fs32 Relazione sull'esposizione}\\par"
-    "\\pard L\\dn5\\fs15 ep,d\\up0\\fs20  = {\\ul 87.3} dB; perch\\'e9 {\\i cos\\'ec}\\u8230?\\par"
+    "\\pard L\\dn5\\fs15 ep,d\\up0\\fs20  = {\\ul 87.3} dB, perch\\'e9 {\\i cos\\'ec}\\u8230?\\par"
     "\\pard\\tx2000\\tx4000 Mansione\\tab Durata\\tab Livello\\par"
     "{\\f1 Pressa\\tab 8.00\\tab 92.4}\\par"
     "\\pard\\qr{\\cf1 a destra}\\par"

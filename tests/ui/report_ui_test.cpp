@@ -672,5 +672,44 @@ TEST_F(ReportTest, TipsAndResolution) {
     EXPECT_FALSE(IsWindowVisible(host_->toolbar()));
 }
 
+struct OtherDocument {
+    const wchar_t* name;
+    std::vector<std::string> texts;
+};
+
+// Documents saved by a text processor: nothing of their text is lost on the way in and out.
+TEST_F(ReportTest, KeepsTheTextOfOtherPrograms) {
+    const OtherDocument documents[] = {
+        {L"testo.rtf",
+         {"Relazione fonometrica del reparto presse", "Leq = 10-12 W/m², 87,3 dB(A)",
+          "Accenti: àèéìòù ÀÈÌ €; greco: αβγ Δ; cirillico: Шум; simboli: ≥ ≤ → ½", "primo punto",
+          "secondo punto", "Colonne:\tuna\tdue"}},
+        {L"tabella.rtf",
+         {"Prima della tabella", "Mansione", "Durata (h)", "Addetto pressa", "6,50", "91,2",
+          "Manutentore", "84,0", "Dopo la tabella"}},
+        {L"immagine.rtf", {"Prima ", " dopo l'immagine"}}};
+    for (const OtherDocument& document : documents) {
+        const std::filesystem::path copy =
+            folder_ / std::filesystem::path(document.name).replace_extension(L".tnv");
+        std::filesystem::copy_file(std::filesystem::path(TONVALE_FIXTURE_FOLDER) / document.name,
+                                   copy);
+        const std::string path = Narrow(copy.wstring());
+        ASSERT_TRUE(host_->document.Open(path)) << path;
+        EXPECT_EQ(host_->document.path(), path);
+        const std::string text = Text();
+        ASSERT_TRUE(host_->document.Save());
+        const std::string written =
+            PlainTextOf(ReadRichText(ReadFile(Narrow(copy.filename().wstring()))));
+        ASSERT_TRUE(host_->document.Open(path));
+        EXPECT_EQ(Text(), text);
+        for (const std::string& part : document.texts) {
+            EXPECT_NE(written.find(part), std::string::npos) << part << " in\n" << written;
+        }
+        UpdateWindow(host_->editor());
+        SaveScreenshot(host_->window, "report_" + Narrow(copy.stem().wstring()));
+    }
+    EXPECT_NE(ReadFile("immagine.tnv").find("\\emfblip"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace tonvale
