@@ -155,7 +155,8 @@ std::wstring WithLineEnds(std::wstring_view text) {
 }
 
 bool HasWriterFaults(const RtfWriterFaults& faults) {
-    return faults.offsets_in_twips || faults.indents_swapped || faults.negative_line_spacing;
+    return faults.offsets_in_twips || faults.indents_swapped || faults.negative_line_spacing ||
+           faults.confuses_characters;
 }
 
 }  // namespace
@@ -182,7 +183,7 @@ bool CopyFromReport(const AppContext& app, RichEdit& edit, const RichEditGaps& g
     edit.Select(selection);
     const std::optional<std::string> rtf =
         HasWriterFaults(gaps.writer) ? WriteReportRtf(edit, gaps, true) : std::nullopt;
-    if (!rtf) {
+    if (!rtf || !IsWholeRtf(*rtf)) {
         edit.Send(WM_COPY);
         return true;
     }

@@ -167,7 +167,7 @@ void ReportDocument::Parts::Adopt(const std::string& new_path, bool modified) {
 bool ReportDocument::Parts::WriteTo(const std::string& target) {
     const WaitCursor wait;
     const std::optional<std::string> rtf = WriteReportRtf(edit, gaps, false);
-    if (!rtf) {
+    if (!rtf || !IsWholeRtf(*rtf)) {
         Tell(NotWhole(target));
         return false;
     }

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "common/printer_win.h"
-#include "common/unicode_win.h"
 #include "report/picture_win.h"
 #include "report/rich_text_printer.h"
 #include "report/rtf_reader.h"
@@ -15,31 +14,15 @@ namespace {
 
 constexpr int kTwipsPerInch = 1440;
 
-// Text in the code page that belongs to a character set.
-std::string DecodeCharset(int charset, std::string_view bytes) {
-    constexpr UINT kSymbolCodePage = 42;
-    CHARSETINFO info{};
-    const bool is_known =
-        charset != DEFAULT_CHARSET && charset != SYMBOL_CHARSET &&
-        TranslateCharsetInfo(reinterpret_cast<DWORD*>(static_cast<UINT_PTR>(charset)), &info,
-                             TCI_SRCCHARSET);
-    if (charset != SYMBOL_CHARSET && !is_known) return DecodeAsWindows1252(charset, bytes);
-    const UINT page = is_known ? info.ciACP : kSymbolCodePage;
-    const int size = static_cast<int>(bytes.size());
-    const int units = MultiByteToWideChar(page, 0, bytes.data(), size, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(units), L'\0');
-    MultiByteToWideChar(page, 0, bytes.data(), size, text.data(), units);
-    return Narrow(text);
-}
-
 // Lays out and draws the text without the control.
 void PrintByHand(Printer& printer, const RichEdit& edit, const RichEditGaps& gaps,
                  const std::string& name) {
     const CHARRANGE selection = edit.Selection();
-    const std::optional<std::string> rtf = edit.WriteRtf(selection.cpMin != selection.cpMax);
+    const std::optional<std::string> rtf =
+        WriteReportRtf(edit, gaps, selection.cpMin != selection.cpMax);
     if (!rtf) return;
     HDC dc = DeviceContextOf(printer);
-    PrintRichText(printer, ReadRichText(RepairWrittenRtf(*rtf, gaps.writer), DecodeCharset), name,
+    PrintRichText(printer, ReadRichText(*rtf), name,
                   [dc](const RichPicture& picture, const Rect& place) {
                       if (!dc) return;
                       DrawPicture(dc, picture, {place.left, place.top, place.right, place.bottom});

@@ -41,9 +41,9 @@ class Specimen {
     bool created_ = false;
 };
 
-// What is written of a text raised by 60 twips in a paragraph with hanging lines.
+// What is written of a Greek letter raised by 60 twips in a paragraph with hanging lines.
 RtfWriterFaults FindWriterFaults(RichEdit& edit) {
-    edit.InsertText(L"x");
+    edit.InsertText(L"\u03B2");
     edit.Select({0, 1});
     CHARFORMAT2W raised{};
     raised.dwMask = CFM_OFFSET;
@@ -54,11 +54,12 @@ RtfWriterFaults FindWriterFaults(RichEdit& edit) {
     hanging.dxStartIndent = 100;
     hanging.dxOffset = 300;
     edit.SetParagraphFormat(hanging);
-    const std::string rtf = edit.WriteRtf(false).value_or("");
+    const std::string rtf = edit.WriteRtf(false, false).value_or("");
     const auto writes = [&rtf](const char* words) { return rtf.find(words) != std::string::npos; };
     return {.offsets_in_twips = writes("\\up60"),
             .indents_swapped = writes("\\li300\\fi100"),
-            .negative_line_spacing = writes("\\sl-240\\slmult1")};
+            .negative_line_spacing = writes("\\sl-240\\slmult1"),
+            .confuses_characters = writes("\\'df")};
 }
 
 bool ForgetsOffsets(RichEdit& edit) {
@@ -144,8 +145,9 @@ RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent) {
 
 std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGaps& gaps,
                                           bool selection_only) {
-    const std::optional<std::string> rtf = edit.WriteRtf(selection_only);
-    if (!rtf || !IsWholeRtf(*rtf)) return std::nullopt;
+    const std::optional<std::string> rtf =
+        edit.WriteRtf(selection_only, gaps.writer.confuses_characters);
+    if (!rtf) return std::nullopt;
     return RepairWrittenRtf(*rtf, gaps.writer);
 }
 

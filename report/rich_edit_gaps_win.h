@@ -25,8 +25,8 @@ struct RichEditGaps {
 // Tries out a control of its own, which nobody sees; all gaps when there is none to be had.
 RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent);
 
-// The document, or the selection, in Rich Text Format as other programs read it; nullopt when the
-// control cannot write it whole.
+// The document, or the selection, in Rich Text Format as other programs read it; cut short, which
+// IsWholeRtf tells, where the control cannot write all of it. nullopt when it fails.
 std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGaps& gaps,
                                           bool selection_only);
 

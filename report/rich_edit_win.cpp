@@ -42,10 +42,11 @@ bool RichEdit::Create(HINSTANCE instance, HWND parent, int id, DWORD style, DWOR
     return window_ != nullptr;
 }
 
-std::optional<std::string> RichEdit::WriteRtf(bool selection_only) const {
+std::optional<std::string> RichEdit::WriteRtf(bool selection_only, bool as_utf8) const {
     std::string rtf;
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&rtf), 0, AppendToString};
-    Send(EM_STREAMOUT, SF_RTF | (selection_only ? SFF_SELECTION : 0U),
+    constexpr WPARAM kAsUtf8 = SF_USECODEPAGE | (WPARAM{CP_UTF8} << 16);
+    Send(EM_STREAMOUT, SF_RTF | (selection_only ? SFF_SELECTION : 0U) | (as_utf8 ? kAsUtf8 : 0U),
          reinterpret_cast<LPARAM>(&stream));
     if (stream.dwError != 0) return std::nullopt;
     return rtf;

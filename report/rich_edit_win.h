@@ -20,8 +20,9 @@ class RichEdit {
     HWND window() const { return window_; }
 
     // The whole text, or the selection only, in Rich Text Format; nullopt when the control says
-    // that it failed. Some controls cut the text short without saying so.
-    std::optional<std::string> WriteRtf(bool selection_only) const;
+    // that it failed. Some controls cut the text short without saying so. `as_utf8` asks for a kind
+    // of the format ("\\urtf") whose text is plain UTF-8, which not every control knows.
+    std::optional<std::string> WriteRtf(bool selection_only, bool as_utf8) const;
     // Replaces the whole text, or the selection; false when the control could not make sense of all
     // of it: it then holds a part.
     bool ReadRtf(std::string_view rtf, bool selection_only);

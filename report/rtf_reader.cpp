@@ -20,17 +20,11 @@ constexpr int kTwipsPerHalfPoint = 10;
 constexpr int kMaxTwips = 31680;          // 22 inches, the most that the format is made for
 constexpr std::size_t kMaxGroups = 1000;  // deeper ones are no document's
 
-struct RtfFont {
-    std::string face;
-    int charset = 0;
-};
-
 // What a group keeps to itself.
 struct GroupState {
     CharacterStyle style;
     RichParagraph paragraph;  // without its runs
-    int font = 0;
-    int stand_ins = 1;  // characters to skip behind a \u
+    int stand_ins = 1;        // characters to skip behind a \u
 };
 
 int Limited(int twips) {
@@ -58,7 +52,7 @@ class RtfReader {
     void TakeColorTable(const RtfToken& token);
     void TakePicture(const RtfToken& token);
 
-    // Bytes are collected until their character set is left: some sets need two for a character.
+    // Bytes are collected until something else comes.
     void AddByte(char byte);
     void AddText(std::string_view utf8);
     void FlushBytes();
@@ -102,10 +96,9 @@ class RtfReader {
     static bool IsOn(const RtfToken& word) { return !word.has_parameter || word.parameter != 0; }
 
     RtfTokenizer tokens_;
-    const CharsetDecoder& decode_;
     RtfGroups groups_;
     std::vector<GroupState> states_ = std::vector<GroupState>(1);
-    std::map<int, RtfFont> fonts_;
+    std::map<int, std::string> fonts_;  // their names
     int table_font_ = 0;
     std::vector<std::optional<Color>> colors_;
     std::optional<Color> table_color_;
@@ -113,7 +106,6 @@ class RtfReader {
     std::size_t picture_depth_ = 0;
     int hex_digit_ = -1;  // the first of a pair, already read
     std::string bytes_;
-    int bytes_font_ = 0;
     char16_t high_surrogate_ = 0;
     int to_skip_ = 0;
     std::vector<int> cell_ends_;
@@ -238,12 +230,8 @@ void RtfReader::TakeBody(const RtfToken& token) {
 
 void RtfReader::TakeFontTable(const RtfToken& token) {
     if (token.kind == Kind::kWord && token.name == "f") table_font_ = token.parameter;
-    if (token.kind == Kind::kWord && token.name == "fcharset") {
-        fonts_[table_font_].charset = token.parameter;
-    }
     if (token.kind != Kind::kText) return;
-    std::string& face = fonts_[table_font_].face;
-    face += Windows1252ToUtf8(token.text.substr(0, token.text.find(';')));
+    fonts_[table_font_] += Windows1252ToUtf8(token.text.substr(0, token.text.find(';')));
 }
 
 void RtfReader::TakeColorTable(const RtfToken& token) {
@@ -295,15 +283,12 @@ void RtfReader::AddByte(char byte) {
         --to_skip_;
         return;
     }
-    if (bytes_font_ != state().font) FlushBytes();
-    bytes_font_ = state().font;
     bytes_ += byte;
 }
 
 void RtfReader::FlushBytes() {
     if (bytes_.empty()) return;
-    const auto font = fonts_.find(bytes_font_);
-    const std::string text = decode_(font == fonts_.end() ? 0 : font->second.charset, bytes_);
+    const std::string text = Windows1252ToUtf8(bytes_);
     bytes_.clear();
     AddText(text);
 }
@@ -338,9 +323,8 @@ void RtfReader::SetPlain(const RtfToken&) {
 }
 
 void RtfReader::SetFont(const RtfToken& word) {
-    state().font = word.parameter;
     const auto font = fonts_.find(word.parameter);
-    if (font != fonts_.end()) state().style.face = font->second.face;
+    if (font != fonts_.end()) state().style.face = font->second;
 }
 
 void RtfReader::SetSize(const RtfToken& word) {
@@ -407,12 +391,8 @@ void RtfReader::TakeUnicode(const RtfToken& word) {
 
 }  // namespace
 
-std::string DecodeAsWindows1252(int /*charset*/, std::string_view bytes) {
-    return Windows1252ToUtf8(bytes);
-}
-
-RichText ReadRichText(std::string_view rtf, const CharsetDecoder& decode) {
-    return RtfReader(rtf, decode).Run();
+RichText ReadRichText(std::string_view rtf) {
+    return RtfReader(rtf).Run();
 }
 
 std::string PlainTextOf(const RichText& text) {

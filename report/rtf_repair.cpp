@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/numbers.h"
+#include "common/text.h"
 #include "report/rtf_groups.h"
 #include "report/rtf_tokens.h"
 
@@ -23,6 +24,12 @@ std::string Word(std::string_view name, long long parameter) {
     word += name;
     word += FormatInteger(parameter);
     return word;
+}
+
+// A unit of UTF-16, with "?" for readers that do not know of these.
+std::string UnicodeWord(unsigned unit) {
+    return Word("u", unit < 0x8000 ? static_cast<int>(unit) : static_cast<int>(unit) - 0x10000) +
+           "?";
 }
 
 // `value` in units of `unit`, rounded to the nearest.
@@ -52,7 +59,29 @@ class WrittenRtfRepair {
 
     void Copy(const RtfToken& token) {
         FlushIndents();
-        result_ += token.source;
+        if (faults_.confuses_characters && token.kind == Kind::kText) {
+            CopyText(token);
+        } else {
+            result_ += token.source;
+        }
+    }
+
+    void CopyText(const RtfToken& token) {
+        const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+        if (std::all_of(token.text.begin(), token.text.end(), is_ascii)) {
+            result_ += token.source;
+            return;
+        }
+        const std::string units = Utf8ToUtf16Le(token.text);
+        for (std::size_t i = 0; i + 1 < units.size(); i += 2) {
+            const auto low = static_cast<unsigned char>(units[i]);
+            const auto high = static_cast<unsigned char>(units[i + 1]);
+            if (high == 0 && low < 0x80) {
+                result_ += static_cast<char>(low);
+            } else {
+                result_ += UnicodeWord(static_cast<unsigned>(high << 8 | low));
+            }
+        }
     }
 
     void Write(std::string_view name, long long parameter, const RtfToken& token) {
@@ -82,6 +111,10 @@ class WrittenRtfRepair {
 
     bool TakeWord(const RtfToken& token) {
         if (TakeIndent(token)) return true;
+        if (faults_.confuses_characters && token.name == "urtf") {
+            result_ += "\\rtf1\\ansi\\ansicpg1252\\uc1";
+            return true;
+        }
         if (faults_.offsets_in_twips && (token.name == "up" || token.name == "dn")) {
             Write(token.name, InUnits(token.parameter, kTwipsPerHalfPoint), token);
             return true;
@@ -112,10 +145,7 @@ std::string Mark(int offset) {
     const std::array<unsigned, 3> units = {kOffsetMark, kOffsetDigit + value / 16,
                                            kOffsetDigit + value % 16};
     std::string mark = "{\\uc1";
-    for (const unsigned unit : units) {
-        mark += Word("u", static_cast<int>(unit) - 0x10000);
-        mark += '?';
-    }
+    for (const unsigned unit : units) mark += UnicodeWord(unit);
     return mark + '}';
 }
 

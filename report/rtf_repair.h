@@ -13,6 +13,9 @@ struct RtfWriterFaults {
     bool offsets_in_twips = false;  // \up and \dn, whose unit is the half point
     bool indents_swapped = false;   // \fi the first line's indent, \li that of the others to it
     bool negative_line_spacing = false;  // \sl-240\slmult1 instead of \sl240\slmult1
+    // A character that the code page lacks becomes one that looks alike. Such a writer is asked for
+    // the kind of the format whose text is UTF-8, "\urtf", which few others read.
+    bool confuses_characters = false;
 };
 
 // What `rtf` would be had its writer not those faults. Nothing else changes.

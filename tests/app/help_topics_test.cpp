@@ -10,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/help_rtf.h"
@@ -18,6 +19,8 @@
 #include "common/text.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/loss_comparison.h"
+#include "hearing/loss_prediction.h"
 #include "resources/help_contexts.h"
 
 namespace tonvale {
@@ -357,6 +360,48 @@ TEST(Guide, TheWeeklyExampleIsWhatTheProgramComputes) {
     ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/settimana.lew")), stored));
     EXPECT_EQ(stored.levels_dba, form.levels_dba);
     EXPECT_EQ(stored.weekly_level_dba, form.weekly_level_dba);
+}
+
+std::string Shown(double value) {
+    return std::string(TrimBlanks(FormatFixed(value, 4, 1)));
+}
+
+// The row of 10 % in the program's table, as the guide writes it.
+std::vector<std::string> TenPercentRow(LossPredictionState state) {
+    const LossPredictionRow row = ComputeRows(state).at(1);
+    std::vector<std::string> cells{"10"};
+    for (const double loss : row.losses_db) cells.push_back(Shown(loss));
+    if (row.damage_percent) {
+        cells.push_back(Shown(*row.damage_percent) + (row.is_compensable ? " *" : ""));
+    }
+    return cells;
+}
+
+TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
+    LossPredictionState noise;
+    noise.quantity = QuantityKind::kNipts;
+    noise.current.years = 30;
+    noise.current.level_dba = 95;
+    LossPredictionState age;
+    age.quantity = QuantityKind::kHtla;
+    const std::pair<unsigned long, LossPredictionState> examples[] = {
+        {kHelpNipts, noise}, {kHelpHtla, age}, {kHelpHtlan, LossPredictionState()}};
+    for (const auto& [context, state] : examples) {
+        const auto rows = TableRows(Guide().topics()[Guide().Find(context)->topic], "q (%)");
+        ASSERT_EQ(rows.size(), 1U) << context;
+        EXPECT_EQ(rows[0], TenPercentRow(state)) << context;
+    }
+
+    const HelpTopic& topic = Guide().topics()[Guide().Find(kHelpPredictions)->topic];
+    const auto rows = TableRows(topic, "Anni");
+    ASSERT_EQ(rows.size(), 4U);
+    for (const auto& row : rows) {
+        const double levels[] = {88, 90, 94, 100};
+        for (std::size_t i = 0; i < 4; ++i) {
+            const double loss = ComparedLoss({}, ParseNumber(row.at(0)), levels[i]);
+            EXPECT_EQ(row.at(i + 1), Shown(loss)) << row.at(0);
+        }
+    }
 }
 
 TEST(Guide, EveryTopicBecomesRichTextWithItsLinksInPlace) {

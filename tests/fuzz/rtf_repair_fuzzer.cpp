@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const bool is_whole = tonvale::IsWholeRtf(bytes);
     Check(tonvale::RepairWrittenRtf(bytes, {}) == bytes);
-    const std::string repaired = tonvale::RepairWrittenRtf(bytes, {true, true, true});
+    const std::string repaired = tonvale::RepairWrittenRtf(bytes, {true, true, true, false});
     Check(tonvale::IsWholeRtf(repaired) == is_whole);
     Check(TextOf(repaired) == TextOf(bytes));
     if (const auto marked = tonvale::MarkOffsets(bytes)) {

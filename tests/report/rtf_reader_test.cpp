@@ -78,15 +78,6 @@ TEST(RtfReaderTest, ReadsEveryKindOfCharacter) {
                   "\\'80\\u945 a\\u-3893?{\\uc2\\u946??}\\u947?\\u55357?\\u56832?\\~\\endash"
                   "{\\field{\\*\\fldinst HYPERLINK}{\\fldrslt rete}}\\{\\}\\\\}")),
               "€α\uF0CBβγ😀\u00A0–rete{}\\\n");
-    // Bytes of another character set go to the decoder together.
-    const auto decode = [](int charset, std::string_view bytes) {
-        return std::to_string(charset) + ":" + std::to_string(bytes.size());
-    };
-    EXPECT_EQ(
-        PlainTextOf(ReadRichText("{\\rtf1{\\fonttbl{\\f0\\fcharset204 A;}{\\f1\\fcharset128 B;}}"
-                                 "\\f0\\'e0\\'e1\\f1\\'e2x}",
-                                 decode)),
-        "204:2128:2\n");
 }
 
 TEST(RtfReaderTest, TableRowIsOneParagraphWithTabs) {

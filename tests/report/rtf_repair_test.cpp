@@ -9,7 +9,7 @@
 namespace tonvale {
 namespace {
 
-constexpr RtfWriterFaults kAllFaults{true, true, true};
+constexpr RtfWriterFaults kAllFaults{true, true, true, true};
 
 TEST(RtfRepairTest, TurnsOffsetsIntoHalfPoints) {
     const RtfWriterFaults faults{.offsets_in_twips = true};
@@ -36,6 +36,13 @@ TEST(RtfRepairTest, TurnsLineSpacingPositive) {
               "{\\pard\\sl240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}");
     EXPECT_EQ(RepairWrittenRtf("\\sl-240\\slmult1\\li300\\fi360\\up50 a", kAllFaults),
               "\\sl240\\slmult1\\li660\\fi-300\\up5 a");
+}
+
+TEST(RtfRepairTest, SpellsCharactersOut) {
+    const RtfWriterFaults faults{.confuses_characters = true};
+    EXPECT_EQ(RepairWrittenRtf("{\\urtf\\deff0{\\fonttbl;}\\f0 perché ≥ 85\\{\uF0B7😀}", faults),
+              "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0{\\fonttbl;}\\f0 perch\\u233? \\u8805? 85\\{"
+              "\\u-3913?\\u-10179?\\u-8704?}");
 }
 
 TEST(RtfRepairTest, LeavesARightWriterAlone) {
