@@ -100,8 +100,8 @@ TEST(RtfReaderTest, AnyEndGivesWhatStandsBefore) {
 }
 
 TEST(RtfPicturesTest, PictureComesBack) {
-    const RichPicture picture{RichPicture::Format::kPng, std::string("\x89PNG\0\xff", 6), 1500,
-                              300};
+    const std::string bytes{"\x89PNG\0\xff", 6};
+    const RichPicture picture{RichPicture::Format::kPng, bytes, 1500, 300};
     const RichText text = ReadRichText("{\\rtf1 a" + PictureGroup(picture) + "b}");
     ASSERT_EQ(text.at(0).runs.size(), 3U);
     ASSERT_TRUE(text[0].runs[1].picture);
