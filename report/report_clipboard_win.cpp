@@ -102,12 +102,13 @@ std::optional<UserMessage> PasteCsv(const AppContext& app, RichEdit& edit) {
     return std::nullopt;
 }
 
-// A control that cannot read raised text or pictures is given what it can read.
+// A control that cannot read raised text, tables or pictures is given what it can read.
 bool NeedsHelp(const RichEditGaps& gaps, std::string_view rtf) {
     const auto has = [rtf](std::string_view word) {
         return rtf.find(word) != std::string_view::npos;
     };
     return (gaps.forgets_offsets && (has("\\up") || has("\\dn"))) ||
+           (gaps.joins_cells && has("\\cell")) ||
            (gaps.drops_pictures && (has("\\pngblip") || has("\\jpegblip")));
 }
 

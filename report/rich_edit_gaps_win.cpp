@@ -7,6 +7,7 @@
 #include "report/picture_win.h"
 #include "report/rich_edit_pictures_win.h"
 #include "report/rtf_pictures.h"
+#include "report/rtf_tables.h"
 
 namespace tonvale {
 
@@ -66,6 +67,13 @@ bool ForgetsOffsets(RichEdit& edit) {
     edit.ReadRtf("{\\rtf1 \\up6 x}", false);
     edit.Select({0, 1});
     return edit.CharacterFormat().yOffset != 6 * kTwipsPerHalfPoint;
+}
+
+bool JoinsCells(RichEdit& edit) {
+    edit.ReadRtf(
+        "{\\rtf1\\trowd\\cellx900\\cellx1800\\pard\\intbl a\\cell\\pard\\intbl b\\cell\\row\\pard}",
+        false);
+    return edit.Find(L"ab", 0) >= 0;
 }
 
 bool DropsPictures(RichEdit& edit) {
@@ -137,6 +145,7 @@ RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent) {
     if (!specimen) return gaps;
     gaps.writer = FindWriterFaults(specimen.edit());
     gaps.forgets_offsets = ForgetsOffsets(specimen.edit());
+    gaps.joins_cells = JoinsCells(specimen.edit());
     gaps.drops_pictures = DropsPictures(specimen.edit());
     gaps.blank_pictures = LeavesMetafilesBlank(specimen.edit());
     gaps.cannot_format_pages = CannotFormatPages(specimen.edit());
@@ -153,14 +162,14 @@ std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGa
 
 bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
                    bool selection_only) {
-    std::string readable;
-    if (gaps.drops_pictures) {
-        readable = ReplacePictures(rtf, MetafileRtf);
-        rtf = readable;
+    std::string readable(rtf);
+    if (gaps.drops_pictures) readable = ReplacePictures(readable, MetafileRtf);
+    if (gaps.joins_cells && rtf.find("\\cell") != std::string_view::npos) {
+        readable = FlattenTables(readable);
     }
     const std::optional<std::string> marked =
-        gaps.forgets_offsets ? MarkOffsets(rtf) : std::nullopt;
-    if (!marked) return edit.ReadRtf(rtf, selection_only);
+        gaps.forgets_offsets ? MarkOffsets(readable) : std::nullopt;
+    if (!marked) return edit.ReadRtf(readable, selection_only);
 
     const CHARRANGE before = selection_only ? edit.Selection() : CHARRANGE{0, edit.TextLength()};
     const int length_behind = edit.TextLength() - static_cast<int>(before.cpMax);

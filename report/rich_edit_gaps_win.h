@@ -17,6 +17,7 @@ namespace tonvale {
 struct RichEditGaps {
     RtfWriterFaults writer;
     bool forgets_offsets = false;      // \up and \dn are not read
+    bool joins_cells = false;          // of tables, whose tabs come after all of them
     bool drops_pictures = false;       // PNG and JPEG pictures are not read
     bool blank_pictures = false;       // metafiles are read, but not drawn
     bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing

@@ -30,9 +30,9 @@ constexpr std::array<DestinationWord, 24> kDestinations = {{
 }};
 
 // Words that stand for a character or a blank.
-constexpr std::array<std::string_view, 16> kCharacterWords = {
-    "u",      "tab",    "line",   "par",       "cell",      "~",      "_",      "-",
-    "bullet", "lquote", "rquote", "ldblquote", "rdblquote", "emdash", "endash", "row"};
+constexpr std::array<std::string_view, 15> kCharacterWords = {
+    "u",      "tab",    "line",      "par",       "cell",   "~",      "_",  "bullet",
+    "lquote", "rquote", "ldblquote", "rdblquote", "emdash", "endash", "row"};
 
 }  // namespace
 

@@ -33,7 +33,7 @@ int Limited(int twips) {
 
 class RtfReader {
   public:
-    RtfReader(std::string_view rtf, const CharsetDecoder& decode) : tokens_(rtf), decode_(decode) {}
+    explicit RtfReader(std::string_view rtf) : tokens_(rtf) {}
 
     RichText Run();
 

@@ -89,9 +89,9 @@ TEST(RtfReaderTest, TableRowIsOneParagraphWithTabs) {
 }
 
 TEST(RtfReaderTest, AnyEndGivesWhatStandsBefore) {
-    const std::string whole = "{\\rtf1 a{\\b b\\u945?}{\\pict\\pngblip 8950}c\\par d}";
+    const std::string_view whole = "{\\rtf1 a{\\b b\\u945?}{\\pict\\pngblip 8950}c\\par d}";
     for (std::size_t length = 0; length <= whole.size(); ++length) {
-        ReadRichText(std::string_view(whole).substr(0, length));
+        ReadRichText(whole.substr(0, length));
     }
     EXPECT_EQ(PlainTextOf(ReadRichText("{\\rtf1 uno\\par {\\b due")), "uno\ndue\n");
     EXPECT_TRUE(ReadRichText("").empty());

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "report/rtf_reader.h"
+#include "report/rtf_tables.h"
 
 namespace tonvale {
 namespace {
@@ -64,6 +66,18 @@ TEST(RtfRepairTest, WholeMeansThatTheOutermostGroupIsClosed) {
     EXPECT_FALSE(IsWholeRtf("{\\rtf1 a}b}"));
     EXPECT_FALSE(IsWholeRtf("testo"));
     EXPECT_FALSE(IsWholeRtf(""));
+}
+
+TEST(RtfTablesTest, RowsBecomeParagraphs) {
+    const RichText text = ReadRichText(FlattenTables(
+        "{\\rtf1 prima\\par\\trowd\\cellx2000\\cellx4000\\cellx6000\\pard\\intbl{a}\\cell"
+        "\\pard\\intbl 5\\cell\\pard\\intbl\\b c\\cell\\row"
+        "\\trowd\\cellx1000\\pard\\intbl\\cell\\cell d\\cell\\row\\pard dopo}"));
+    EXPECT_EQ(PlainTextOf(text), "prima\na\t5\tc\n\t\td\ndopo\n");
+    EXPECT_EQ(text.at(1).tabs_twips, (std::vector<int>{2000, 4000, 6000}));
+    EXPECT_EQ(text.at(2).tabs_twips, std::vector<int>{1000});
+    EXPECT_TRUE(text.at(3).tabs_twips.empty());
+    EXPECT_EQ(FlattenTables("{\\rtf1\\b a\\tab b\\par}"), "{\\rtf1\\b a\\tab b\\par}");
 }
 
 // The text with "<offset>" for each mark.
