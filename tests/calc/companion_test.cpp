@@ -3,7 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
+#include "tests/calc/recording_console.h"
+#include "tests/common/faulty_file_system.h"
 
 namespace tonvale {
 namespace {
@@ -14,7 +15,7 @@ using ::testing::StartsWith;
 
 constexpr const char* kGood =
     "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=87.4\r\nTOTTIME=480\r\nLEPD=87.4\r\nTFORM=1\r\nITEMS=2\r\n"
-    "[LEQ]\r\n1=90\r\n2=80\r\n[TIME]\r\n1=240\r\n2=240\r\n";
+    "[LEQ]\r\n1=90\r\n2=80\r\n[TIME]\r\n1=240\r\n2=240\r\n[NOTE]\r\nNum=1\r\n1=a mano\r\n";
 constexpr const char* kEdited =
     "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=87.4\r\nTOTTIME=   480\r\nLEPD=84.4\r\nTFORM=1\r\nITEMS=2\r\n"
     "[LEQ]\r\n1=90\r\n2=80\r\n[TIME]\r\n1=240\r\n2=240\r\n";
@@ -24,31 +25,6 @@ constexpr const char* kRefused =
 constexpr const char* kWeek =
     "[TONVALE]\r\nTipo=LEPW\r\nLEPW=90.0\r\n[GIORNI]\r\nLunedi=90\r\nDomenica=90,5\r\n";
 
-class FakeFiles final : public FileSystem {
-  public:
-    std::map<std::string, std::string> contents{
-        {"buono.lep", kGood},   {"ritoccato.lep", kEdited},
-        {"zero.lep", kRefused}, {"settimana.lew", kWeek},
-        {"altro.txt", "ciao"},  {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
-
-    std::optional<std::string> Read(const std::string& path) override {
-        const auto found = contents.find(path);
-        if (found == contents.end()) return std::nullopt;
-        return found->second;
-    }
-    bool WriteNew(const std::string&, std::string_view) override { return false; }
-    bool Replace(const std::string&, const std::string&) override { return false; }
-    void Remove(const std::string&) override {}
-};
-
-class FakeConsole final : public Console {
-  public:
-    std::string output;
-    std::string errors;
-    void Write(std::string_view text) override { output += text; }
-    void WriteError(std::string_view text) override { errors += text; }
-};
-
 struct Outcome {
     int status;
     std::string output;
@@ -56,8 +32,11 @@ struct Outcome {
 };
 
 Outcome Execute(const std::vector<std::string>& arguments) {
-    FakeFiles files;
-    FakeConsole console;
+    FaultyFileSystem files;
+    files.contents = {{"buono.lep", kGood},   {"ritoccato.lep", kEdited},
+                      {"zero.lep", kRefused}, {"settimana.lew", kWeek},
+                      {"altro.txt", "ciao"},  {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
+    RecordingConsole console;
     const int status = RunCompanion(arguments, files, console);
     return {status, console.output, console.errors};
 }
@@ -65,8 +44,14 @@ Outcome Execute(const std::vector<std::string>& arguments) {
 TEST(Companion, CalcolaPrintsTheReport) {
     const Outcome one = Execute({"calcola", "buono.lep"});
     EXPECT_EQ(one.status, 0);
-    EXPECT_THAT(one.output, StartsWith("Livello di esposizione personale settimanale (Lep,w)\n"));
-    EXPECT_THAT(one.output, EndsWith("Lep,d (dBA):                       87.4\n"));
+    EXPECT_EQ(one.output,
+              "Livello di esposizione personale settimanale (Lep,w)\n"
+              "Livelli sonori equivalenti (dBA):  Tempi di esposizione (m):\n"
+              "90                                 240\n"
+              "80                                 240\n"
+              "Livello equivalente (dBA):         87.4\n"
+              "Tempo d'esposizione totale (m):       480\n"
+              "Lep,d (dBA):                       87.4\n\na mano\n");
     const Outcome two = Execute({"calcola", "--formato", "testo", "buono.lep", "ritoccato.lep"});
     EXPECT_THAT(two.output, StartsWith("== buono.lep ==\n"));
     EXPECT_THAT(two.output, HasSubstr("\n\n== ritoccato.lep ==\n"));
@@ -101,9 +86,12 @@ TEST(Companion, CalcolaWritesOneJsonObjectALine) {
 
 TEST(Companion, KnowsTheWeek) {
     // 10 lg((2 * 10^9 + 5) / 5): five days are missing, and a comma ends a number.
-    EXPECT_THAT(
-        Execute({"calcola", "settimana.lew"}).output,
-        HasSubstr("Sabato\nDomenica                 90,5\nLep,w (dBA):             86.0\n"));
+    EXPECT_EQ(Execute({"calcola", "settimana.lew"}).output,
+              "Livello di esposizione personale settimanale (Lep,w)\n"
+              "Giorni della settimana:  Lep,d corrispondenti (dBA):\n"
+              "Lunedi                   90\nMartedi\nMercoledi\nGiovedi\nVenerdi\nSabato\n"
+              "Domenica                 90,5\n"
+              "Lep,w (dBA):             86.0\n");
     EXPECT_THAT(Execute({"calcola", "--formato", "csv", "settimana.lew"}).output,
                 HasSubstr("Martedi;;\r\n"));
     EXPECT_THAT(Execute({"calcola", "--formato", "json", "settimana.lew"}).output,

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "common/text.h"
+#include "tests/calc/recording_console.h"
+#include "tests/common/faulty_file_system.h"
 
 namespace tonvale {
 namespace {
@@ -17,32 +17,6 @@ using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
-// A disk that keeps what is written; one that is full keeps nothing.
-class MemoryFiles final : public FileSystem {
-  public:
-    std::map<std::string, std::string> contents;
-    bool is_full = false;
-
-    std::optional<std::string> Read(const std::string&) override { return std::nullopt; }
-    bool WriteNew(const std::string& path, std::string_view bytes) override {
-        if (!is_full) contents[path] = bytes;
-        return !is_full;
-    }
-    bool Replace(const std::string& from, const std::string& to) override {
-        contents[to] = contents[from];
-        return contents.erase(from) > 0;
-    }
-    void Remove(const std::string& path) override { contents.erase(path); }
-};
-
-class TextConsole final : public Console {
-  public:
-    std::string output;
-    std::string errors;
-    void Write(std::string_view text) override { output += text; }
-    void WriteError(std::string_view text) override { errors += text; }
-};
-
 class HearingCommands : public ::testing::Test {
   protected:
     int Run(const std::vector<std::string>& arguments) {
@@ -51,11 +25,11 @@ class HearingCommands : public ::testing::Test {
     }
     const std::string& output() const { return console_.output; }
     const std::string& errors() const { return console_.errors; }
-    MemoryFiles& files() { return files_; }
+    FaultyFileSystem& files() { return files_; }
 
   private:
-    MemoryFiles files_;
-    TextConsole console_;
+    FaultyFileSystem files_;
+    RecordingConsole console_;
 };
 
 TEST_F(HearingCommands, NiptsPrintsTheTableOfTheDialog) {
@@ -70,7 +44,8 @@ TEST_F(HearingCommands, NiptsPrintsTheTableOfTheDialog) {
     EXPECT_EQ(Run({"nipts", "--quantita=htla", "--eta=25", "--sesso", "f", "--tabella", "biologico",
                    "--formato", "csv", "--separatore", "|"}),
               0);
-    EXPECT_THAT(output(), AllOf(HasSubstr("\r\nEtà: 25|Sesso: F|Tabella: Biologico\r\nq (%)|"),
+    EXPECT_THAT(output(), AllOf(StartsWith("HTLA - Hearing Threshold Level associated with Age\r\n"
+                                           "Età: 25|Sesso: F|Tabella: Biologico\r\nq (%)|"),
                                 HasSubstr("\r\n50| 0,2| 0,2| 0,3| 0,4| 0,4| 0,6| 0,0\r\n")));
 }
 
@@ -105,10 +80,7 @@ TEST_F(HearingCommands, RefusesWhatTheDialogsRefuse) {
     EXPECT_EQ(Run({"nipts", "--anni", "41"}), 1);
     EXPECT_EQ(errors(), "Anni di esposizione.: Errore! Dati non validi\n");
     EXPECT_THAT(output(), IsEmpty());
-    EXPECT_EQ(Run({"nipts", "--livello", "0", "--svg", "a.svg"}), 1);
-    EXPECT_EQ(errors(), "Livello di esposizione.: Errore! Dati non validi\n");
-    EXPECT_EQ(Run({"nipts", "--eta", "50"}), 1);
-    EXPECT_EQ(errors(), "Età individuo.: Errore! Dati non validi\n");
+    EXPECT_EQ(Run({"nipts", "--eta", "50", "--svg", "a.svg"}), 1);
     EXPECT_EQ(Run({"previsioni", "--livello", "89"}), 1);
     EXPECT_EQ(errors(), "Livello di esposizione.: Errore! Dati non validi\n");
     EXPECT_THAT(files().contents, IsEmpty());
@@ -141,9 +113,10 @@ TEST_F(HearingCommands, DrawsTheViewAsSvg) {
     EXPECT_EQ(Run({"previsioni", "--svg", "l.svg", "--vista", "livello"}), 0);
     EXPECT_THAT(files().contents["l.svg"], HasSubstr(">35 anni</text>"));
     EXPECT_THAT(files().contents, SizeIs(4));
-    files().is_full = true;
+    files().steps_to_failure = 1;
     EXPECT_EQ(Run({"previsioni", "--svg", "pieno.svg"}), 2);
     EXPECT_EQ(errors(), "pieno.svg: impossibile scrivere il file\n");
+    EXPECT_THAT(files().contents, SizeIs(4));
 }
 
 }  // namespace

@@ -13,21 +13,16 @@
 #include "common/file_system.h"
 #include "common/numbers.h"
 #include "common/profile_file.h"
+#include "tests/common/folder_test.h"
 
 namespace tonvale {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PosixFileSystemTest : public testing::Test {
+class PosixFileSystemTest : public FolderTest {
   protected:
-    PosixFileSystemTest() { fs::create_directories(folder_); }
-    ~PosixFileSystemTest() override { fs::remove_all(folder_); }
-
-    // Tests may run side by side.
-    const fs::path folder_ =
-        fs::path(testing::TempDir()) / ("tonvale_" + FormatInteger(std::random_device{}()));
-    const std::string path_ = (folder_ / "a.lep").string();
+    const std::string path_ = Path("a.lep");
     FileSystem& files_ = SystemFiles();
 };
 
@@ -85,7 +80,7 @@ TEST_F(PosixFileSystemTest, ADiskThatFillsUpKeepsTheOldFile) {
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0) << "the save claims to have succeeded";
     EXPECT_EQ(files_.Read(path_), "old");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+    EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(PosixFileSystemTest, KeepsPermissionsAndLinks) {
@@ -104,14 +99,14 @@ TEST_F(PosixFileSystemTest, KeepsPermissionsAndLinks) {
 }
 
 TEST_F(PosixFileSystemTest, RefusesWhatIsNoPlainFile) {
-    const std::string pipe = (folder_ / "pipe.lep").string();
+    const std::string pipe = Path("pipe.lep");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
     EXPECT_EQ(files_.Read(pipe), std::nullopt);
     EXPECT_FALSE(WriteFileSafely(files_, pipe, "x"));
     EXPECT_TRUE(fs::is_fifo(pipe));
     EXPECT_EQ(files_.Read("/dev/zero"), std::nullopt);
 
-    const std::string huge = (folder_ / "huge.lep").string();
+    const std::string huge = Path("huge.lep");
     ASSERT_TRUE(files_.WriteNew(huge, ""));
     fs::resize_file(huge, kMaxFileBytes + 1);  // takes no room on the disk
     EXPECT_EQ(files_.Read(huge), std::nullopt);

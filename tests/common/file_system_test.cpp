@@ -4,31 +4,19 @@
 
 #include <filesystem>
 #include <fstream>
-#include <random>
 
 #include "common/file_kinds.h"
-#include "common/numbers.h"
 #include "common/profile_file.h"
 #include "tests/common/faulty_file_system.h"
+#include "tests/common/folder_test.h"
 
 namespace tonvale {
 namespace {
 
 namespace fs = std::filesystem;
 
-class FileSystemTest : public testing::Test {
+class FileSystemTest : public FolderTest {
   protected:
-    FileSystemTest() { fs::create_directories(folder_); }
-    ~FileSystemTest() override { fs::remove_all(folder_); }
-
-    std::string PathOf(const std::string& name) const { return (folder_ / name).string(); }
-    std::ptrdiff_t FileCount() const {
-        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-    }
-
-    // Tests may run side by side.
-    const fs::path folder_ =
-        fs::path(testing::TempDir()) / ("tonvale_" + FormatInteger(std::random_device{}()));
     FileSystem& files_ = SystemFiles();
 };
 
@@ -36,7 +24,7 @@ TEST_F(FileSystemTest, WritesAndReadsBackAnyBytesUnderAnyName) {
     std::string bytes;
     for (int i = 0; i < 3000000; ++i) bytes += static_cast<char>(i * 7 + i / 256);
     for (const char* name : {"a.lep", "perché Ω 😀.lep"}) {
-        const std::string path = PathOf("") + name;
+        const std::string path = Path(name);
         EXPECT_TRUE(WriteFileSafely(files_, path, bytes));
         EXPECT_EQ(files_.Read(path), bytes);
         EXPECT_TRUE(WriteFileSafely(files_, path, ""));
@@ -46,35 +34,34 @@ TEST_F(FileSystemTest, WritesAndReadsBackAnyBytesUnderAnyName) {
 }
 
 TEST_F(FileSystemTest, RefusesFoldersAndMissingPaths) {
-    const std::string folder = folder_.string();
-    EXPECT_EQ(files_.Read(folder), std::nullopt);
-    EXPECT_EQ(files_.Read(PathOf("missing.lep")), std::nullopt);
+    EXPECT_EQ(files_.Read(Path("missing.lep")), std::nullopt);
     EXPECT_EQ(files_.Read(""), std::nullopt);
     fs::create_directory(folder_ / "sub");
-    EXPECT_FALSE(WriteFileSafely(files_, PathOf("sub"), "x"));
-    EXPECT_FALSE(WriteFileSafely(files_, PathOf("missing/a.lep"), "x"));
+    EXPECT_EQ(files_.Read(Path("sub")), std::nullopt);
+    EXPECT_FALSE(WriteFileSafely(files_, Path("sub"), "x"));
+    EXPECT_FALSE(WriteFileSafely(files_, Path("missing/a.lep"), "x"));
     EXPECT_TRUE(fs::is_empty(folder_ / "sub"));
     EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(FileSystemTest, KeepsAReadOnlyFile) {
-    const std::string path = PathOf("a.lep");
+    const std::string path = Path("a.lep");
     ASSERT_TRUE(WriteFileSafely(files_, path, "old"));
     constexpr fs::perms kWrite =
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-    fs::permissions(path, kWrite, fs::perm_options::remove);
+    fs::permissions(folder_ / "a.lep", kWrite, fs::perm_options::remove);
     EXPECT_FALSE(WriteFileSafely(files_, path, "new"));
     EXPECT_EQ(files_.Read(path), "old");
     EXPECT_EQ(FileCount(), 1);
-    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add);
+    fs::permissions(folder_ / "a.lep", fs::perms::owner_write, fs::perm_options::add);
     EXPECT_TRUE(WriteFileSafely(files_, path, "new"));
 }
 
 TEST_F(FileSystemTest, AFileHeldOpenIsReplacedWholeOrNotAtAll) {
-    const std::string path = PathOf("a.lep");
+    const std::string path = Path("a.lep");
     ASSERT_TRUE(WriteFileSafely(files_, path, "old"));
     {
-        const std::ifstream holder(path);
+        const std::ifstream holder(folder_ / "a.lep");
         ASSERT_TRUE(holder.is_open());
 #ifdef _WIN32
         EXPECT_FALSE(WriteFileSafely(files_, path, "new"));
@@ -89,9 +76,9 @@ TEST_F(FileSystemTest, AFileHeldOpenIsReplacedWholeOrNotAtAll) {
 }
 
 TEST_F(FileSystemTest, WriteNewNeverTouchesAnExistingFile) {
-    ASSERT_TRUE(files_.WriteNew(PathOf("a.lep"), "old"));
-    EXPECT_FALSE(files_.WriteNew(PathOf("a.lep"), "new"));
-    EXPECT_EQ(files_.Read(PathOf("a.lep")), "old");
+    ASSERT_TRUE(files_.WriteNew(Path("a.lep"), "old"));
+    EXPECT_FALSE(files_.WriteNew(Path("a.lep"), "new"));
+    EXPECT_EQ(files_.Read(Path("a.lep")), "old");
 }
 
 TEST(WriteFileSafely, KeepsTheOldFileWhicheverStepFails) {

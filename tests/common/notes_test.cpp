@@ -8,12 +8,6 @@
 namespace tonvale {
 namespace {
 
-std::string Written(std::string_view notes) {
-    ProfileFile file;
-    WriteNotes(file, notes);
-    return file.Serialize();
-}
-
 TEST(Notes, AreWrittenLineByLineAndReadBack) {
     struct Case {
         const char* notes;
@@ -31,16 +25,11 @@ TEST(Notes, AreWrittenLineByLineAndReadBack) {
          " a=b \r\n[x]\r\n;c"},
     };
     for (const Case& test : cases) {
-        EXPECT_EQ(Written(test.notes), test.bytes);
+        ProfileFile file;
+        WriteNotes(file, test.notes);
+        EXPECT_EQ(file.Serialize(), test.bytes);
         EXPECT_EQ(ReadNotes(ProfileFile::Parse(test.bytes)), test.read);
     }
-}
-
-TEST(Notes, ShorterNotesLeaveNothingOfLongerOnes) {
-    ProfileFile file;
-    WriteNotes(file, "a\r\nb\r\nc");
-    WriteNotes(file, "d");
-    EXPECT_EQ(file.Serialize(), "[NOTE]\r\n1=d\r\nNum=1\r\n");
 }
 
 TEST(Notes, HaveALimitWhateverTheFileClaims) {

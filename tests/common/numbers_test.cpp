@@ -22,28 +22,14 @@ TEST(ParseNumber, TakesTheLongestDecimalPrefix) {
         double value;
     };
     const Case cases[] = {
-        {"", 0},
-        {"abc", 0},
-        {"inf", 0},
-        {"nan", 0},
-        {"-inf", 0},
-        {"0x1A", 0},
         {"90,5", 90},
         {"+3", 3},
         {"  7", 7},
         {" \t7 8", 7},
-        {"\n7", 0},
         {".5", .5},
         {"5.", 5},
         {"5.e2", 500},
         {"-.5", -.5},
-        {".", 0},
-        {"-", 0},
-        {"+-3", 0},
-        {"--3", 0},
-        {"- 3", 0},
-        {".e5", 0},
-        {"e5", 0},
         {"5e", 5},
         {"5e+", 5},
         {"5e-x", 5},
@@ -56,16 +42,17 @@ TEST(ParseNumber, TakesTheLongestDecimalPrefix) {
         {"5e-324", 5e-324},
         {"1e400", kInfinity},
         {"-1e400", -kInfinity},
-        {"1e-400", 0},
-        {"0e999", 0},
         {"1e99999999999999999999", kInfinity},
-        {"1e-99999999999999999999", 0},
         {"1.7976931348623157e308", std::numeric_limits<double>::max()},
         {"0.00001e309", 1e304},
         {"0.00001e320", kInfinity},
-        {"100000e-330", 0},
     };
     for (const Case& test : cases) EXPECT_EQ(ParseNumber(test.text), test.value) << test.text;
+    for (const char* zero :
+         {"", "abc", "inf", "nan", "-inf", "0x1A", "\n7", ".", "-", "+-3", "--3", "- 3", ".e5",
+          "e5", "1e-400", "0e999", "1e-99999999999999999999", "100000e-330"}) {
+        EXPECT_EQ(ParseNumber(zero), 0) << zero;
+    }
     EXPECT_EQ(ParseNumber(std::string_view("12345", 3)), 123) << "read past the end of the text";
     EXPECT_TRUE(std::signbit(ParseNumber("-0")));
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/canvas.h"
+#include "common/result_view.h"
 #include "common/text.h"
 
 namespace tonvale {
@@ -70,5 +71,12 @@ class RecordingCanvas final : public Canvas {
     Font font_;
     Color color_ = kBlack;
 };
+
+inline RecordingCanvas DrawnBy(const ResultView& view, ViewKind kind, const Rect& area,
+                               const DrawingStyle& style = {}) {
+    RecordingCanvas canvas;
+    view.Draw(kind, canvas, area, style);
+    return canvas;
+}
 
 }  // namespace tonvale

@@ -7,19 +7,6 @@
 namespace tonvale {
 namespace {
 
-TEST(SummaryText, JoinsCellsAndAddsNotes) {
-    SummaryText summary(";");
-    summary.AddLine({"Lep,d (dBA):", "85,0"});
-    summary.AddLine({"", "", "x", ""});
-    summary.AddLine({""});
-    summary.AddNotes("a;b\r\nc");
-    EXPECT_EQ(summary.Take(), "Lep,d (dBA):;85,0\r\n;;x;\r\n\r\nNote:\r\na;b\r\nc\r\n");
-
-    SummaryText without_notes(", ");
-    without_notes.AddNotes("");
-    EXPECT_EQ(without_notes.Take(), "Note:\r\n\r\n");
-}
-
 TEST(SummaryText, CutsNotesAndTheWhole) {
     std::string notes;
     for (int i = 0; i < 254; ++i) notes += "à";

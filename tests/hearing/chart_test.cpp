@@ -222,11 +222,5 @@ TEST(Chart, DrawsNothingWhereThereIsNoRoom) {
     for (int size = 1; size < 30; ++size) DrawChart(canvas, {0, 0, size, size}, audiogram, {});
 }
 
-TEST(LossAxis, RunsDownwardsFrom0To100) {
-    EXPECT_EQ(LossAxisPosition(0), 10);
-    EXPECT_EQ(LossAxisPosition(25), 7.5);
-    EXPECT_EQ(LossAxisPosition(100), 0);
-}
-
 }  // namespace
 }  // namespace tonvale

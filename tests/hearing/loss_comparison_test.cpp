@@ -14,15 +14,6 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
-TEST(LossComparison, OpensWithTheKeptValues) {
-    const LossComparisonForm form = FormFromState({});
-    EXPECT_EQ(ComparisonFractiles()[static_cast<std::size_t>(form.fractile_position)], "10");
-    EXPECT_EQ(ComparisonFrequencies()[static_cast<std::size_t>(form.frequency_position)], "4000");
-    EXPECT_EQ(form.level_dba, " 88");
-    EXPECT_EQ(ComparisonFractiles().size(), 19U);
-    EXPECT_EQ(ComparisonFractiles().back(), "95");
-}
-
 TEST(LossComparison, RefusesALevelAndChangesNothing) {
     LossComparisonState state;
     for (const char* level : {"89", "88.1", "0", "", "x", "0.000001"}) {
@@ -62,8 +53,7 @@ TEST(LossComparison, TabulatesYearsByLevels) {
     EXPECT_THAT(lines[2 + 10], StartsWith("20;13,3;17,8;"));
     EXPECT_THAT(lines[2 + 20], StartsWith("40;15,2;20,2;"));
 
-    RecordingCanvas canvas;
-    view.Draw(ViewKind::kTable, canvas, {0, 0, 800, 600}, {});
+    const RecordingCanvas canvas = DrawnBy(view, ViewKind::kTable, {0, 0, 800, 600});
     EXPECT_EQ(canvas.texts.size(), 2U + 8 + 20 * 8);
     EXPECT_EQ(canvas.texts[1].text, " Frequenza: 4000 Hz   Frattile: 10 %");
     EXPECT_EQ(canvas.texts[10].color, kTableRed);
@@ -85,8 +75,8 @@ TEST(LossComparison, ChartsTheLossOverTime) {
     EXPECT_NEAR(chart.curves[6][4].y, 10 - 4.24675, 1e-9);  // 10 years at 100 dBA
     const LossComparisonView view(state);
     EXPECT_EQ(view.CurveNames(ViewKind::kChart)[0], "88 dBA");
-    RecordingCanvas canvas;
-    view.Draw(ViewKind::kChart, canvas, {30, 10, 930, 610}, {.selected_curve = 3});
+    const RecordingCanvas canvas =
+        DrawnBy(view, ViewKind::kChart, {30, 10, 930, 610}, {.selected_curve = 3});
     EXPECT_EQ(canvas.lines.size(), 20U + 10 + 2 + 1 + 19);
     EXPECT_EQ(canvas.lines.back().pen, (Pen{kBlack, 2}));
     EXPECT_EQ(canvas.texts.back().text, "  94 dBA");
@@ -106,16 +96,10 @@ TEST(LossComparison, ChartsTheLossOverLevel) {
     // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
     EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
     const LossComparisonView view(state);
-    RecordingCanvas canvas;
-    view.Draw(ViewKind::kAudiogram, canvas, {0, 0, 900, 600}, {});
-    EXPECT_EQ(canvas.lines.size(), 13U + 10 + 2 + 7 + 7 * 12);
-    EXPECT_EQ(view.MenuText(ViewKind::kAudiogram), "Perdite-&Livello");
-    EXPECT_EQ(view.MenuText(ViewKind::kChart), "&Perdite-Tempo");
-    EXPECT_EQ(view.TipText(ViewKind::kAudiogram), "Perdite-Livello");
-    RecordingCanvas nothing;
-    view.Draw(ViewKind::kAudiogram, nothing, {0, 0, 900, 0}, {});
-    view.Draw(ViewKind::kChart, nothing, {900, 0, 900, 10}, {});
-    EXPECT_THAT(nothing.lines, IsEmpty());
+    EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
+                SizeIs(13 + 10 + 2 + 7 + 7 * 12));
+    EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 900, 0}).lines, IsEmpty());
+    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {900, 0, 900, 10}).lines, IsEmpty());
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
-// What the tests of the calculators' dialogs share: the item list, dropped files, file dialogs, the
-// clipboard.
+// What the tests of the dialogs share: the item list, the status bar, tips and help of controls,
+// dropped files, file dialogs, the clipboard.
 #pragma once
 
 #include <windows.h>
 
 #include <commctrl.h>
+#include <dlgs.h>
 
 #include <string>
 #include <vector>
@@ -22,7 +23,7 @@ inline constexpr char kNotNumeric[] = "Errore. Inserire valori numerici!";
 inline constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.";
 inline constexpr char kDeletionQuestion[] =
     "Sei sicuro di voler eliminare questo elemento dalla lista?";
-inline constexpr int kFileNameField = 0x047c;  // of the common file dialogs
+inline constexpr int kFileNameField = cmb13;  // of the common file dialogs
 
 inline HWND List(HWND dialog) {
     return GetDlgItem(dialog, IDC_ITEM_LIST);
@@ -76,8 +77,50 @@ inline void ChooseFile(UiDriver& ui, const std::string& title, const std::string
     ui.OnWindow(title).SetText(kFileNameField, path).Command(IDOK);
 }
 
+// Chooses a filter of a file dialog, counted from 1.
+inline void ChooseFilter(HWND dialog, int index) {
+    HWND filter = GetDlgItem(dialog, cmb1);
+    SendMessageW(filter, CB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
+    for (WORD notification : {WORD{CBN_SELENDOK}, WORD{CBN_SELCHANGE}}) {
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(cmb1, notification),
+                     reinterpret_cast<LPARAM>(filter));
+    }
+}
+
+// Types the name of a file that is not there into the save dialog, and agrees to make it.
+inline void SaveNewFile(UiDriver& ui, const std::string& path) {
+    ChooseFile(ui, kSaveTitle, path);
+    ui.AnswerMessage("Conferma operazione", path + "\r\nIl file non esiste. Crearlo?", IDYES);
+}
+
+// The name of the file that the status bar shows.
+inline std::string Status(HWND window) {
+    const std::string path = TextOf(window, IDC_STATUS_BAR);
+    return path.substr(path.find_last_of('\\') + 1);
+}
+
+// The tip of a control as the tool-tip window asks for it.
+inline std::string TipOf(HWND dialog, int control) {
+    NMTTDISPINFOW request{};
+    HWND window = GetDlgItem(dialog, control);
+    request.hdr = {nullptr, reinterpret_cast<UINT_PTR>(window), TTN_GETDISPINFOW};
+    request.lpszText = request.szText;
+    request.uFlags = TTF_IDISHWND;
+    SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
+    return Narrow(request.lpszText);
+}
+
+// As F1 with the focus on the control.
+inline void AskHelp(HWND dialog, int control) {
+    HELPINFO request{};
+    request.cbSize = sizeof request;
+    request.iContextType = HELPINFO_WINDOW;
+    request.iCtrlId = control;
+    SendMessageW(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+}
+
 inline std::string ClipboardBytes(UINT format) {
-    OpenClipboard(nullptr);
+    if (!OpenClipboard(nullptr)) return "(not open)";
     std::string bytes;
     if (HANDLE memory = GetClipboardData(format)) {
         bytes.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));

@@ -3,11 +3,6 @@
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,6 +13,7 @@
 #include "common/help_viewer_win.h"
 #include "common/unicode_win.h"
 #include "tests/common/fake_printer.h"
+#include "tests/common/folder_test.h"
 
 namespace tonvale {
 
@@ -66,13 +62,9 @@ class BorrowedPrinter : public Printer {
     Printer& printer_;
 };
 
-class DialogTest : public testing::Test {
+class DialogTest : public FolderTest {
   protected:
     DialogTest() {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = std::filesystem::temp_directory_path() / (std::string("tonvale_") + test->name());
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
         owner_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 600, 400, nullptr,
                                  nullptr, instance_, nullptr);
         tips_ = std::make_unique<DialogTips>(instance_, owner_);
@@ -88,24 +80,9 @@ class DialogTest : public testing::Test {
     ~DialogTest() override {
         tips_.reset();
         DestroyWindow(owner_);
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    std::string Path(const std::string& name) const {
-        return Narrow((folder_ / Widen(name)).wstring());
-    }
-    std::string WriteFile(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder_ / Widen(name), std::ios::binary) << bytes;
-        return Path(name);
-    }
-    std::string ReadFile(const std::string& name) const {
-        std::ifstream file(folder_ / Widen(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     HINSTANCE instance_ = GetModuleHandleW(nullptr);
-    std::filesystem::path folder_;
     HWND owner_ = nullptr;
     std::unique_ptr<DialogTips> tips_;
     NumericKeystrokeFilter filter_;

@@ -1,33 +1,30 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <dlgs.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
-#include <filesystem>
-#include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "common/clipboard_win.h"
 #include "common/file_dialogs_win.h"
 #include "common/gdi_canvas_win.h"
+#include "common/print_notes_dialog.h"
 #include "common/printer_win.h"
 #include "common/status_bar_win.h"
 #include "exposure/daily_exposure_dialog.h"
+#include "resources/help_contexts.h"
 #include "resources/resource.h"
-#include "tests/ui/dialog_fixture.h"
+#include "tests/ui/calculator_fixture.h"
 #include "tests/ui/ui_driver.h"
 
 namespace tonvale {
 namespace {
 
 constexpr char kTitle[] = "Calcolo Lep,d";
-constexpr char kOpenTitle[] = "Titolo";
+constexpr char kDialogTitle[] = "Titolo";
 constexpr char kConfirm[] = "Conferma operazione";
+constexpr char kDailyFilter[] = "Lep,d (*.lep)|*.lep|";
 constexpr char kFilters[] = "Uno (*.lep)|*.lep|Due (*.csv)|*.csv|";
 
 class DialogServicesUiTest : public DialogTest {
@@ -49,18 +46,7 @@ std::vector<int> ToolIds(HWND tips) {
     return ids;
 }
 
-// The tip of a control as the tool-tip window asks for it.
-std::string TipOf(HWND dialog, int control) {
-    NMTTDISPINFOW request{};
-    HWND window = GetDlgItem(dialog, control);
-    request.hdr = {nullptr, reinterpret_cast<UINT_PTR>(window), TTN_GETDISPINFOW};
-    request.lpszText = request.szText;
-    request.uFlags = TTF_IDISHWND;
-    SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
-    return Narrow(request.lpszText);
-}
-
-TEST_F(DialogServicesUiTest, TipsServeTheTopmostDialog) {
+TEST_F(DialogServicesUiTest, TipsServeTheTopmostDialogAndFollowTheMouse) {
     std::vector<int> outer_tools;
     const auto look = [&](HWND dialog) {
         outer_tools = ToolIds(tips_->window());
@@ -71,32 +57,16 @@ TEST_F(DialogServicesUiTest, TipsServeTheTopmostDialog) {
     };
     UiDriver ui;
     ui.OnWindow(kTitle, look).Click(IDC_ADD);
-    ui.OnWindow("Aggiungi",
-                [&](HWND dialog) {
-                    const std::vector<int> expected = {IDOK, IDCANCEL, IDC_LEVEL_EDIT,
-                                                       IDC_TIME_EDIT, IDC_READ_LEVEL};
-                    EXPECT_EQ(ToolIds(tips_->window()), expected);
-                    EXPECT_EQ(TipOf(dialog, IDOK),
-                              "Aggiunge / Modifica / Elimina un elemento della lista");
-                })
-        .Click(IDCANCEL)
-        .WaitClosed("Aggiungi");
-    // Back in the outer dialog its own tips are there again.
-    ui.OnWindow(kTitle, [&](HWND) { EXPECT_EQ(ToolIds(tips_->window()), outer_tools); });
-    ui.Command(IDCANCEL);
-    OpenDailyExposure(app_, state_, owner_, "");
-    for (int shown : {IDC_ITEM_LIST, IDC_ADD, IDC_TIME_UNIT, IDC_NOTES_EDIT, IDC_STATUS_BAR}) {
-        EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), shown), 1) << shown;
-    }
-    for (int text : {IDC_TOTAL_TIME_LABEL, IDC_TOTAL_TIME, IDC_DAILY_LEVEL}) {
-        EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), text), 0) << text;
-    }
-}
-
-// A mouse move over a child of the served dialog reaches the tip, which asks for its text.
-TEST_F(DialogServicesUiTest, TipsFollowTheMouse) {
-    UiDriver ui;
-    ui.OnWindow(kTitle, [this](HWND dialog) {
+    ui.OnWindow("Aggiungi", [&](HWND dialog) {
+        EXPECT_EQ(ToolIds(tips_->window()), (std::vector<int>{IDOK, IDCANCEL, IDC_LEVEL_EDIT,
+                                                              IDC_TIME_EDIT, IDC_READ_LEVEL}));
+        EXPECT_EQ(TipOf(dialog, IDOK), "Aggiunge / Modifica / Elimina un elemento della lista");
+    });
+    ui.Click(IDCANCEL).WaitClosed("Aggiungi");
+    // Back in the outer dialog its own tips are there again: a mouse move over a child reaches the
+    // tip, which asks for its text.
+    ui.OnWindow(kTitle, [&](HWND dialog) {
+        EXPECT_EQ(ToolIds(tips_->window()), outer_tools);
         SendMessageW(tips_->window(), TTM_SETDELAYTIME, TTDT_INITIAL, 0);
         RECT area{};
         GetWindowRect(GetDlgItem(dialog, IDC_ADD), &area);
@@ -114,6 +84,12 @@ TEST_F(DialogServicesUiTest, TipsFollowTheMouse) {
     });
     ui.OnWindow(kTitle).Command(IDCANCEL);
     OpenDailyExposure(app_, state_, owner_, "");
+    for (int shown : {IDC_ITEM_LIST, IDC_ADD, IDC_TIME_UNIT, IDC_NOTES_EDIT, IDC_STATUS_BAR}) {
+        EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), shown), 1) << shown;
+    }
+    for (int text : {IDC_TOTAL_TIME_LABEL, IDC_TOTAL_TIME, IDC_DAILY_LEVEL}) {
+        EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), text), 0) << text;
+    }
 }
 
 TEST_F(DialogServicesUiTest, NumericFieldsTakeNumbersOnly) {
@@ -125,30 +101,14 @@ TEST_F(DialogServicesUiTest, NumericFieldsTakeNumbersOnly) {
     });
     ui.Type(kRelaxed, "1.2.-a3\b4").Type(IDC_NOTES_EDIT, "a-1 .b").Click(IDC_ADD);
     ui.OnWindow("Aggiungi").Type(IDC_LEVEL_EDIT, "12.5.3").Type(IDC_TIME_EDIT, "-5");
-    ui.OnWindow("Aggiungi",
-                [](HWND dialog) {
-                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "12.53");
-                    EXPECT_EQ(TextOf(dialog, IDC_TIME_EDIT), "5");
-                })
-        .SetText(IDC_LEVEL_EDIT, "")
-        .Type(IDC_LEVEL_EDIT,
-              "9\x16 x,7e\b.\x03"
-              "2");
+    ui.ExpectText(IDC_LEVEL_EDIT, "12.53").ExpectText(IDC_TIME_EDIT, "5");
+    ui.SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, "9\x16 x,7e\b.\x03 2");
     // A point beyond the first 15 characters is not looked for.
-    ui.Do([] { SendDlgItemMessageW(GetActiveWindow(), IDC_TIME_EDIT, EM_LIMITTEXT, 40, 0); })
-        .SetText(IDC_TIME_EDIT, "123456789012345.")
-        .Type(IDC_TIME_EDIT, ".");
-    ui.OnWindow("Aggiungi",
-                [](HWND dialog) {
-                    EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "9.2");
-                    EXPECT_EQ(TextOf(dialog, IDC_TIME_EDIT).size(), 17u);
-                })
-        .Click(IDCANCEL)
-        .WaitClosed("Aggiungi");
-    ui.OnWindow(kTitle, [](HWND dialog) {
-          EXPECT_EQ(TextOf(dialog, kRelaxed), "1.2.4");
-          EXPECT_EQ(TextOf(dialog, IDC_NOTES_EDIT), "a-1 .b");
-      }).Command(IDCANCEL);
+    ui.Do([] { SendDlgItemMessageW(GetActiveWindow(), IDC_TIME_EDIT, EM_LIMITTEXT, 40, 0); });
+    ui.SetText(IDC_TIME_EDIT, "123456789012345.").Type(IDC_TIME_EDIT, ".");
+    ui.ExpectText(IDC_LEVEL_EDIT, "9.2").ExpectText(IDC_TIME_EDIT, ".123456789012345.");
+    ui.Click(IDCANCEL).WaitClosed("Aggiungi").OnWindow(kTitle);
+    ui.ExpectText(kRelaxed, "1.2.4").ExpectText(IDC_NOTES_EDIT, "a-1 .b").Command(IDCANCEL);
     OpenDailyExposure(app_, state_, owner_, "");
 }
 
@@ -172,8 +132,6 @@ bool CanModify(HWND panel) {
 // Selects the file of this name in the list of the file dialog, as a click does.
 void SelectFile(HWND dialog, const std::string& name) {
     HWND view = FindWindowExW(dialog, nullptr, L"SHELLDLL_DefView", nullptr);
-    if (!view)
-        view = FindWindowExW(GetDlgItem(dialog, lst2), nullptr, L"SHELLDLL_DefView", nullptr);
     HWND list = FindWindowExW(view, nullptr, WC_LISTVIEWW, nullptr);
     ASSERT_NE(list, nullptr);
     const std::wstring wide = Widen(name);
@@ -186,15 +144,6 @@ void SelectFile(HWND dialog, const std::string& name) {
     ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
-void ChooseFilter(HWND dialog, int index) {
-    HWND filter = GetDlgItem(dialog, cmb1);
-    SendMessageW(filter, CB_SETCURSEL, static_cast<WPARAM>(index - 1), 0);
-    for (WORD notification : {WORD{CBN_SELENDOK}, WORD{CBN_SELCHANGE}}) {
-        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(cmb1, notification),
-                     reinterpret_cast<LPARAM>(filter));
-    }
-}
-
 TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
     const std::string bytes =
         "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=2\r\n1=caff\xe8\r\n2=due\r\n";
@@ -203,7 +152,7 @@ TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
     WriteFile("tabella.csv", bytes);
     const std::string question = "Volete procedere con la modifica?";
     UiDriver ui;
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
+    ui.OnWindow(kDialogTitle, [](HWND dialog) {
         HWND panel = Panel(dialog);
         ASSERT_NE(panel, nullptr);
         EXPECT_TRUE(IsShown(panel, IDC_NOTES_EDIT) && IsShown(panel, IDC_MODIFY_NOTES));
@@ -212,42 +161,35 @@ TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
         EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1)));  // the read-only box
         SelectFile(dialog, "con note.lep");
     });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
-          EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "caffè\r\ndue");
-          EXPECT_FALSE(CanModify(Panel(dialog)));
-      }).Screenshot("open_file_notes");
-    ui.OnWindow(kOpenTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
-        EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "");
-        SelectFile(dialog, "con note.lep");
-    });
     // Typing makes the button usable; only Yes writes.
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
-        HWND panel = Panel(dialog);
-        PostMessageW(GetDlgItem(panel, IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
+    ui.Screenshot("open_file_notes").OnWindow(kDialogTitle, [](HWND dialog) {
+        EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "caffè\r\ndue");
+        EXPECT_FALSE(CanModify(Panel(dialog)));
+        PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
     });
     for (int answer : {IDNO, IDCANCEL, IDYES}) {
-        ui.OnWindow(kOpenTitle, [&, bytes](HWND dialog) {
-              EXPECT_TRUE(CanModify(Panel(dialog)));
-              EXPECT_EQ(ReadFile("con note.lep"), bytes);
-              PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
-          }).AnswerMessage(kConfirm, question, answer);
+        ui.OnWindow(kDialogTitle, [&, bytes](HWND dialog) {
+            EXPECT_TRUE(CanModify(Panel(dialog)));
+            EXPECT_EQ(ReadFile("con note.lep"), bytes);
+            PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
+        });
+        ui.AnswerMessage(kConfirm, question, answer);
     }
     ui.WaitUntil("notes written", [=, this] { return ReadFile("con note.lep") != bytes; });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
+    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
+    ui.OnWindow(kDialogTitle, [](HWND dialog) {
         EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "");
         EXPECT_FALSE(CanModify(Panel(dialog)));
         ChooseFilter(dialog, 2);
     });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) { SelectFile(dialog, "tabella.csv"); });
-    ui.OnWindow(kOpenTitle, [](HWND dialog) {
-          EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "");
-          EXPECT_TRUE(IsShown(Panel(dialog), IDC_NOTES_EDIT));
-          PostMessageW(dialog, WM_COMMAND, pshHelp, 0);
-      }).AnswerMessage("Avviso", "Funzione non implementata", IDOK);
-    ui.OnWindow(kOpenTitle).Command(IDOK);
-    EXPECT_EQ(ChooseFileToOpen(app_, owner_, kFilters, kOpenTitle), Path("tabella.csv"));
+    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "tabella.csv"); });
+    ui.OnWindow(kDialogTitle, [](HWND dialog) {
+        EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "");
+        EXPECT_TRUE(IsShown(Panel(dialog), IDC_NOTES_EDIT));
+    });
+    ui.Command(pshHelp).AnswerMessage("Avviso", "Funzione non implementata", IDOK);
+    ui.OnWindow(kDialogTitle).Command(IDOK);
+    EXPECT_EQ(ChooseFileToOpen(app_, owner_, kFilters, kDialogTitle), Path("tabella.csv"));
     EXPECT_EQ(ReadFile("con note.lep"),
               "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=2\r\n1=Xcaff\xe8\r\n2=due\r\n");
 }
@@ -268,74 +210,35 @@ TEST_F(DialogServicesUiTest, OpenDialogHidesNotesOfTheEighthFilter) {
 
 TEST_F(DialogServicesUiTest, SaveDialogAsksAndCompletesNames) {
     WriteFile("vecchio.lep", "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=1\r\n1=nota\r\n");
-    const auto save = [&](UiDriver& ui, const std::string& filter, bool shows_notes) {
-        ui.OnWindow(kOpenTitle, [shows_notes](HWND dialog) {
-              EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
-              EXPECT_FALSE(IsShown(Panel(dialog), IDC_MODIFY_NOTES));
-              ChooseFilter(dialog, 1);
-              EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
-          }).Command(IDCANCEL);
-        EXPECT_FALSE(ChooseFileToSave(app_, owner_, filter, kOpenTitle)) << filter;
-    };
     UiDriver ui;
-    save(ui, "Lep,d (*.lep)|*.lep|", true);
-    save(ui, "Documento di Tonvale (*.tnv)|*.tnv|", false);
-    save(ui, "Immagine bitmap (*.BMP)|*.BMP|", false);
-    save(ui, "CSV (*.csv)|*.csv|", false);
+    for (const std::string filter : {kDailyFilter, "Documento di Tonvale (*.tnv)|*.tnv|",
+                                     "Immagine bitmap (*.BMP)|*.BMP|", "CSV (*.csv)|*.csv|"}) {
+        ui.OnWindow(kDialogTitle, [shows_notes = filter == kDailyFilter](HWND dialog) {
+            EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
+            EXPECT_FALSE(IsShown(Panel(dialog), IDC_MODIFY_NOTES));
+            ChooseFilter(dialog, 1);
+            EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
+        });
+        ui.Command(IDCANCEL);
+        EXPECT_FALSE(ChooseFileToSave(app_, owner_, filter, kDialogTitle)) << filter;
+    }
 
     // An existing file is only overwritten after a question, whose wording is the system's.
-    ui.OnWindow(kOpenTitle, [](HWND dialog) { SelectFile(dialog, "vecchio.lep"); });
-    ui.OnWindow(kOpenTitle,
-                [](HWND dialog) { EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "nota"); })
-        .SetText(cmb13, "vecchio")
-        .Command(IDOK);
+    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "vecchio.lep"); });
+    ui.OnWindow(kDialogTitle,
+                [](HWND dialog) { EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "nota"); });
+    ChooseFile(ui, kDialogTitle, "vecchio");
     ui.OnWindowOfClass("#32770", [](HWND question) {
         EXPECT_NE(TextOf(question, 0xffff), "");
         PostMessageW(question, WM_COMMAND, IDNO, 0);
     });
-    ui.OnWindow(kOpenTitle).SetText(cmb13, Path("nuovo.1")).Command(IDCANCEL);
-    EXPECT_FALSE(ChooseFileToSave(app_, owner_, "Lep,d (*.lep)|*.lep|", kOpenTitle));
+    ui.OnWindow(kDialogTitle).SetText(kFileNameField, Path("nuovo.1")).Command(IDCANCEL);
+    EXPECT_FALSE(ChooseFileToSave(app_, owner_, kDailyFilter, kDialogTitle));
 
     const std::string path = Path("un nome molto lungo è più di sedici caratteri.lep");
-    ui.OnWindow(kOpenTitle).SetText(cmb13, path.substr(0, path.size() - 4)).Command(IDOK);
+    ChooseFile(ui, kDialogTitle, path.substr(0, path.size() - 4));
     ui.AnswerMessage(kConfirm, path + "\r\nIl file non esiste. Crearlo?", IDYES);
-    EXPECT_EQ(ChooseFileToSave(app_, owner_, "Lep,d (*.lep)|*.lep|", kOpenTitle), path);
-}
-
-TEST_F(DialogServicesUiTest, ReadsLevelsOfOtherCalculators) {
-    const std::string daily =
-        WriteFile("a.lep", "[TONVALE]\r\nTipo=LEPD\r\nLEPD=1234567890123456\r\n");
-    const std::string none = WriteFile("b.spr", "[TONVALE]\r\nTipo=SPR\r\n");
-    UiDriver ui;
-    ui.OnWindow("Caricamento file di dati").SetText(cmb13, daily).Command(IDOK);
-    EXPECT_EQ(ReadDailyLevel(app_, owner_), "123456789012345");
-    ui.OnWindow("Caricamento file di dati").SetText(cmb13, none).Command(IDOK);
-    EXPECT_FALSE(ReadSpectrumLevel(app_, owner_));
-    ui.OnWindow("Caricamento file di dati").Command(IDCANCEL);
-    EXPECT_FALSE(ReadSpectrumLevel(app_, owner_));
-}
-
-TEST_F(DialogServicesUiTest, TellsWhenTheClipboardIsTaken) {
-    std::atomic<bool> taken = false;
-    std::atomic<bool> done = false;
-    std::thread other([&] {
-        HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
-                                      nullptr, nullptr);
-        taken = OpenClipboard(window) != FALSE;
-        while (taken && !done) Sleep(1);
-        CloseClipboard();
-        DestroyWindow(window);
-        taken = true;
-    });
-    while (!taken) Sleep(1);
-    UiDriver ui;
-    ui.AnswerMessage("Attenzione:", "Impossibile copiare negli appunti!", IDOK);
-    CopyCsvText(app_, owner_, "a;b");
-    done = true;
-    other.join();
-    EXPECT_TRUE(PutCsvText(owner_, app_.clipboard.csv, "a;\u20ac"));
-    EXPECT_TRUE(IsClipboardFormatAvailable(CF_UNICODETEXT));
-    EXPECT_TRUE(IsClipboardFormatAvailable(app_.clipboard.csv));
+    EXPECT_EQ(ChooseFileToSave(app_, owner_, kDailyFilter, kDialogTitle), path);
 }
 
 TEST(PrinterPlaceTest, IsTakenApart) {
@@ -360,14 +263,14 @@ TEST(GdiCanvasTest, DrawsWhereItIsTold) {
         GdiCanvas canvas(dc.get());
         canvas.FillRectangle({0, 0, 100, 100}, {255, 255, 255});
         canvas.DrawLine({10, 10}, {20, 10}, {{255, 0, 0}, 1});
+        canvas.FrameRectangle({30, 30, 40, 40}, {{0, 0, 255}, 2});
         EXPECT_EQ(GetPixel(dc.get(), 10, 10), RGB(255, 0, 0));
         EXPECT_EQ(GetPixel(dc.get(), 20, 10), RGB(255, 0, 0));
-        EXPECT_EQ(GetPixel(dc.get(), 21, 10), RGB(255, 255, 255));
-        canvas.FrameRectangle({30, 30, 40, 40}, {{0, 0, 255}, 2});
         EXPECT_EQ(GetPixel(dc.get(), 30, 30), RGB(0, 0, 255));
         EXPECT_EQ(GetPixel(dc.get(), 39, 39), RGB(0, 0, 255));
-        EXPECT_EQ(GetPixel(dc.get(), 40, 40), RGB(255, 255, 255));
-        EXPECT_EQ(GetPixel(dc.get(), 34, 34), RGB(255, 255, 255));
+        for (const POINT white : {POINT{21, 10}, POINT{34, 34}, POINT{40, 40}}) {
+            EXPECT_EQ(GetPixel(dc.get(), white.x, white.y), RGB(255, 255, 255)) << white.x;
+        }
 
         canvas.SetFont({.face = "Courier New", .character_height = 20});
         TEXTMETRICW metrics{};
@@ -393,6 +296,38 @@ TEST_F(DialogServicesUiTest, StatusBarKeepsTheFileNameOfALongPath) {
         EXPECT_LT(shown.size(), 150u);
         EXPECT_TRUE(shown.ends_with("...\\misura.lep")) << shown;
     }
+}
+
+TEST_F(DialogServicesUiTest, OnlyConfirmedTextReplacesTheNotesForPrinting) {
+    constexpr char kNotesTitle[] = "Un commento per la stampa?";
+    std::string notes;
+    const auto ask = [&] { return AskPrintNotes(app_, owner_, notes); };
+    const std::string kept = "Reparto presse,\r\nperché misurato";
+    UiDriver ui;
+    ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, "");
+    ui.SetText(IDC_NOTES_EDIT, kept).Screenshot("add_notes").Click(IDOK);
+    EXPECT_TRUE(ask());
+
+    // Shown again; emptied and confirmed, or without comment, they stay.
+    ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, kept);
+    ui.SetText(IDC_NOTES_EDIT, "").Click(IDOK);
+    EXPECT_TRUE(ask());
+    ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "altro").Click(IDC_NO_COMMENT);
+    EXPECT_TRUE(ask());
+
+    ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "nuove");
+    ui.Click(CMD_DIALOG_HELP).Click(IDCANCEL);
+    EXPECT_FALSE(ask());
+    ui.OnWindow(kNotesTitle, [](HWND dialog) { PostMessageW(dialog, WM_CLOSE, 0, 0); });
+    EXPECT_FALSE(ask());
+    EXPECT_EQ(notes, kept);
+    EXPECT_EQ(help_.topics, std::vector<unsigned long>{kHelpPrintNotes});
+    EXPECT_EQ(help_.closed, std::vector<std::string>{"Tonvale.hlp"});
+
+    ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "");
+    ui.Type(IDC_NOTES_EDIT, std::string(520, 'x')).Click(IDOK);
+    EXPECT_TRUE(ask());
+    EXPECT_EQ(notes, std::string(512, 'x'));
 }
 
 }  // namespace

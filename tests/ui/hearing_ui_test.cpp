@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "common/canvas.h"
@@ -19,8 +20,6 @@ constexpr char kInvalid[] = "Errore! Dati non validi";
 
 class HearingUiTest : public MainWindowTest {
   protected:
-    static HWND Main() { return FindWindowW(kMainWindowClass, nullptr); }
-
     static void Open(UiDriver& ui, int command) {
         ui.OnWindowOfClass(kMainClass).Command(command);
         ui.OnWindow(kTitle);
@@ -28,11 +27,6 @@ class HearingUiTest : public MainWindowTest {
     static void SetFields(UiDriver& ui, const char* years, const char* level, const char* age) {
         ui.OnWindow(kTitle).SetText(IDC_EXPOSURE_YEARS, years);
         ui.SetText(IDC_EXPOSURE_LEVEL, level).SetText(IDC_AGE, age);
-    }
-    static void ExpectRefusal(UiDriver& ui, const char* years, const char* level, const char* age,
-                              const char* caption) {
-        SetFields(ui, years, level, age);
-        ui.Click(IDOK).AnswerMessage(caption, kInvalid, IDOK).OnWindow(kTitle);
     }
     // Looks at the view that has come, and leaves a picture of it.
     static void ExpectView(UiDriver& ui, int command, ViewKind kind, const char* picture) {
@@ -44,45 +38,46 @@ class HearingUiTest : public MainWindowTest {
         });
         ui.Screenshot(picture);
     }
-    static void Exit(UiDriver& ui) { ui.OnWindowOfClass(kMainClass).Command(CMD_EXIT); }
     static std::string TableText() { return TheProgram().results().result()->TableText(";"); }
 };
 
-bool IsEnabled(HWND dialog, int control) {
-    return IsWindowEnabled(GetDlgItem(dialog, control)) != FALSE;
+// The controls of those given that are disabled.
+std::set<int> Disabled(HWND dialog, const std::set<int>& controls) {
+    std::set<int> disabled;
+    for (int control : controls) {
+        if (!IsWindowEnabled(GetDlgItem(dialog, control))) disabled.insert(control);
+    }
+    return disabled;
 }
 
 TEST_F(HearingUiTest, EveryQuantityEnablesWhatEntersIt) {
+    const std::set<int> noise{IDC_EXPOSURE_YEARS, IDC_EXPOSURE_YEARS_LABEL, IDC_EXPOSURE_LEVEL,
+                              IDC_EXPOSURE_LEVEL_LABEL};
+    const std::set<int> person{IDC_AGE,       IDC_AGE_LABEL, IDC_SEX_GROUP,
+                               IDC_MALE,      IDC_FEMALE,    IDC_TABLE_GROUP,
+                               IDC_TABLE_NEW, IDC_TABLE_OLD, IDC_TABLE_BIOLOGICAL};
+    std::set<int> all = noise;
+    all.insert(person.begin(), person.end());
     UiDriver ui;
     Open(ui, CMD_HTLAN);
-    ui.OnWindow(kTitle, [](HWND dialog) {
+    ui.OnWindow(kTitle, [&](HWND dialog) {
         EXPECT_EQ(TextOf(dialog, IDC_EXPOSURE_YEARS), " 35");
         EXPECT_EQ(TextOf(dialog, IDC_EXPOSURE_LEVEL), " 90");
         EXPECT_EQ(TextOf(dialog, IDC_AGE), " 60");
-        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_HTLAN));
-        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_TABLE_NEW));
-        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_MALE));
+        for (int chosen : {IDC_HTLAN, IDC_TABLE_NEW, IDC_MALE}) {
+            EXPECT_TRUE(IsDlgButtonChecked(dialog, chosen)) << chosen;
+        }
         EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR),
                   "Hearing Threshold Level associated with Age and Noise");
         EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_EXPOSURE_YEARS));
-        EXPECT_TRUE(IsEnabled(dialog, IDC_AGE) && IsEnabled(dialog, IDC_EXPOSURE_LEVEL) &&
-                    IsEnabled(dialog, IDC_TABLE_OLD));
+        EXPECT_EQ(Disabled(dialog, all), std::set<int>());
     });
-    ui.Screenshot("nipts_dialog");
-    ui.Click(IDC_NIPTS).OnWindow(kTitle, [](HWND dialog) {
-        for (const int control : {IDC_AGE, IDC_AGE_LABEL, IDC_SEX_GROUP, IDC_MALE, IDC_FEMALE,
-                                  IDC_TABLE_GROUP, IDC_TABLE_NEW, IDC_TABLE_BIOLOGICAL}) {
-            EXPECT_FALSE(IsEnabled(dialog, control)) << control;
-        }
-        EXPECT_TRUE(IsEnabled(dialog, IDC_EXPOSURE_YEARS));
+    ui.Screenshot("nipts_dialog").Click(IDC_NIPTS).OnWindow(kTitle, [&](HWND dialog) {
+        EXPECT_EQ(Disabled(dialog, all), person);
         EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), "Noise Induced Permanent Threshold Shift");
     });
-    ui.Click(IDC_HTLA).OnWindow(kTitle, [](HWND dialog) {
-        for (const int control : {IDC_EXPOSURE_YEARS, IDC_EXPOSURE_YEARS_LABEL, IDC_EXPOSURE_LEVEL,
-                                  IDC_EXPOSURE_LEVEL_LABEL}) {
-            EXPECT_FALSE(IsEnabled(dialog, control)) << control;
-        }
-        EXPECT_TRUE(IsEnabled(dialog, IDC_AGE) && IsEnabled(dialog, IDC_FEMALE));
+    ui.Click(IDC_HTLA).OnWindow(kTitle, [&](HWND dialog) {
+        EXPECT_EQ(Disabled(dialog, all), noise);
         EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), "Hearing Threshold Level associated with Age");
     });
     ui.Click(IDCANCEL).WaitClosed(kTitle);
@@ -93,32 +88,29 @@ TEST_F(HearingUiTest, EveryQuantityEnablesWhatEntersIt) {
         EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_HTLA));
     });
     ui.Click(IDCANCEL).WaitClosed(kTitle);
-    Exit(ui);
-    RunProgram();
+    RunToEnd(ui);
 }
 
 TEST_F(HearingUiTest, RefusesWhatTheModelDoesNotCoverAndKeepsTheCase) {
     UiDriver ui;
     Open(ui, CMD_HTLAN);
-    ExpectRefusal(ui, "0", "90", "60", "Anni di esposizione.");
-    ExpectRefusal(ui, "41", "90", "60", "Anni di esposizione.");
-    ExpectRefusal(ui, "abc", "90", "60", "Anni di esposizione.");
-    ExpectRefusal(ui, "30", "0", "60", "Livello di esposizione.");
-    ExpectRefusal(ui, "30", "100.1", "60", "Livello di esposizione.");
-    ExpectRefusal(ui, "15", "95", "30", "Età individuo.");
+    const char* const refusals[][4] = {{"41", "90", "60", "Anni di esposizione."},
+                                       {"30", "100.1", "60", "Livello di esposizione."},
+                                       {"15", "95", "30", "Età individuo."}};
+    for (const auto& [years, level, age, caption] : refusals) {
+        SetFields(ui, years, level, age);
+        ui.Click(IDOK).AnswerMessage(caption, kInvalid, IDOK).OnWindow(kTitle);
+    }
     ui.Click(IDCANCEL).WaitClosed(kTitle).OnWindowOfClass(kMainClass, [](HWND) {
         EXPECT_EQ(TheProgram().state().loss_prediction.current.years, 35);
         EXPECT_EQ(TheProgram().state().loss_prediction.current.level_dba, 90);
         EXPECT_TRUE(TheProgram().views().ShowsDocument());
     });
     Open(ui, CMD_PREDICTIONS);
-    for (const char* level : {"89", "0", "alto"}) {
-        ui.SetText(IDC_EXPOSURE_LEVEL, level).Click(IDOK);
-        ui.AnswerMessage("Livello di esposizione.", kInvalid, IDOK).OnWindow(kTitle);
-    }
+    ui.SetText(IDC_EXPOSURE_LEVEL, "89").Click(IDOK);
+    ui.AnswerMessage("Livello di esposizione.", kInvalid, IDOK).OnWindow(kTitle);
     ui.Click(IDCANCEL).WaitClosed(kTitle);
-    Exit(ui);
-    RunProgram();
+    RunToEnd(ui);
 }
 
 TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
@@ -147,8 +139,7 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
     ExpectView(ui, 0, ViewKind::kTable, "htla_table");
     ui.OnWindowOfClass(kMainClass,
                        [](HWND) { EXPECT_EQ(TableText().find("Leq"), std::string::npos); });
-    Exit(ui);
-    RunProgram();
+    RunToEnd(ui);
 }
 
 TEST_F(HearingUiTest, ShowsTheLossesOverYearsAndLevels) {
@@ -175,8 +166,7 @@ TEST_F(HearingUiTest, ShowsTheLossesOverYearsAndLevels) {
         SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOZORDER);
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     });
-    Exit(ui);
-    RunProgram();
+    RunToEnd(ui);
 }
 
 }  // namespace

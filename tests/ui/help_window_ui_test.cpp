@@ -8,26 +8,24 @@
 #include <richedit.h>
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "app/application_win.h"
 #include "app/program_file_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
-#include "tests/ui/dialog_fixture.h"
+#include "tests/ui/main_window_fixture.h"
 #include "tests/ui/ui_driver.h"
 
 namespace tonvale {
 namespace {
 
 constexpr char kTitle[] = "Guida di Tonvale";
-constexpr char kDailyTitle[] = "Calcolo Lep,d";
 constexpr char kCaption[] = "Guida in linea";
-constexpr char kNoFile[] = "Il file della guida tonvale.hlp non è nella cartella del programma.";
+constexpr char kNoHelpFile[] =
+    "Il file della guida tonvale.hlp non è nella cartella del programma.";
 constexpr char kProgramHelp[] = "Tonvale.hlp";
 
 constexpr unsigned long kFirst = 10;
@@ -75,12 +73,6 @@ std::string TopLine(HWND help, LONG length) {
     return TextFrom(help, static_cast<LONG>(position), length);
 }
 
-LONG PositionOf(HWND help, const wchar_t* words) {
-    FINDTEXTEXW find{{0, -1}, words, {}};
-    return static_cast<LONG>(SendMessageW(Text(help), EM_FINDTEXTEXW, FR_DOWN | FR_MATCHCASE,
-                                          reinterpret_cast<LPARAM>(&find)));
-}
-
 std::string Selected(HWND help) {
     CHARRANGE range{};
     SendMessageW(Text(help), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
@@ -88,9 +80,11 @@ std::string Selected(HWND help) {
 }
 
 void ClickOn(HWND help, const wchar_t* words) {
+    FINDTEXTEXW find{{0, -1}, words, {}};
+    const LRESULT position = SendMessageW(Text(help), EM_FINDTEXTEXW, FR_DOWN | FR_MATCHCASE,
+                                          reinterpret_cast<LPARAM>(&find));
     POINTL place{};
-    SendMessageW(Text(help), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place),
-                 PositionOf(help, words) + 1);
+    SendMessageW(Text(help), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), position + 1);
     for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
         PostMessageW(Text(help), message, 0, MAKELPARAM(place.x + 1, place.y + 4));
     }
@@ -111,13 +105,13 @@ std::string ItemText(HWND list, HTREEITEM item) {
     return Narrow(text);
 }
 
-// The list as it is seen, subtopics with a blank before them.
-std::vector<std::string> Listed(HWND help) {
+// The list as it is seen, "|" behind each title, subtopics with a blank before them.
+std::string Listed(HWND help) {
     HWND list = List(help);
-    std::vector<std::string> titles;
+    std::string titles;
     for (HTREEITEM item = TreeView_GetRoot(list); item;
          item = TreeView_GetNextVisible(list, item)) {
-        titles.push_back((TreeView_GetParent(list, item) ? " " : "") + ItemText(list, item));
+        titles += (TreeView_GetParent(list, item) ? " " : "") + ItemText(list, item) + "|";
     }
     return titles;
 }
@@ -139,31 +133,6 @@ bool IsMarkedAtCaret(HWND help) {
     return (format.dwEffects & CFE_AUTOBACKCOLOR) == 0;
 }
 
-// A number that grows with the objects in use: the highest place that many new ones take in the
-// system's table. (Wine leaves GetGuiResources at 0.)
-template <typename Make, typename Free>
-int HighestPlace(Make make, Free free) {
-    constexpr int kProbes = 400;
-    std::vector<decltype(make())> handles;
-    int highest = 0;
-    for (int i = 0; i < kProbes; ++i) {
-        handles.push_back(make());
-        highest = std::max<int>(highest, LOWORD(reinterpret_cast<ULONG_PTR>(handles.back())));
-    }
-    for (const auto handle : handles) free(handle);
-    return highest;
-}
-
-struct HandlesInUse {
-    int windows = HighestPlace(
-        [] {
-            return CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                   nullptr, nullptr);
-        },
-        DestroyWindow);
-    int graphics = HighestPlace([] { return CreateSolidBrush(RGB(1, 2, 3)); }, DeleteObject);
-};
-
 class HelpWindowUiTest : public DialogTest {
   protected:
     HelpWindowUiTest() {
@@ -176,7 +145,6 @@ class HelpWindowUiTest : public DialogTest {
         ui.Do([this, context] { viewer_.ShowTopic(owner_, context); });
         ui.OnWindow(kTitle, std::move(action));
     }
-    void UseProgramsHelp() { app_.program_folder = ProgramFolder(); }
 
     HelpWindow viewer_{app_};
     DailyExposureState state_;
@@ -186,8 +154,7 @@ TEST_F(HelpWindowUiTest, OpensAtTopicsAndGoesBack) {
     UiDriver ui;
     Open(ui, kHelpIndex, [](HWND help) {
         EXPECT_EQ(Topic(help), "Indice");
-        EXPECT_EQ(Listed(help),
-                  (std::vector<std::string>{"Indice", "Primo", " Lungo", "Secondo", "Uso"}));
+        EXPECT_EQ(Listed(help), "Indice|Primo| Lungo|Secondo|Uso|");
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(help, IDC_HELP_BACK)));
         EXPECT_EQ(FocusedControl(), IDC_HELP_TEXT);
         ClickOn(help, L"il secondo");
@@ -259,7 +226,7 @@ TEST_F(HelpWindowUiTest, Finds) {
     ui.Press({VK_CONTROL, 'F'}).Do([] { EXPECT_EQ(FocusedControl(), IDC_HELP_FIND_FIELD); });
     ui.Press({VK_RETURN}).Type(IDC_HELP_FIND_FIELD, " ETÀ").Press({VK_RETURN});
     ui.OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Listed(help), (std::vector<std::string>{"Primo", "Secondo"}));
+        EXPECT_EQ(Listed(help), "Primo|Secondo|");
         EXPECT_EQ(TextOf(help, IDC_HELP_LIST_LABEL), "&Argomenti trovati: 2");
         EXPECT_EQ(Topic(help), "Primo");
         EXPECT_EQ(FocusedControl(), IDC_HELP_FIND_FIELD);
@@ -283,12 +250,12 @@ TEST_F(HelpWindowUiTest, Finds) {
     });
     ui.SetText(IDC_HELP_FIND_FIELD, "ornitorinco").Press({VK_F3}).Press({VK_F3});
     ui.OnWindow(kTitle, [](HWND help) {
-        EXPECT_TRUE(Listed(help).empty());
+        EXPECT_EQ(Listed(help), "");
         EXPECT_EQ(TextOf(help, IDC_HELP_LIST_LABEL), "&Argomenti trovati: 0");
         EXPECT_EQ(Topic(help), "Lungo");
     });
     ui.SetText(IDC_HELP_FIND_FIELD, "").OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Listed(help).size(), 5u);
+        EXPECT_EQ(Listed(help), "Indice|Primo| Lungo|Secondo|Uso|");
         EXPECT_EQ(SelectedInList(help), "Lungo");
     });
     ui.Run();
@@ -296,85 +263,66 @@ TEST_F(HelpWindowUiTest, Finds) {
 
 // Over a modal dialog, with the program's own texts.
 TEST_F(HelpWindowUiTest, ServesModalDialogs) {
-    UseProgramsHelp();
+    app_.program_folder = ProgramFolder();
     UiDriver ui;
-    ui.OnWindow(kDailyTitle, [](HWND dialog) { SetFocus(GetDlgItem(dialog, IDC_ADD)); })
-        .Press({VK_F1})
-        .OnWindow(kTitle,
-                  [](HWND help) {
-                      EXPECT_EQ(GetActiveWindow(), help);
-                      EXPECT_EQ(SelectedInList(help), "Lep,d: esposizione giornaliera");
-                      EXPECT_EQ(TopLine(help, 10), "«Aggiungi»");
-                      EXPECT_TRUE(IsMarkedAtCaret(help));
-                  })
-        .Screenshot("help_control");
+    ui.OnWindow(kDailyExposureTitle, [](HWND dialog) { SetFocus(GetDlgItem(dialog, IDC_ADD)); });
+    ui.Press({VK_F1}).OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(GetActiveWindow(), help);
+        EXPECT_EQ(SelectedInList(help), "Lep,d: esposizione giornaliera");
+        EXPECT_EQ(TopLine(help, 10), "«Aggiungi»");
+        EXPECT_TRUE(IsMarkedAtCaret(help));
+    });
     // The keys work although the loop is that of the dialog, and return to it.
-    ui.Press({VK_TAB})
-        .OnWindow(kTitle, [](HWND help) { EXPECT_EQ(Selected(help), "livello e tempo"); })
-        .Press({VK_RETURN})
-        .OnWindow(kTitle,
-                  [](HWND help) { EXPECT_EQ(Topic(help), "Lep,d: inserire un'esposizione"); })
-        .Press({VK_ESCAPE})
-        .WaitClosed(kTitle)
-        .OnWindow(kDailyTitle, [](HWND dialog) {
-            EXPECT_EQ(GetActiveWindow(), dialog);
-            EXPECT_EQ(FocusedControl(), IDC_ADD);
-        });
+    ui.Screenshot("help_control").Press({VK_TAB}).OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(Selected(help), "livello e tempo");
+    });
+    ui.Press({VK_RETURN}).OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(Topic(help), "Lep,d: inserire un'esposizione");
+    });
+    ui.Press({VK_ESCAPE}).WaitClosed(kTitle).OnWindow(kDailyExposureTitle, [](HWND dialog) {
+        EXPECT_EQ(GetActiveWindow(), dialog);
+        EXPECT_EQ(FocusedControl(), IDC_ADD);
+    });
     ui.Click(IDC_ADD).OnWindow("Aggiungi").Press({VK_F1});
     ui.OnWindow(kTitle).OnWindow("Aggiungi").Click(IDCANCEL).WaitClosed("Aggiungi");
     ui.OnWindow(kTitle);  // the help stays until the calculator closes
-    ui.OnWindow(kDailyTitle).Command(CMD_FILE_CLOSE).WaitClosed(kTitle);
+    ui.OnWindow(kDailyExposureTitle).Command(CMD_FILE_CLOSE).WaitClosed(kTitle);
     OpenDailyExposure(app_, state_, owner_, "");
     ui.Run();
 }
 
-// What the main window has opened stays open when a calculator closes.
-TEST_F(HelpWindowUiTest, OutlastsDialogsThatDidNotAsk) {
-    UseProgramsHelp();
+// The loop of the whole program turns keys into commands of the main window; not those of the help,
+// which stays open when a calculator closes that did not ask for it.
+TEST_F(HelpWindowUiTest, ServesTheMainWindow) {
     UiDriver ui;
-    Open(ui, kHelpIndex);
-    ui.Screenshot("help_index").OnWindow(kDailyTitle).Command(CMD_FILE_CLOSE);
-    ui.WaitClosed(kDailyTitle).OnWindow(kTitle);
-    ui.Do([this] { viewer_.Close(kProgramHelp); }).WaitClosed(kTitle);
-    OpenDailyExposure(app_, state_, owner_, "");
-    ui.Run();
-}
-
-// The loop of the whole program turns keys into commands of the main window; not those of the help.
-TEST_F(HelpWindowUiTest, KeepsItsKeysFromTheMainWindow) {
-    UiDriver ui;
-    ui.OnWindowOfClass("Tonvale_Class").Press({VK_F1});
+    ui.OnWindowOfClass(kMainClass).Press({VK_F1});
     ui.OnWindow(kTitle, [](HWND help) { EXPECT_EQ(Topic(help), "Guida di Tonvale"); });
-    ui.Press({VK_F1}).OnWindow(
-        kTitle, [](HWND help) { EXPECT_EQ(SelectedInList(help), "Come si usa questa guida"); });
+    ui.Screenshot("help_index").OnWindowOfClass(kMainClass).Command(CMD_DAILY_EXPOSURE);
+    ui.OnWindow(kDailyExposureTitle).Command(CMD_FILE_CLOSE).WaitClosed(kDailyExposureTitle);
+    ui.OnWindow(kTitle, [](HWND help) { SetActiveWindow(help); }).Press({VK_F1});
+    ui.OnWindow(kTitle,
+                [](HWND help) { EXPECT_EQ(SelectedInList(help), "Come si usa questa guida"); });
     ui.Press({VK_MENU, VK_F4}).WaitClosed(kTitle);
-    ui.OnWindowOfClass("Tonvale_Class", [](HWND window) {
-        EXPECT_EQ(GetActiveWindow(), window);
-        PostMessageW(window, WM_CLOSE, 0, 0);
-    });
-    EXPECT_EQ(RunApplication(instance_, "", SW_SHOWNORMAL), 0);
+    ui.OnWindowOfClass(kMainClass, [](HWND window) { EXPECT_EQ(GetActiveWindow(), window); });
+    RunToEnd(ui);
 }
 
 TEST_F(HelpWindowUiTest, TellsThatTheFileIsMissing) {
     std::filesystem::remove(folder_ / "tonvale.hlp");
     UiDriver ui;
+    // A file without topics is none; any other bytes are shown as far as they go.
     for (int i = 0; i < 2; ++i) {
         ui.Do([this] { viewer_.ShowTopic(owner_, kFirst); });
-        ui.AnswerMessage(kCaption, kNoFile, IDOK).WaitClosed(kCaption);
+        ui.AnswerMessage(kCaption, kNoHelpFile, IDOK).WaitClosed(kCaption);
+        ui.Do([this] { WriteFile("tonvale.hlp", "nulla"); });
     }
-    // A file without topics is none; any other bytes are shown as far as they go.
-    ui.Do([this] {
-        WriteFile("tonvale.hlp", "nulla");
-        viewer_.ShowTopic(owner_, kFirst);
-    });
-    ui.AnswerMessage(kCaption, kNoFile, IDOK).WaitClosed(kCaption);
     ui.Do([this] {
         std::string damaged = "@topic 7 {\\rtf\x80\n[[7|\n| a |\n|---|\n@context 8\n";
         for (int i = 0; i < 5000; ++i) damaged += static_cast<char>(i * 37);
         WriteFile("tonvale.hlp", damaged);
     });
     Open(ui, 8, [this](HWND help) {
-        EXPECT_EQ(Listed(help).size(), 1u);
+        EXPECT_EQ(std::ranges::count(Listed(help), '|'), 1);
         EXPECT_GT(GetWindowTextLengthW(Text(help)), 1000);
         viewer_.Close(kProgramHelp);
         WriteFile("tonvale.hlp", HelpText());
@@ -383,7 +331,7 @@ TEST_F(HelpWindowUiTest, TellsThatTheFileIsMissing) {
     ui.Run();
 }
 
-TEST_F(HelpWindowUiTest, KeepsItsPlaceAndLeaksNothing) {
+TEST_F(HelpWindowUiTest, KeepsItsPlace) {
     const int scale = static_cast<int>(GetDpiForSystem());
     const RECT wanted{40, 30, 40 + MulDiv(480, scale, 96), 30 + MulDiv(300, scale, 96)};
     UiDriver ui;
@@ -398,21 +346,8 @@ TEST_F(HelpWindowUiTest, KeepsItsPlaceAndLeaksNothing) {
         EXPECT_LT(text.right, wanted.right);
         EXPECT_LT(text.bottom, wanted.bottom);
     });
-    constexpr int kOpenings = 200;
-    ui.Do([&] {
-        std::optional<HandlesInUse> before;
-        const ULONGLONG start = GetTickCount64();
-        for (int i = 0; i < kOpenings; ++i) {
-            viewer_.Close(kProgramHelp);
-            viewer_.ShowTopic(owner_, i % 2 == 0 ? kLongMiddle : kHelpIndex);
-            if (i == 9) before.emplace();
-        }
-        RecordProperty("openings_ms", static_cast<int>(GetTickCount64() - start));
-        const HandlesInUse after;
-        EXPECT_LT(after.windows - before->windows, kOpenings / 2);
-        EXPECT_LT(after.graphics - before->graphics, kOpenings / 2);
-    });
-    ui.OnWindow(kTitle, [&](HWND help) {
+    ui.Do([this] { viewer_.Close(kProgramHelp); });
+    Open(ui, kFirst, [&](HWND help) {
         RECT area{};
         GetWindowRect(help, &area);
         EXPECT_TRUE(EqualRect(&area, &wanted));

@@ -3,10 +3,6 @@
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -14,26 +10,33 @@
 #include "app/main_window.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
+#include "tests/ui/calculator_fixture.h"
 #include "tests/ui/ui_driver.h"
 
 namespace tonvale {
 
 inline constexpr char kMainClass[] = "Tonvale_Class";
 inline constexpr char kDailyExposureTitle[] = "Calcolo Lep,d";
-inline constexpr char kNoFile[] = "Nessun file selezionato";
-// Controls of the common file dialog.
-inline constexpr int kFileNameField = 0x047c;
-inline constexpr int kFilterField = 0x0470;
+
+inline HWND Main() {
+    return FindWindowW(kMainWindowClass, nullptr);
+}
+
+// The object behind the main window.
+inline MainWindow& TheProgram() {
+    return static_cast<MainWindow&>(
+        *reinterpret_cast<Window*>(GetWindowLongPtrW(Main(), GWLP_USERDATA)));
+}
 
 inline int RunProgram(const std::string& path = {}) {
     return RunApplication(GetModuleHandleW(nullptr), path, SW_SHOWNORMAL);
 }
 
-// The object behind the main window.
-inline MainWindow& TheProgram() {
-    HWND window = FindWindowW(kMainWindowClass, nullptr);
-    return static_cast<MainWindow&>(
-        *reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA)));
+// Runs the program until the steps are done, then closes it.
+inline void RunToEnd(UiDriver& ui, const std::string& path = {}) {
+    ui.OnWindowOfClass(kMainClass).Command(CMD_EXIT);
+    EXPECT_EQ(RunProgram(path), 0);
+    ui.Finish();
 }
 
 struct MenuCommand {
@@ -62,28 +65,19 @@ inline std::vector<MenuCommand> OpenPopup(HWND window, HMENU popup) {
     return commands;
 }
 
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public FolderTest {
   protected:
-    void SetUp() override { std::filesystem::create_directories(folder_); }
-    void TearDown() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
     // A data file of one exposure, 85 dBA for 8 hours.
     std::string MakeDailyFile(const std::string& name) const {
-        const std::filesystem::path path = folder_ / std::filesystem::path(Widen(name));
-        std::ofstream(path) << "[TONVALE]\nTipo=LEPD\nLAEQ= 85.0\nTOTTIME=8.00\nLEPD= 85.0\n"
-                               "TFORM=2\nITEMS=1\n[LEQ]\n1=85.0\n[TIME]\n1=8.0\n";
-        return Narrow(path.wstring());
+        return WriteFile(name,
+                         "[TONVALE]\nTipo=LEPD\nLAEQ= 85.0\nTOTTIME=8.00\nLEPD= 85.0\n"
+                         "TFORM=2\nITEMS=1\n[LEQ]\n1=85.0\n[TIME]\n1=8.0\n");
     }
 
     // Waits for the Lep,d dialog, expects that it shows the file, and closes it.
     static void ExpectDailyExposure(UiDriver& ui, const std::string& file_name) {
-        ui.OnWindow(kDailyExposureTitle, [file_name](HWND dialog) {
-            const std::string shown = TextOf(dialog, IDC_STATUS_BAR);
-            EXPECT_TRUE(shown.ends_with(file_name)) << shown;
-        });
+        ui.OnWindow(kDailyExposureTitle,
+                    [file_name](HWND dialog) { EXPECT_EQ(Status(dialog), file_name); });
         ui.Command(CMD_FILE_CLOSE).WaitClosed(kDailyExposureTitle);
     }
 
@@ -91,9 +85,8 @@ class MainWindowTest : public testing::Test {
         // The step before has run and its messages are done: the main window is still the active
         // one unless something has opened.
         ui.Do([] {
-            HWND main = FindWindowW(kMainWindowClass, nullptr);
-            EXPECT_TRUE(IsWindowEnabled(main));
-            EXPECT_EQ(GetLastActivePopup(main), main);
+            EXPECT_TRUE(IsWindowEnabled(Main()));
+            EXPECT_EQ(GetLastActivePopup(Main()), Main());
         });
     }
 
@@ -102,11 +95,6 @@ class MainWindowTest : public testing::Test {
             PostMessageW(main, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop(paths)), 0);
         });
     }
-
-    static void CloseProgram(UiDriver& ui) { ui.OnWindowOfClass(kMainClass).Command(CMD_EXIT); }
-
-    const std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / L"tonvale-main-però";
 };
 
 }  // namespace tonvale

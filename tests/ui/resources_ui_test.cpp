@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "common/handles_win.h"
+#include "common/text.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 
@@ -49,11 +50,10 @@ constexpr RunTimeText kRunTimeTexts[] = {
     {"EDIT_LEPW", IDC_DAY_NAME, 1, L"Mercoledi"},
 };
 
-// Access keys that several commands of a menu or controls of a dialog share, because their texts
-// are fixed: the key goes from one to the next.
-constexpr std::pair<std::string_view, std::wstring_view> kSharedKeys[] = {
-    {"FORMATO", L"CDS"},
-};
+// Access keys that several commands share, because their texts are fixed: the key goes from one to
+// the next.
+constexpr std::string_view kMenuWithSharedKeys = "FORMATO";
+constexpr std::wstring_view kSharedKeys = L"CDS";
 
 // Names of colours, which have no access keys.
 constexpr std::string_view kMenuWithoutKeys = "COLORI";
@@ -89,27 +89,35 @@ wchar_t AccessKey(const std::wstring& text) {
     return 0;
 }
 
-// Tells which access keys of one dialog or menu level come twice.
-class KeyRing {
-  public:
-    explicit KeyRing(std::string owner) : owner_(std::move(owner)) {}
-    void Add(const std::wstring& text) {
-        const wchar_t key = AccessKey(text);
-        if (!key || IsShared(key)) return;
-        const auto [holder, is_new] = holders_.emplace(key, text);
-        EXPECT_TRUE(is_new) << owner_ << ": \"" << Narrow(text) << "\" and \""
-                            << Narrow(holder->second) << "\" have the same access key";
-    }
+// The access keys of one dialog or menu level, and the texts that hold them.
+using KeyRing = std::map<wchar_t, std::wstring>;
 
-  private:
-    bool IsShared(wchar_t key) const {
-        return std::any_of(std::begin(kSharedKeys), std::end(kSharedKeys), [&](const auto& row) {
-            return row.first == owner_ && row.second.find(key) != std::wstring_view::npos;
-        });
-    }
-    std::string owner_;
-    std::map<wchar_t, std::wstring> holders_;
+void AddKey(KeyRing& keys, const std::string& owner, const std::wstring& text) {
+    const wchar_t key = AccessKey(text);
+    if (!key || (owner == kMenuWithSharedKeys && kSharedKeys.find(key) != kSharedKeys.npos)) return;
+    const auto [holder, is_new] = keys.emplace(key, text);
+    EXPECT_TRUE(is_new) << owner << ": \"" << Narrow(text) << "\" and \"" << Narrow(holder->second)
+                        << "\" have the same access key";
+}
+
+struct MenuItem {
+    int id;  // of a submenu: -1
+    std::wstring text;
+    HMENU submenu;
 };
+
+// All items but separators.
+std::vector<MenuItem> ItemsOf(HMENU menu) {
+    std::vector<MenuItem> items;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t text[64] = {};
+        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
+                       MF_BYPOSITION);
+        if (!*text) continue;
+        items.push_back({static_cast<int>(GetMenuItemID(menu, i)), text, GetSubMenu(menu, i)});
+    }
+    return items;
+}
 
 // ---- Dialogs
 
@@ -126,40 +134,27 @@ DWORD StyleOf(HWND control) {
     return static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE));
 }
 
-ControlKind ButtonKind(DWORD style) {
-    constexpr std::pair<DWORD, ControlKind> kKinds[] = {
-        {BS_PUSHBUTTON, ControlKind::kPushButton},
-        {BS_DEFPUSHBUTTON, ControlKind::kPushButton},
-        {BS_CHECKBOX, ControlKind::kCheckBox},
-        {BS_AUTOCHECKBOX, ControlKind::kCheckBox},
-        {BS_3STATE, ControlKind::kCheckBox},
-        {BS_AUTO3STATE, ControlKind::kCheckBox},
-        {BS_RADIOBUTTON, ControlKind::kRadioButton},
-        {BS_AUTORADIOBUTTON, ControlKind::kRadioButton},
-        {BS_GROUPBOX, ControlKind::kGroupBox},
-    };
-    const auto found = std::find_if(std::begin(kKinds), std::end(kKinds), [style](const auto& row) {
-        return row.first == (style & BS_TYPEMASK);
-    });
-    return found == std::end(kKinds) ? ControlKind::kOther : found->second;
+// What the button says of itself to its dialog.
+ControlKind ButtonKind(HWND button) {
+    const LRESULT code = SendMessageW(button, WM_GETDLGCODE, 0, 0);
+    if (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) return ControlKind::kPushButton;
+    if (code & DLGC_RADIOBUTTON) return ControlKind::kRadioButton;
+    return code & DLGC_STATIC ? ControlKind::kGroupBox : ControlKind::kCheckBox;
 }
 
 ControlKind KindOf(HWND control) {
     const std::wstring name = ClassOf(control);
     const DWORD style = StyleOf(control);
-    if (name == L"BUTTON") return ButtonKind(style);
+    if (name == L"BUTTON") return ButtonKind(control);
     if (name == L"STATIC") {
         const DWORD type = style & SS_TYPEMASK;
         const bool is_text = type <= SS_RIGHT || type == SS_SIMPLE || type == SS_LEFTNOWORDWRAP;
         return is_text ? ControlKind::kText : ControlKind::kOther;
     }
     // What only decorates a field, or reports.
-    constexpr std::wstring_view kNoFields[] = {UPDOWN_CLASSW, PROGRESS_CLASSW, STATUSCLASSNAMEW,
-                                               TOOLBARCLASSNAMEW};
-    for (std::wstring_view no_field : kNoFields) {
-        if (CompareStringOrdinal(no_field.data(), -1, name.c_str(), -1, TRUE) == CSTR_EQUAL) {
-            return ControlKind::kOther;
-        }
+    for (const wchar_t* no_field :
+         {L"MSCTLS_UPDOWN32", L"MSCTLS_PROGRESS32", L"MSCTLS_STATUSBAR32", L"TOOLBARWINDOW32"}) {
+        if (name == no_field) return ControlKind::kOther;
     }
     return ControlKind::kField;
 }
@@ -332,21 +327,16 @@ bool ReadsOn(const RECT& from, const RECT& to) {
 
 TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
     ForEachDialog([](const TemplateDialog& dialog) {
-        KeyRing keys(dialog.name());
+        KeyRing keys;
         // The keys of the menu bar work in the dialog as well.
         const bool has_menu = (StyleOf(dialog.window()) & WS_CHILD) == 0;
         HMENU menu = has_menu ? GetMenu(dialog.window()) : nullptr;
-        for (int i = 0; i < (menu ? GetMenuItemCount(menu) : 0); ++i) {
-            wchar_t text[64] = {};
-            GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
-                           MF_BYPOSITION);
-            keys.Add(text);
-        }
+        for (const MenuItem& item : ItemsOf(menu)) AddKey(keys, dialog.name(), item.text);
         for (HWND control : dialog.Controls()) {
             const ControlKind kind = KindOf(control);
             if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
             if (kind == ControlKind::kText && (StyleOf(control) & SS_NOPREFIX) != 0) continue;
-            keys.Add(TextOfWindow(control));
+            AddKey(keys, dialog.name(), TextOfWindow(control));
         }
     });
 }
@@ -406,19 +396,13 @@ TEST(ResourcesTest, ControlsLieInsideTheirDialogAndApart) {
 // colon is a result.
 bool IsNameForNext(HWND control) {
     const std::string text = WindowText(control);
-    const bool has_colon =
-        text.find_last_not_of(' ') != std::string::npos && text[text.find_last_not_of(' ')] == ':';
-    switch (KindOf(control)) {
-        case ControlKind::kGroupBox:
-            return !text.empty();
-        case ControlKind::kText:
-            return has_colon || (!text.empty() && GetDlgCtrlID(control) == -1);
-        case ControlKind::kCheckBox:
-        case ControlKind::kRadioButton:
-            return has_colon;
-        default:
-            return false;
+    const ControlKind kind = KindOf(control);
+    const bool is_fixed = kind == ControlKind::kGroupBox ||
+                          (kind == ControlKind::kText && GetDlgCtrlID(control) == -1);
+    if (is_fixed || kind == ControlKind::kField || kind == ControlKind::kPushButton) {
+        return is_fixed && !text.empty();
     }
+    return TrimBlanks(text).ends_with(':');
 }
 
 TEST(ResourcesTest, EveryControlHasAName) {
@@ -480,25 +464,6 @@ TEST(ResourcesTest, TabKeyReachesEveryControlInReadingOrder) {
 
 // ---- Menus and accelerators
 
-struct MenuItem {
-    int id;  // of a submenu: -1
-    std::wstring text;
-    HMENU submenu;
-};
-
-// All items but separators.
-std::vector<MenuItem> ItemsOf(HMENU menu) {
-    std::vector<MenuItem> items;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        wchar_t text[64] = {};
-        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
-                       MF_BYPOSITION);
-        if (!*text) continue;
-        items.push_back({static_cast<int>(GetMenuItemID(menu, i)), text, GetSubMenu(menu, i)});
-    }
-    return items;
-}
-
 void ForEachCommand(HMENU menu, const std::function<void(const MenuItem&)>& action) {
     for (const MenuItem& item : ItemsOf(menu)) {
         if (item.submenu) {
@@ -509,24 +474,17 @@ void ForEachCommand(HMENU menu, const std::function<void(const MenuItem&)>& acti
     }
 }
 
-// The accelerator that a menu text tells after its tab ("CTRL+G"), its command aside.
-std::pair<BYTE, WORD> AcceleratorOf(const std::wstring& label) {
-    constexpr std::pair<std::wstring_view, BYTE> kModifiers[] = {
-        {L"CTRL+", FCONTROL}, {L"SHIFT+", FSHIFT}, {L"ALT+", FALT}};
-    constexpr std::pair<std::wstring_view, WORD> kKeys[] = {
-        {L"CANC", VK_DELETE}, {L"INS", VK_INSERT}, {L"F1", VK_F1}, {L"F4", VK_F4}};
-    std::wstring_view rest = label;
-    BYTE flags = FVIRTKEY;
-    for (const auto& [name, flag] : kModifiers) {
-        if (!rest.starts_with(name)) continue;
-        flags |= flag;
-        rest.remove_prefix(name.size());
+// As the menus write it: "CTRL+G".
+std::wstring NameOf(const ACCEL& key) {
+    constexpr std::pair<WORD, const wchar_t*> kNames[] = {
+        {VK_DELETE, L"CANC"}, {VK_INSERT, L"INS"}, {VK_F1, L"F1"}, {VK_F4, L"F4"}};
+    std::wstring name = key.fVirt & FCONTROL ? L"CTRL+" : L"";
+    if (key.fVirt & FSHIFT) name += L"SHIFT+";
+    if (key.fVirt & FALT) name += L"ALT+";
+    for (const auto& [code, text] : kNames) {
+        if (key.key == code) return name + text;
     }
-    for (const auto& [name, key] : kKeys) {
-        if (rest == name) return {flags, key};
-    }
-    EXPECT_EQ(rest.size(), 1u) << "unknown key: " << Narrow(label);
-    return {flags, rest.empty() ? WORD{0} : rest.front()};
+    return name + static_cast<wchar_t>(key.key);
 }
 
 std::vector<ACCEL> Accelerators(const std::wstring& name) {
@@ -537,13 +495,10 @@ std::vector<ACCEL> Accelerators(const std::wstring& name) {
     return keys;
 }
 
-// Windows adds flags of its own to the last entry of a table.
-constexpr BYTE kKeyFlags = FVIRTKEY | FCONTROL | FSHIFT | FALT;
-
 void CheckMenuKeys(const std::string& name, HMENU menu) {
-    KeyRing keys(name);
+    KeyRing keys;
     for (const MenuItem& item : ItemsOf(menu)) {
-        keys.Add(item.text);
+        AddKey(keys, name, item.text);
         EXPECT_TRUE(AccessKey(item.text) || name == kMenuWithoutKeys)
             << name << ": " << Narrow(item.text) << " has no access key";
         if (item.submenu) CheckMenuKeys(name, item.submenu);
@@ -563,15 +518,13 @@ TEST(ResourcesTest, EveryMenuCommandIsInReachOfTheKeyboard) {
 TEST(ResourcesTest, AcceleratorsAreUniqueAndAsTheMenusTell) {
     const std::vector<std::wstring> names = ResourceNames(RT_ACCELERATOR);
     EXPECT_FALSE(names.empty());
-    std::map<std::pair<BYTE, WORD>, int> commands;
+    std::map<std::wstring, int> commands;
     for (const std::wstring& name : names) {
-        std::set<std::pair<BYTE, WORD>> seen;
+        std::set<std::wstring> seen;
         for (const ACCEL& key : Accelerators(name)) {
-            const std::pair<BYTE, WORD> combination{static_cast<BYTE>(key.fVirt & kKeyFlags),
-                                                    key.key};
-            EXPECT_TRUE(seen.insert(combination).second)
-                << Narrow(name) << ": two commands, one of them " << key.cmd << ", have one key";
-            commands[combination] = key.cmd;
+            EXPECT_TRUE(seen.insert(NameOf(key)).second)
+                << Narrow(name) << ": two commands have the key " << Narrow(NameOf(key));
+            commands[NameOf(key)] = key.cmd;
         }
     }
     for (const std::wstring& name : ResourceNames(RT_MENU)) {
@@ -579,23 +532,35 @@ TEST(ResourcesTest, AcceleratorsAreUniqueAndAsTheMenusTell) {
         ForEachCommand(menu.get(), [&](const MenuItem& item) {
             const std::size_t tab = item.text.find(L'\t');
             if (tab == std::wstring::npos) return;
-            const auto told = commands.find(AcceleratorOf(item.text.substr(tab + 1)));
+            const auto told = commands.find(item.text.substr(tab + 1));
             ASSERT_NE(told, commands.end()) << Narrow(item.text);
             EXPECT_EQ(told->second, item.id) << Narrow(item.text);
         });
     }
 }
 
-TEST(ResourcesTest, CalculatorMenuHasItsTexts) {
-    const std::vector<std::pair<int, std::wstring>> expected = {
-        {1223, L"&Apri..."}, {1225, L"&Salva"},  {1222, L"Sa&lva con nome..."},
-        {40014, L"C&opia"},  {1221, L"Stam&pa"}, {1220, L"&Chiudi"},
-        {1224, L"&?"},
-    };
-    std::vector<std::pair<int, std::wstring>> commands;
-    const UniqueMenu menu(LoadMenuW(Instance(), L"FILE_OPERATION"));
-    ForEachCommand(menu.get(),
-                   [&](const MenuItem& item) { commands.emplace_back(item.id, item.text); });
+// Without the keys behind them, which the test above looks at.
+TEST(ResourcesTest, TheMenusHaveTheirTexts) {
+    const std::string expected =
+        "40028 Do&cumento; 40030 &Apri...; 40026 &Salva; 40025 Sa&lva con nome...; "
+        "40003 &Imposta pagina...; 40019 Stam&pa; 40004 &Esci; "
+        "40027 &Taglia; 40014 &Copia; 40024 &Incolla; "
+        "40016 &Audiogramma; 40017 &Grafico; 40015 &Tabella; 40018 Do&cumento; "
+        "40020 &Lep,d...; 40023 Lep,&w...; 40022 Leq &gruppi...; 40034 &Errore...; "
+        "40029 &Rumore...; 40021 &Attenuazione...; 40001 Scelta DP&I...; "
+        "40006 &NIPTS...; 40007 &HTLA...; 40008 H&TLAN...; 40010 &Previsioni...; "
+        "40011 E&voluzione Danno...; 40009 &Rischio...; 40012 &Danno...; "
+        "40002 &Help; 40013 &Info...; "
+        "1223 &Apri...; 1225 &Salva; 1222 Sa&lva con nome...; 40014 C&opia; 1221 Stam&pa; "
+        "1220 &Chiudi; 1224 &?; ";
+    std::string commands;
+    for (const wchar_t* name : {L"PRIMO", L"FILE_OPERATION"}) {
+        const UniqueMenu menu(LoadMenuW(Instance(), name));
+        ForEachCommand(menu.get(), [&](const MenuItem& item) {
+            const std::string text = Narrow(item.text.substr(0, item.text.find(L'\t')));
+            commands += std::to_string(item.id) + " " + text + "; ";
+        });
+    }
     EXPECT_EQ(commands, expected);
 }
 

@@ -154,10 +154,10 @@ UiDriver& UiDriver::Add(std::string what, std::function<bool()> attempt) {
     return *this;
 }
 
-UiDriver& UiDriver::OnWindow(std::string title, WindowAction action) {
-    std::string what = "window \"" + title + "\"";
-    return Add(std::move(what), [this, title = std::move(title), action = std::move(action)] {
-        HWND window = FindReady([&](HWND candidate) { return WindowText(candidate) == title; });
+UiDriver& UiDriver::AddForWindow(std::string what, std::function<bool(HWND)> matches,
+                                 WindowAction action) {
+    return Add(std::move(what), [this, matches = std::move(matches), action = std::move(action)] {
+        HWND window = FindReady(matches);
         if (!window) return false;
         current_ = window;
         if (action) action(window);
@@ -165,15 +165,16 @@ UiDriver& UiDriver::OnWindow(std::string title, WindowAction action) {
     });
 }
 
+UiDriver& UiDriver::OnWindow(std::string title, WindowAction action) {
+    return AddForWindow(
+        "window \"" + title + "\"", [title](HWND window) { return WindowText(window) == title; },
+        std::move(action));
+}
+
 UiDriver& UiDriver::OnWindowOfClass(std::string class_name, WindowAction action) {
-    std::string what = "window of class " + class_name;
-    return Add(std::move(what), [this, name = std::move(class_name), action = std::move(action)] {
-        HWND window = FindReady([&](HWND candidate) { return ClassOf(candidate) == name; });
-        if (!window) return false;
-        current_ = window;
-        if (action) action(window);
-        return true;
-    });
+    return AddForWindow(
+        "window of class " + class_name,
+        [class_name](HWND window) { return ClassOf(window) == class_name; }, std::move(action));
 }
 
 UiDriver& UiDriver::WaitClosed(std::string title) {
@@ -241,6 +242,12 @@ UiDriver& UiDriver::Command(int id) {
     return Do([this, id] { PostMessageW(current_, WM_COMMAND, static_cast<WPARAM>(id), 0); });
 }
 
+UiDriver& UiDriver::ExpectText(int control, std::string text, std::source_location at) {
+    return Do([this, control, text = std::move(text), at] {
+        EXPECT_EQ(TextOf(current_, control), text) << at.file_name() << ":" << at.line();
+    });
+}
+
 UiDriver& UiDriver::Screenshot(std::string name) {
     return Do([this, name = std::move(name)] { SaveScreenshot(current_, name); });
 }
@@ -268,18 +275,9 @@ HDROP MakeDrop(const std::vector<std::string>& paths) {
     return static_cast<HDROP>(memory);
 }
 
-namespace {
-
-std::filesystem::path ScreenshotFolder() {
-    const wchar_t* wanted = _wgetenv(L"TONVALE_SCREENSHOTS");
-    return wanted && *wanted ? std::filesystem::path(wanted)
-                             : std::filesystem::path(TONVALE_SCREENSHOT_FOLDER);
-}
-
-}  // namespace
-
 void SaveScreenshot(HWND window, const std::string& name) {
-    const std::filesystem::path folder = ScreenshotFolder();
+    const wchar_t* wanted = _wgetenv(L"TONVALE_SCREENSHOTS");
+    const std::filesystem::path folder = wanted && *wanted ? wanted : TONVALE_SCREENSHOT_FOLDER;
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
     const std::filesystem::path file = folder / Widen(name + ".png");

@@ -22,6 +22,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <source_location>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,9 @@ class UiDriver {
     UiDriver& Type(int control, std::string text);  // as posted WM_CHAR, seen by message filters
     UiDriver& SetText(int control, std::string text);
     UiDriver& Command(int id);  // a menu command
+    // Expects that a control of the current window shows the text.
+    UiDriver& ExpectText(int control, std::string text,
+                         std::source_location at = std::source_location::current());
     UiDriver& Screenshot(std::string name);
     // Presses the keys together, the last one last ({VK_CONTROL, 'G'}), as from the keyboard.
     UiDriver& Press(std::initializer_list<WORD> keys);
@@ -75,6 +79,8 @@ class UiDriver {
     void Tick();
     void Fail(const std::string& what);
     UiDriver& Add(std::string what, std::function<bool()> attempt);
+    UiDriver& AddForWindow(std::string what, std::function<bool(HWND)> matches,
+                           WindowAction action);
     UiDriver& AddForControl(const std::string& what, int control, WindowAction action);
 
     std::deque<Step> steps_;

@@ -74,20 +74,6 @@ bool SavePng(HBITMAP picture, const wchar_t* path) {
 
 }  // namespace
 
-std::vector<HWND> VisibleWindows() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM list) -> BOOL {
-            if (IsWindowVisible(window)) {
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
 bool SavePicture(const std::vector<HWND>& windows, const wchar_t* path) {
     const UniqueBitmap picture = TakePicture(windows);
     return picture && SavePng(picture.get(), path);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/wine/window_picture.h"
 #include "tests/wine/window_shot.h"
 
 namespace {
@@ -46,21 +47,6 @@ bool HasEnded(const Program& program, DWORD wait_ms) {
     return WaitForSingleObject(program.process, wait_ms) == WAIT_OBJECT_0;
 }
 
-// The visible top-level windows of the program, topmost first.
-std::vector<HWND> VisibleWindows(const Program& program) {
-    std::vector<HWND> windows;
-    EnumThreadWindows(
-        program.thread_id,
-        [](HWND window, LPARAM list) -> BOOL {
-            if (IsWindowVisible(window)) {
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
-
 // Waits until the program shows windows and opens and closes none any more.
 bool WaitForRest(const Program& program) {
     const ULONGLONG deadline = GetTickCount64() + kOpenDeadlineMs;
@@ -68,7 +54,7 @@ bool WaitForRest(const Program& program) {
     ULONGLONG changed = GetTickCount64();
     while (GetTickCount64() < deadline) {
         if (HasEnded(program, kPollMs)) return false;
-        std::vector<HWND> now = VisibleWindows(program);
+        std::vector<HWND> now = tonvale::VisibleWindows(program.thread_id);
         if (now != windows) {
             windows = std::move(now);
             changed = GetTickCount64();
@@ -96,7 +82,7 @@ bool TakeShot(const Program& program) {
 void Close(const Program& program) {
     const ULONGLONG deadline = GetTickCount64() + kCloseDeadlineMs;
     while (GetTickCount64() < deadline) {
-        for (HWND window : VisibleWindows(program)) {
+        for (HWND window : tonvale::VisibleWindows(program.thread_id)) {
             if (!IsWindowEnabled(window)) continue;
             PostMessageW(window, WM_CLOSE, 0, 0);
             break;
