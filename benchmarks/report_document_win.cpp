@@ -1,105 +1,242 @@
-// A report of 500 pages (1,000,000 characters): opening, scrolling and saving it, side by side with
-// the control by itself, which is what a plain rich-text editor spends. Prints one line a step.
+// A report of 500 pages (1,000,000 characters) opened, scrolled and saved by the program, side by
+// side with the system's own WordPad:
+//
+//   report_document_benchmark TONVALE.EXE [TURNS]
+//
+// The two are driven from outside in the same way, by turns, with text areas of the same size. To
+// open counts from the start of the program until its text is painted. Prints medians, fastest
+// times and their ratios.
 #include <windows.h>
 
-#include <commctrl.h>
-#include <ole2.h>
 #include <richedit.h>
+#include <shellapi.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
+#include <cwchar>
+#include <filesystem>
 #include <fstream>
-#include <functional>
+#include <iterator>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
-#include "common/app_context_win.h"
-#include "common/unicode_win.h"
-#include "report/report_document_win.h"
-#include "report/rich_edit_win.h"
+#include "benchmarks/running_program_win.h"
 #include "resources/resource.h"
 
 namespace {
 
-using tonvale::RichEdit;
+using tonvale::Clock;
+using tonvale::Median;
+using tonvale::MillisecondsSince;
+using tonvale::RunningProgram;
+using tonvale::Send;
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t kCharacters = 1'000'000;
-constexpr int kScrolls = 100;
+constexpr int kPages = 100;  // that are scrolled
+constexpr int kDefaultTurns = 5;
+constexpr UINT kWordPadSave = 1002;  // as its menu has it
+constexpr wchar_t kWordPadPath[] = L"%ProgramFiles%\\Windows NT\\Accessories\\wordpad.exe";
 
-double SecondsOf(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-    return elapsed.count();
-}
+struct Program {
+    std::wstring path;
+    std::wstring window_class;
+    std::wstring editor_class;
+    UINT save_command;
+};
 
-// Paragraphs with tabs, bold words and lowered text.
+struct Windows {
+    HWND main = nullptr;
+    HWND editor = nullptr;
+};
+
+struct Times {
+    double open_ms;
+    double page_ms;  // scrolled
+    double save_ms;
+};
+
+// Paragraphs with tabs and bold words, and lowered text in every fourth.
 std::string MakeReport() {
-    constexpr char kParagraph[] =
-        "\\pard\\tx1000\\tx3000 L\\dn5\\fs15 ep,d\\up0\\fs20\\tab {\\b 87.3} dB(A)\\tab reparto "
-        "presse, addetto alla linea di taglio con protettori auricolari\\par\n";
-    constexpr std::size_t kParagraphCharacters = 91;
+    constexpr char kStart[] = "\\pard\\tx1000\\tx3000 L";
+    constexpr char kRest[] =
+        "\\tab {\\b 87.3} dB(A)\\tab reparto presse, addetto alla linea di taglio con protettori "
+        "auricolari\\par\n";
+    constexpr std::size_t kParagraphCharacters = 87;
     std::string rtf = "{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}\\f0\\fs20 ";
-    for (std::size_t i = 0; i < kCharacters; i += kParagraphCharacters) rtf += kParagraph;
+    for (std::size_t i = 0; i <= kCharacters / kParagraphCharacters; ++i) {
+        rtf += kStart;
+        rtf += i % 4 == 0 ? "\\dn5\\fs15 ep,d\\up0\\fs20" : "ep,d";
+        rtf += kRest;
+    }
     return rtf + "}";
 }
 
-void ScrollThrough(HWND editor) {
-    const LRESULT lines = SendMessageW(editor, EM_GETLINECOUNT, 0, 0);
-    for (int i = 0; i < kScrolls; ++i) {
-        SendMessageW(editor, EM_LINESCROLL, 0, lines / kScrolls);
-        UpdateWindow(editor);
-    }
+std::string ReadBytes(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void Print(const char* step, double document, double control) {
-    std::printf("%-16s %8.0f ms   control alone %8.0f ms   ratio %.2f\n", step, 1000 * document,
-                1000 * control, document / control);
+HWND EditorOf(HWND main, const Program& program) {
+    return main ? FindWindowExW(main, nullptr, program.editor_class.c_str(), nullptr) : nullptr;
 }
 
-void Compare(HWND window, const std::string& path, const std::string& rtf) {
-    tonvale::AppContext app;
-    app.instance = GetModuleHandleW(nullptr);
-    app.main_window = window;
-    app.files = &tonvale::SystemFiles();
-    tonvale::ReportDocument document(app);
-    RichEdit control;
-    if (!document.Create(window) ||
-        !control.Create(app.instance, window, 99, WS_VISIBLE | WS_VSCROLL, 0)) {
-        std::puts("no editor");
-        return;
-    }
-    document.Layout({0, 0, 800, 600});
-    HWND editor = GetDlgItem(window, IDC_REPORT_EDITOR);
-    MoveWindow(control.window(), 0, 0, 800, 560, FALSE);
-    control.Send(EM_EXLIMITTEXT, 0, tonvale::kMaxReportCharacters);
+Windows FindWindows(const RunningProgram& process, const Program& program) {
+    HWND main = process.WaitForWindow(program.window_class);
+    return {main, EditorOf(main, program)};
+}
 
-    const double open = SecondsOf([&] { document.Open(path); });
-    const double read = SecondsOf([&] { control.ReadRtf(rtf, false); });
-    Print("open", open, read);
-    const double save = SecondsOf([&] { document.Save(); });
-    const double write = SecondsOf([&] { control.WriteRtf(false, false); });
-    Print("save", save, write);
-    const double ours = SecondsOf([&] { ScrollThrough(editor); });
-    const double theirs = SecondsOf([&] { ScrollThrough(control.window()); });
-    Print("a scroll", ours / kScrolls, theirs / kScrolls);
+SIZE TextAreaOf(const Windows& windows) {
+    RECT client{};
+    GetClientRect(windows.editor, &client);
+    return {client.right, client.bottom};
+}
+
+// Each works through what was posted before; false when no answer comes in time.
+bool Paint(const Windows& windows) {
+    UpdateWindow(windows.editor);
+    return Send(windows.main, WM_NULL).has_value();
+}
+
+// The windows once the text is in them, which may be in a new editor; none when it does not come.
+Windows WaitForText(const RunningProgram& process, const Program& program) {
+    Windows windows = FindWindows(process, program);
+    while (windows.main && MillisecondsSince(process.start()) < tonvale::kDeadlineMs) {
+        windows.editor = EditorOf(windows.main, program);
+        if (Send(windows.editor, WM_GETTEXTLENGTH).value_or(0) >= kCharacters) return windows;
+        Sleep(1);
+    }
+    return {};
+}
+
+bool ScrollPages(const Windows& windows) {
+    for (int i = 0; i < kPages; ++i) {
+        if (!Send(windows.editor, WM_VSCROLL, SB_PAGEDOWN) || !Paint(windows)) return false;
+    }
+    return Send(windows.editor, EM_GETFIRSTVISIBLELINE).value_or(0) > kPages;
+}
+
+std::optional<Times> Fail(const Program& program, const char* what) {
+    std::printf("%ls: %s\n", program.path.c_str(), what);
+    return std::nullopt;
+}
+
+std::optional<Times> Measure(const Program& program, const fs::path& file,
+                             const std::string& report) {
+    std::ofstream(file, std::ios::binary) << report;
+    Times times{};
+    const RunningProgram process(program.path, file.wstring());
+    const Windows windows = WaitForText(process, program);
+    if (!windows.editor || !Paint(windows)) return Fail(program, "did not show the text");
+    times.open_ms = MillisecondsSince(process.start());
+
+    const Clock::time_point scroll_start = Clock::now();
+    if (!ScrollPages(windows)) return Fail(program, "did not scroll");
+    times.page_ms = MillisecondsSince(scroll_start) / kPages;
+
+    Send(windows.editor, EM_SETMODIFY, TRUE);
+    const Clock::time_point save_start = Clock::now();
+    if (!Send(windows.main, WM_COMMAND, program.save_command)) return Fail(program, "hangs");
+    times.save_ms = MillisecondsSince(save_start);
+    const std::string saved = ReadBytes(file);
+    if (saved == report || saved.size() < kCharacters || !saved.starts_with("{\\")) {
+        return Fail(program, "did not save");
+    }
+    process.Close(windows.main);
+    return times;
+}
+
+// WordPad keeps the size that it is closed with for its next start; the program always starts with
+// the same. False when the text areas are not alike afterwards.
+bool MatchTextAreas(const Program& ours, const Program& wordpad) {
+    SIZE wanted{};
+    {
+        const RunningProgram process(ours.path);
+        const Windows windows = FindWindows(process, ours);
+        Paint(windows);
+        wanted = TextAreaOf(windows);
+        process.Close(windows.main);
+    }
+    for (int start = 0; start < 2; ++start) {
+        const RunningProgram process(wordpad.path);
+        const Windows windows = FindWindows(process, wordpad);
+        Paint(windows);
+        const SIZE area = TextAreaOf(windows);
+        if (area.cx == wanted.cx && area.cy == wanted.cy) return wanted.cx > 0;
+        RECT frame{};
+        GetWindowRect(windows.main, &frame);
+        SetWindowPos(windows.main, nullptr, 0, 0, frame.right - frame.left + wanted.cx - area.cx,
+                     frame.bottom - frame.top + wanted.cy - area.cy,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        process.Close(windows.main);
+    }
+    return false;
+}
+
+// The figure of all turns.
+std::vector<double> Figures(const std::vector<Times>& turns, double Times::*figure) {
+    std::vector<double> figures;
+    figures.reserve(turns.size());
+    for (const Times& times : turns) figures.push_back(times.*figure);
+    return figures;
+}
+
+void Print(const char* step, double Times::*figure, const std::vector<Times>& our_turns,
+           const std::vector<Times>& wordpad_turns) {
+    const std::vector<double> ours = Figures(our_turns, figure);
+    const std::vector<double> wordpads = Figures(wordpad_turns, figure);
+    const double fastest = *std::min_element(ours.begin(), ours.end());
+    const double wordpads_fastest = *std::min_element(wordpads.begin(), wordpads.end());
+    std::printf(
+        "report of 500 pages, %s: median of %zu %.1f ms, WordPad %.1f ms, ratio %.2f; "
+        "fastest %.1f ms, WordPad %.1f ms, ratio %.2f\n",
+        step, ours.size(), Median(ours), Median(wordpads), Median(ours) / Median(wordpads), fastest,
+        wordpads_fastest, fastest / wordpads_fastest);
+}
+
+int Compare(const Program& ours, const Program& wordpad, int turns) {
+    if (!MatchTextAreas(ours, wordpad)) {
+        std::printf("the windows are not alike\n");
+        return 1;
+    }
+    const std::string report = MakeReport();
+    const fs::path file = fs::temp_directory_path() / "tonvale_benchmark.tnv";
+    std::vector<Times> our_turns;
+    std::vector<Times> wordpad_turns;
+    for (int turn = 0; turn < turns; ++turn) {
+        const std::optional<Times> our_times = Measure(ours, file, report);
+        const std::optional<Times> wordpad_times =
+            our_times ? Measure(wordpad, file, report) : std::nullopt;
+        if (!wordpad_times) break;
+        our_turns.push_back(*our_times);
+        wordpad_turns.push_back(*wordpad_times);
+    }
+    std::error_code ignored;
+    fs::remove(file, ignored);
+    if (wordpad_turns.size() < static_cast<std::size_t>(turns)) return 1;
+    Print("to open", &Times::open_ms, our_turns, wordpad_turns);
+    Print("to save", &Times::save_ms, our_turns, wordpad_turns);
+    Print("to scroll by a page", &Times::page_ms, our_turns, wordpad_turns);
+    return 0;
 }
 
 }  // namespace
 
 int main() {
-    OleInitialize(nullptr);
-    LoadLibraryW(L"RICHED32.DLL");
-    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES};
-    InitCommonControlsEx(&classes);
-    wchar_t folder[MAX_PATH + 1] = {};
-    GetTempPathW(MAX_PATH, folder);
-    const std::string path = tonvale::Narrow(folder) + "tonvale_benchmark.tnv";
-    const std::string rtf = MakeReport();
-    std::ofstream(path, std::ios::binary) << rtf;
-    HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 800, 600, nullptr,
-                                  nullptr, nullptr, nullptr);
-    Compare(window, path, rtf);
-    DestroyWindow(window);
-    DeleteFileW(tonvale::Widen(path).c_str());
-    OleUninitialize();
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> arguments(
+        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+    const long turns =
+        count > 2 ? std::wcstol(arguments.get()[2], nullptr, 10) : long{kDefaultTurns};
+    if (count < 2 || turns < 1) {
+        std::printf("Usage: report_document_benchmark TONVALE.EXE [TURNS]\n");
+        return 2;
+    }
+    wchar_t wordpad[MAX_PATH] = {};
+    ExpandEnvironmentStringsW(kWordPadPath, wordpad, MAX_PATH);
+    return Compare({arguments.get()[1], L"Tonvale_Class", L"RichEdit", CMD_SAVE},
+                   {wordpad, L"WORDPADTOP", L"RichEdit20W", kWordPadSave}, static_cast<int>(turns));
 }

@@ -45,8 +45,11 @@ windows_benchmarks() {
     setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
     # Through a pipe: on a terminal Wine would draw a console of its own.
     wine64 "$WINDOWS/benchmarks/profile_functions_benchmark.exe" </dev/null 2>&1 | cat
-    wine64 "$WINDOWS/benchmarks/start_up_benchmark.exe" \
-        "$(windows_path "$WINDOWS/app/tonvale.exe")" </dev/null 2>&1 | cat
+    local benchmark
+    for benchmark in start_up report_document; do
+        wine64 "$WINDOWS/benchmarks/${benchmark}_benchmark.exe" \
+            "$(windows_path "$WINDOWS/app/tonvale.exe")" </dev/null 2>&1 | cat
+    done
 }
 
 program_size() {
@@ -61,7 +64,8 @@ main() {
     ensure_packages "${BENCHMARK_PACKAGES[@]}"
     say "Building"
     build linux tonvale_benchmarks
-    build windows tonvale tonvale-keeper profile_functions_benchmark start_up_benchmark
+    build windows tonvale tonvale-keeper \
+        profile_functions_benchmark start_up_benchmark report_document_benchmark
     "$ROOT/scripts/wine-prefix.sh" "$ROOT/build/wine/benchmarks"
     native_benchmarks
     use_wine_prefix "$ROOT/build/wine/benchmarks"

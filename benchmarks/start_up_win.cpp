@@ -10,7 +10,6 @@
 #include <shellapi.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cwchar>
 #include <memory>
@@ -18,11 +17,14 @@
 #include <string>
 #include <vector>
 
+#include "benchmarks/running_program_win.h"
+
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using tonvale::Median;
+using tonvale::MillisecondsSince;
+using tonvale::RunningProgram;
 
-constexpr double kDeadlineMs = 30000;
 constexpr int kDefaultStarts = 30;
 
 struct Program {
@@ -35,74 +37,16 @@ struct StartTimes {
     double answers_ms;
 };
 
-double MillisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-// A process that is ended at the latest when this goes out of scope.
-class RunningProgram {
-  public:
-    explicit RunningProgram(const std::wstring& path) {
-        std::wstring command_line = L"\"" + path + L"\"";
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        started_ = CreateProcessW(path.c_str(), command_line.data(), nullptr, nullptr, FALSE, 0,
-                                  nullptr, nullptr, &startup, &process_);
-    }
-    ~RunningProgram() {
-        if (!started_) return;
-        if (WaitForSingleObject(process_.hProcess, 0) != WAIT_OBJECT_0) {
-            TerminateProcess(process_.hProcess, 0);
-            WaitForSingleObject(process_.hProcess, INFINITE);
-        }
-        CloseHandle(process_.hThread);
-        CloseHandle(process_.hProcess);
-    }
-    RunningProgram(const RunningProgram&) = delete;
-    RunningProgram& operator=(const RunningProgram&) = delete;
-
-    // Null when it has none.
-    HWND VisibleWindow(const std::wstring& window_class) const {
-        for (HWND window = nullptr;;) {
-            window = FindWindowExW(nullptr, window, window_class.c_str(), nullptr);
-            DWORD process = 0;
-            if (window) GetWindowThreadProcessId(window, &process);
-            if (!window || (process == process_.dwProcessId && IsWindowVisible(window))) {
-                return window;
-            }
-        }
-    }
-
-    bool running() const {
-        return started_ && WaitForSingleObject(process_.hProcess, 1) == WAIT_TIMEOUT;
-    }
-    void Close(HWND window) const {
-        PostMessageW(window, WM_CLOSE, 0, 0);
-        WaitForSingleObject(process_.hProcess, 5000);
-    }
-
-  private:
-    BOOL started_ = FALSE;
-    PROCESS_INFORMATION process_{};
-};
-
 // Nothing when the program shows no such window in time.
 std::optional<StartTimes> Start(const Program& program) {
-    const Clock::time_point start = Clock::now();
     const RunningProgram process(program.path);
-    while (process.running() && MillisecondsSince(start) < kDeadlineMs) {
-        HWND window = process.VisibleWindow(program.window_class);
-        if (!window) continue;
+    if (HWND window = process.WaitForWindow(program.window_class)) {
         StartTimes times{};
-        times.visible_ms = MillisecondsSince(start);
-        DWORD_PTR answer = 0;
-        if (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(kDeadlineMs),
-                                 &answer)) {
-            break;
-        }
-        times.answers_ms = MillisecondsSince(start);
+        times.visible_ms = MillisecondsSince(process.start());
+        const bool answers = tonvale::Send(window, WM_NULL).has_value();
+        times.answers_ms = MillisecondsSince(process.start());
         process.Close(window);
-        return times;
+        if (answers) return times;
     }
     std::printf("%ls showed no window\n", program.path.c_str());
     return std::nullopt;
@@ -115,11 +59,6 @@ std::vector<double> Sorted(const std::vector<StartTimes>& times, double StartTim
     for (const StartTimes& start : times) sorted.push_back(start.*figure);
     std::sort(sorted.begin(), sorted.end());
     return sorted;
-}
-
-double Median(const std::vector<double>& sorted) {
-    const std::size_t middle = sorted.size() / 2;
-    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
 }
 
 int Compare(const Program& ours, const Program& theirs, int starts) {
