@@ -64,6 +64,11 @@ windows_tests() {
     setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
     run_ctest "$WINDOWS" "$(windows_path "$RESULTS/windows")\\"
     check "printed reports" "$ROOT/tests/print/check_print.sh" "$TONVALE_PRINT_DIR"
+    # Where there is such a program.
+    if command -v soffice >/dev/null; then
+        check "report in another program" "$ROOT/tests/report/check_other_program.sh" \
+            "$TONVALE_PRINT_DIR"
+    fi
 }
 
 run_fuzzer() {

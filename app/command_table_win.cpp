@@ -41,7 +41,7 @@ void SaveAs(MainWindow& window, const std::string&) {
     if (window.views().ShowsDocument()) {
         window.document().SaveAs();
     } else {
-        ExportResult(window.context(), window.results());
+        ExportResult(window.context(), window.results(), window.document());
     }
 }
 

@@ -247,13 +247,11 @@ void MainWindow::OnDestroy() {
 
 void MainWindow::OnCommand(WPARAM wparam, LPARAM lparam) {
     const bool is_routed = lparam == reinterpret_cast<LPARAM>(&routed_path_);
-    HWND format_toolbar = GetDlgItem(window(), IDC_FORMAT_TOOLBAR);
-    Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string(),
-        format_toolbar && lparam == reinterpret_cast<LPARAM>(format_toolbar));
+    Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string());
 }
 
-void MainWindow::Run(int id, const std::string& path, bool from_format_toolbar) {
-    if (!views_.ShowsDocument() || !document_.OnCommand(id, from_format_toolbar)) {
+void MainWindow::Run(int id, const std::string& path) {
+    if (!views_.ShowsDocument() || !document_.OnCommand(id)) {
         RunCommand(*this, id, path);
     }
     if (!window()) return;

@@ -86,7 +86,7 @@ class MainWindow final : public Window {
     void OnDpiChanged(const RECT& suggested);
     void OnSplashGone();
     void OnMenuOpening(HMENU menu) const;
-    void Run(int id, const std::string& path, bool from_format_toolbar);
+    void Run(int id, const std::string& path);
     void ShowTip(NMHDR& header) const;
     void UpdateFormatItem(HMENU menu, UINT id) const;
     void UpdateButtons() const;

@@ -9,6 +9,7 @@
 #include "common/clipboard_win.h"
 #include "common/dialog_win.h"
 #include "common/file_dialogs_win.h"
+#include "common/file_kinds.h"
 #include "common/file_system.h"
 #include "common/print_frame.h"
 #include "common/print_notes_dialog.h"
@@ -44,13 +45,9 @@ std::string FileContent(const ResultViewWindow& view) {
 }
 
 std::optional<std::string> ChooseExportFile(AppContext& app, bool is_table) {
-    for (;;) {
-        std::optional<std::string> path = ChooseFileToSave(
-            app, app.main_window, is_table ? kTableFilter : kChartFilter, kSaveDataTitle);
-        if (!path || EqualsIgnoringCase(FileExtension(*path), is_table ? ".csv" : ".bmp")) {
-            return path;
-        }
-    }
+    const std::string_view own = is_table ? ".csv" : ".bmp";
+    return ChooseFileToSaveAs(app, app.main_window, is_table ? kTableFilter : kChartFilter,
+                              {own, InfoOf(FileKind::kReport).extension});
 }
 
 std::string JobName(ViewKind kind) {
@@ -75,9 +72,13 @@ void CopyResult(const AppContext& app, const ResultViewWindow& view) {
     }
 }
 
-void ExportResult(AppContext& app, const ResultViewWindow& view) {
+void ExportResult(AppContext& app, const ResultViewWindow& view, ReportDocument& document) {
     const std::optional<std::string> path = ChooseExportFile(app, ShowsTable(view));
     if (!path) return;
+    if (EqualsIgnoringCase(FileExtension(*path), InfoOf(FileKind::kReport).extension)) {
+        document.SaveTo(*path);
+        return;
+    }
     const WaitCursor wait;
     const std::string content = FileContent(view);
     if (content.empty() || !WriteFileSafely(*app.files, *path, content)) {

@@ -5,15 +5,16 @@
 
 #include "app/result_view_window.h"
 #include "common/app_context_win.h"
+#include "report/report_document_win.h"
 
 namespace tonvale {
 
 // Puts the table as text, or the chart as a picture, on the clipboard; tells the user on failure.
 void CopyResult(const AppContext& app, const ResultViewWindow& view);
 
-// Asks for a name and writes the table as a .csv file, or the chart as a .bmp file. A name with
-// another extension is asked for again.
-void ExportResult(AppContext& app, const ResultViewWindow& view);
+// Asks for a name and writes the table as a .csv file, or the chart as a .bmp file; `document`
+// under the name of a document. A name with another extension is asked for again.
+void ExportResult(AppContext& app, const ResultViewWindow& view, ReportDocument& document);
 
 // Asks for a comment, which is kept in `notes`, and prints what is shown.
 void PrintResult(AppContext& app, std::string& notes, const ResultViewWindow& view);

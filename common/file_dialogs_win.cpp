@@ -295,6 +295,19 @@ std::optional<std::string> ChooseFileToSave(AppContext& app, HWND owner,
     return PathOf(FileDialog(app, owner, filter_text, title, ExtensionOfFilter(filter_text)).Run());
 }
 
+std::optional<std::string> ChooseFileToSaveAs(AppContext& app, HWND owner,
+                                              std::string_view filter_text,
+                                              std::initializer_list<std::string_view> extensions) {
+    for (;;) {
+        std::optional<std::string> path = ChooseFileToSave(app, owner, filter_text, kSaveDataTitle);
+        const bool is_wanted =
+            path && std::any_of(extensions.begin(), extensions.end(), [&](std::string_view wanted) {
+                return EqualsIgnoringCase(FileExtension(*path), wanted);
+            });
+        if (!path || is_wanted) return path;
+    }
+}
+
 std::optional<ChosenFile> ChooseAnyFile(AppContext& app, HWND owner) {
     std::string filters;
     for (const FileKindInfo& kind : FileKinds()) filters += kind.filter_text;

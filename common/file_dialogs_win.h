@@ -5,6 +5,7 @@
 
 #include <shellapi.h>
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,11 @@ std::optional<std::string> ChooseFileToOpen(AppContext& app, HWND owner,
                                             std::string_view filter_text, std::string_view title);
 std::optional<std::string> ChooseFileToSave(AppContext& app, HWND owner,
                                             std::string_view filter_text, std::string_view title);
+
+// As ChooseFileToSave, until the name has one of `extensions`.
+std::optional<std::string> ChooseFileToSaveAs(AppContext& app, HWND owner,
+                                              std::string_view filter_text,
+                                              std::initializer_list<std::string_view> extensions);
 
 // What the user is told when `path` could not be written.
 UserMessage SaveFailure(const std::string& path);

@@ -3,6 +3,7 @@
 #include <objidl.h>
 
 #include <gdiplus.h>
+#include <shlwapi.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -105,18 +106,6 @@ bool StretchBitmap(HDC dc, const RECT& area, SIZE size, const void* pixels,
                          SRCCOPY) != static_cast<int>(GDI_ERROR);
 }
 
-ComPointer<IStream> StreamOf(std::string_view bytes) {
-    UniqueGlobal memory(GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
-    void* content = memory ? GlobalLock(memory.get()) : nullptr;
-    if (!content) return nullptr;
-    std::memcpy(content, bytes.data(), bytes.size());
-    GlobalUnlock(memory.get());
-    IStream* stream = nullptr;
-    if (FAILED(CreateStreamOnHGlobal(memory.get(), TRUE, &stream))) return nullptr;
-    static_cast<void>(memory.release());
-    return ComPointer<IStream>(stream);
-}
-
 // Records a decoded picture; what is transparent in it becomes white.
 std::optional<RichPicture> RecordImage(Gdiplus::Bitmap& image) {
     const SIZE size{static_cast<LONG>(image.GetWidth()), static_cast<LONG>(image.GetHeight())};
@@ -141,6 +130,48 @@ std::optional<RichPicture> RecordImage(Gdiplus::Bitmap& image) {
     });
 }
 
+std::optional<RichPicture> DecodeImage(const RichPicture& picture) {
+    const GdiplusSession session;
+    if (!session || picture.bytes.empty()) return std::nullopt;
+    // Not CreateStreamOnHGlobal: some systems read beyond the end of its memory.
+    const ComPointer<IStream> stream(
+        SHCreateMemStream(reinterpret_cast<const BYTE*>(picture.bytes.data()),
+                          static_cast<UINT>(picture.bytes.size())));
+    if (!stream) return std::nullopt;
+    Gdiplus::Bitmap image(stream.get());
+    return image.GetLastStatus() == Gdiplus::Ok ? RecordImage(image) : std::nullopt;
+}
+
+HENHMETAFILE LoadMetafile(const RichPicture& picture) {
+    const auto size = static_cast<UINT>(picture.bytes.size());
+    const auto* bytes = reinterpret_cast<const BYTE*>(picture.bytes.data());
+    return picture.format == RichPicture::Format::kWindowsMetafile
+               ? SetWinMetaFileBits(size, bytes, nullptr, nullptr)
+               : SetEnhMetaFileBits(size, bytes);
+}
+
+std::optional<RichPicture> DecodeMetafile(const RichPicture& picture) {
+    const UniqueMetafile metafile(LoadMetafile(picture));
+    if (!metafile) return std::nullopt;
+    return RichPicture{RichPicture::Format::kEnhancedMetafile, BytesOf(metafile.get()), 0, 0};
+}
+
+std::optional<RichPicture> Decode(const RichPicture& picture) {
+    switch (picture.format) {
+        case RichPicture::Format::kEnhancedMetafile:
+        case RichPicture::Format::kWindowsMetafile:
+            return DecodeMetafile(picture);
+        case RichPicture::Format::kPng:
+        case RichPicture::Format::kJpeg:
+            return DecodeImage(picture);
+        case RichPicture::Format::kBitmap:
+            return PictureOfBitmap(picture.bytes);
+        case RichPicture::Format::kUnknown:
+            break;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<RichPicture> PictureOfBitmap(std::string_view dib) {
@@ -156,29 +187,17 @@ std::optional<RichPicture> PictureOfBitmap(std::string_view dib) {
 }
 
 std::optional<RichPicture> AsMetafile(const RichPicture& picture) {
-    const GdiplusSession session;
-    const ComPointer<IStream> stream = session ? StreamOf(picture.bytes) : nullptr;
-    if (!stream) return std::nullopt;
-    Gdiplus::Bitmap image(stream.get());
-    if (image.GetLastStatus() != Gdiplus::Ok) return std::nullopt;
-    std::optional<RichPicture> result = RecordImage(image);
+    std::optional<RichPicture> result = Decode(picture);
     if (result && picture.width_twips > 0) result->width_twips = picture.width_twips;
     if (result && picture.height_twips > 0) result->height_twips = picture.height_twips;
     return result;
 }
 
 void DrawPicture(HDC dc, const RichPicture& picture, const RECT& place) {
-    const auto size = static_cast<UINT>(picture.bytes.size());
-    const auto* bytes = reinterpret_cast<const BYTE*>(picture.bytes.data());
-    UniqueMetafile metafile;
-    if (picture.format == RichPicture::Format::kEnhancedMetafile) {
-        metafile.reset(SetEnhMetaFileBits(size, bytes));
-    } else if (picture.format == RichPicture::Format::kWindowsMetafile) {
-        metafile.reset(SetWinMetaFileBits(size, bytes, nullptr, nullptr));
-    } else if (const std::optional<RichPicture> decoded = AsMetafile(picture)) {
-        DrawPicture(dc, *decoded, place);
-    }
-    if (metafile) PlayEnhMetaFile(dc, metafile.get(), &place);
+    const std::optional<RichPicture> metafile = AsMetafile(picture);
+    if (!metafile) return;
+    const UniqueMetafile drawing(LoadMetafile(*metafile));
+    if (drawing) PlayEnhMetaFile(dc, drawing.get(), &place);
 }
 
 }  // namespace tonvale

@@ -15,7 +15,8 @@ namespace tonvale {
 // own size at 96 dpi; nullopt when it is no such bitmap.
 std::optional<RichPicture> PictureOfBitmap(std::string_view dib);
 
-// A PNG or JPEG picture as an enhanced metafile; nullopt when it cannot be decoded.
+// A picture of any format as an enhanced metafile, in the size that it says to have; nullopt when
+// it cannot be decoded.
 std::optional<RichPicture> AsMetafile(const RichPicture& picture);
 
 // Draws a picture into `place` of a device context; one that cannot be decoded leaves it empty.

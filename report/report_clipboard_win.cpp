@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "common/clipboard_win.h"
 #include "common/numbers.h"
@@ -102,25 +103,16 @@ std::optional<UserMessage> PasteCsv(const AppContext& app, RichEdit& edit) {
     return std::nullopt;
 }
 
-// A control that cannot read raised text, tables or pictures is given what it can read.
-bool NeedsHelp(const RichEditGaps& gaps, std::string_view rtf) {
-    const auto has = [rtf](std::string_view word) {
-        return rtf.find(word) != std::string_view::npos;
-    };
-    return (gaps.forgets_offsets && (has("\\up") || has("\\dn"))) ||
-           (gaps.joins_cells && has("\\cell")) ||
-           (gaps.drops_pictures && (has("\\pngblip") || has("\\jpegblip")));
-}
-
 std::optional<UserMessage> PasteText(const AppContext& app, RichEdit& edit,
                                      const RichEditGaps& gaps) {
-    const std::optional<std::string> rtf = ReadClipboard(edit.window(), app.clipboard.rich_text);
+    const std::string rtf =
+        ReadClipboard(edit.window(), app.clipboard.rich_text).value_or(std::string());
     const std::optional<std::string> plain = ReadClipboard(edit.window(), CF_UNICODETEXT);
-    std::size_t length = plain ? WideText(*plain).size() : 0;
-    if (!plain && rtf) length = Widen(PlainTextOf(ReadRichText(*rtf))).size();
+    RichText text = ReadReport(rtf);
+    const std::size_t length = plain ? WideText(*plain).size() : Widen(PlainTextOf(text)).size();
     if (!HasRoomFor(edit, length)) return TooLong();
-    if (rtf && NeedsHelp(gaps, *rtf)) {
-        ReadReportRtf(edit, gaps, rtf->substr(0, rtf->find('\0')), true);
+    if (!rtf.empty() && gaps.reads_poorly) {
+        ReadReportRtf(edit, gaps, rtf, std::move(text), true);
         edit.SetModified(true);
     } else {
         edit.Send(WM_PASTE);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "common/clipboard_win.h"
 #include "common/dialog_win.h"
@@ -132,12 +133,25 @@ struct ReportDocument::Parts {
     int Tell(const UserMessage& message, UINT buttons = MB_OK) const {
         return ShowMessageBox(parent, message, buttons);
     }
+    bool CreateEditor();
     void SetUpEditor();
     void MakeEmpty();
+    void PlaceEditor();
     void Adopt(const std::string& new_path, bool modified);
-    bool WriteTo(const std::string& target);
     void RunCommand(int id);
 };
+
+// The editor is a new one; false, and the old one stays, when there is none to be had.
+bool ReportDocument::Parts::CreateEditor() {
+    constexpr DWORD kStyle =
+        WS_VSCROLL | WS_HSCROLL | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+    RichEdit created;
+    if (!created.Create(app.instance, parent, IDC_REPORT_EDITOR, kStyle, WS_EX_CLIENTEDGE)) {
+        return false;
+    }
+    edit = created;
+    return true;
+}
 
 void ReportDocument::Parts::SetUpEditor() {
     edit.Send(EM_EXLIMITTEXT, 0, kMaxReportCharacters);
@@ -147,12 +161,22 @@ void ReportDocument::Parts::SetUpEditor() {
     if (gaps.blank_pictures) DrawPicturesOf(edit.window());
     ServeObjects(edit.window(), parent,
                  [this] { return LoadFormatMenu(app.instance, ReadFormatState(edit), word_wrap); });
-    MakeEmpty();
+    SetDefaultFormats(edit);
 }
 
+// A new editor takes the place of the old one, which some systems take a minute to clear of a long
+// text.
 void ReportDocument::Parts::MakeEmpty() {
-    edit.Clear();
-    SetDefaultFormats(edit);
+    HWND old = edit.window();
+    if (CreateEditor()) {
+        SetUpEditor();
+        PlaceEditor();
+        if (GetFocus() == old) ::SetFocus(edit.window());
+        DestroyWindow(old);
+    } else {
+        edit.Clear();
+        SetDefaultFormats(edit);
+    }
     Adopt({}, false);
 }
 
@@ -164,20 +188,12 @@ void ReportDocument::Parts::Adopt(const std::string& new_path, bool modified) {
     ShowState();
 }
 
-bool ReportDocument::Parts::WriteTo(const std::string& target) {
-    const WaitCursor wait;
-    const std::optional<std::string> rtf = WriteReportRtf(edit, gaps, false);
-    if (!rtf || !IsWholeRtf(*rtf)) {
-        Tell(NotWhole(target));
-        return false;
-    }
-    if (!WriteFileSafely(*app.files, target, *rtf)) {
-        Tell(CanWriteAlone(target) ? SaveFailure(target) : SaveLockMessage(target));
-        return false;
-    }
-    path = target;
-    edit.SetModified(false);
-    return true;
+// Below the toolbar.
+void ReportDocument::Parts::PlaceEditor() {
+    const int top = static_cast<int>(area.top) + toolbar.Height();
+    SetWindowPos(edit.window(), toolbar.window(), area.left, top, area.right - area.left,
+                 std::max(static_cast<int>(area.bottom) - top, 0),
+                 SWP_NOACTIVATE | static_cast<UINT>(visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
 void ReportDocument::Parts::RunCommand(int id) {
@@ -204,35 +220,26 @@ ReportDocument::ReportDocument(AppContext& app) : parts_(std::make_unique<Parts>
 ReportDocument::~ReportDocument() = default;
 
 bool ReportDocument::Create(HWND parent) {
-    constexpr DWORD kStyle = WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_AUTOVSCROLL |
-                             ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
     Parts& parts = *parts_;
     parts.parent = parent;
-    if (!parts.edit.Create(parts.app.instance, parent, IDC_REPORT_EDITOR, kStyle,
-                           WS_EX_CLIENTEDGE) ||
-        !parts.toolbar.Create(parts.app.instance, parent)) {
-        return false;
-    }
+    if (!parts.CreateEditor() || !parts.toolbar.Create(parts.app.instance, parent)) return false;
     parts.gaps = FindRichEditGaps(parts.app.instance, parent);
     parts.SetUpEditor();
+    parts.Adopt({}, false);
     return true;
 }
 
 void ReportDocument::Layout(const RECT& area) {
-    const int bar_height = parts_->toolbar.Height();
-    const int width = area.right - area.left;
     parts_->area = area;
-    SetWindowPos(parts_->toolbar.window(), nullptr, area.left, area.top, width, bar_height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-    SetWindowPos(parts_->edit.window(), nullptr, area.left, area.top + bar_height, width,
-                 std::max(static_cast<int>(area.bottom - area.top) - bar_height, 0),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(parts_->toolbar.window(), nullptr, area.left, area.top, area.right - area.left,
+                 parts_->toolbar.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
+    parts_->PlaceEditor();
 }
 
 void ReportDocument::Show(bool visible) {
     parts_->visible = visible;
     ShowWindow(parts_->toolbar.window(), visible ? SW_SHOW : SW_HIDE);
-    ShowWindow(parts_->edit.window(), visible ? SW_SHOW : SW_HIDE);
+    parts_->PlaceEditor();
 }
 
 void ReportDocument::OnDpiChanged() {
@@ -281,15 +288,14 @@ bool ReportDocument::Open(const std::string& path) {
     const std::optional<std::string> rtf = ReadAlone(path);
     if (!rtf) return refuse(OpenLockMessage(path));
     if (!rtf->empty() && !IsRtf(*rtf)) return refuse(NoReport(path));
-    if (CharacterCount(PlainTextOf(ReadRichText(*rtf))) > kMaxReportCharacters) {
-        return refuse(TooLongReport(path));
-    }
+    RichText text = ReadReport(*rtf);
+    if (IsTooLong(text, parts.gaps)) return refuse(TooLongReport(path));
     parts.MakeEmpty();
     if (rtf->empty()) {
         parts.Adopt(path, false);
         return true;
     }
-    const bool understood = ReadReportRtf(parts.edit, parts.gaps, *rtf, false);
+    const bool understood = ReadReportRtf(parts.edit, parts.gaps, *rtf, std::move(text), false);
     const bool is_whole = understood && IsWholeRtf(*rtf);
     parts.edit.Select({0, 0});
     parts.Adopt(is_whole ? path : std::string(), !is_whole);
@@ -298,19 +304,30 @@ bool ReportDocument::Open(const std::string& path) {
 }
 
 bool ReportDocument::Save() {
-    return parts_->path.empty() ? SaveAs() : parts_->WriteTo(parts_->path);
+    return parts_->path.empty() ? SaveAs() : SaveTo(parts_->path);
 }
 
 bool ReportDocument::SaveAs() {
     const FileKindInfo& kind = InfoOf(FileKind::kReport);
-    while (true) {
-        const std::optional<std::string> target =
-            ChooseFileToSave(parts_->app, parts_->parent, kind.filter_text, kSaveDataTitle);
-        if (!target) return false;
-        if (EqualsIgnoringCase(FileExtension(*target), kind.extension)) {
-            return parts_->WriteTo(*target);
-        }
-    }
+    const std::optional<std::string> target =
+        ChooseFileToSaveAs(parts_->app, parts_->parent, kind.filter_text, {kind.extension});
+    return target && SaveTo(*target);
+}
+
+bool ReportDocument::SaveTo(const std::string& path) {
+    Parts& parts = *parts_;
+    const auto refuse = [&parts](const UserMessage& message) {
+        parts.Tell(message);
+        return false;
+    };
+    const WaitCursor wait;
+    if (!CanWriteAlone(path)) return refuse(SaveLockMessage(path));
+    const std::optional<std::string> rtf = WriteReportRtf(parts.edit, parts.gaps, false);
+    if (!rtf || !IsWholeRtf(*rtf)) return refuse(NotWhole(path));
+    if (!WriteFileSafely(*parts.app.files, path, *rtf)) return refuse(SaveFailure(path));
+    parts.path = path;
+    parts.edit.SetModified(false);
+    return true;
 }
 
 void ReportDocument::Cut() {
@@ -345,7 +362,7 @@ void ReportDocument::Print() {
                         parts_->path.empty() ? kUntitled : parts_->path);
 }
 
-bool ReportDocument::OnCommand(int id, bool /*from_toolbar*/) {
+bool ReportDocument::OnCommand(int id) {
     if (id < CMD_BULLETS || id > CMD_WORD_WRAP) return false;
     parts_->RunCommand(id);
     parts_->ShowState();

@@ -39,6 +39,7 @@ class ReportDocument {
     bool Open(const std::string& path);
     bool Save();    // to its path, else as SaveAs
     bool SaveAs();  // asks for a name
+    bool SaveTo(const std::string& path);
 
     void Cut();
     bool Copy();
@@ -48,7 +49,7 @@ class ReportDocument {
     void Print();
 
     // Formatting commands CMD_BULLETS to CMD_WORD_WRAP; true when `id` is one.
-    bool OnCommand(int id, bool from_toolbar);
+    bool OnCommand(int id);
     // Notifications of the editor and the formatting toolbar; true when handled.
     bool OnNotify(const NMHDR& header, LRESULT& result);
 

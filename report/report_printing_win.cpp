@@ -22,7 +22,7 @@ void PrintByHand(Printer& printer, const RichEdit& edit, const RichEditGaps& gap
         WriteReportRtf(edit, gaps, selection.cpMin != selection.cpMax);
     if (!rtf) return;
     HDC dc = DeviceContextOf(printer);
-    PrintRichText(printer, ReadRichText(*rtf), name,
+    PrintRichText(printer, ReadReport(*rtf), name,
                   [dc](const RichPicture& picture, const Rect& place) {
                       if (!dc) return;
                       DrawPicture(dc, picture, {place.left, place.top, place.right, place.bottom});

@@ -1,21 +1,30 @@
 #include "report/rich_edit_gaps_win.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
+#include "common/text.h"
+#include "report/code_pages_win.h"
 #include "report/picture_win.h"
 #include "report/rich_edit_pictures_win.h"
-#include "report/rtf_pictures.h"
-#include "report/rtf_tables.h"
+#include "report/rtf_reader.h"
+#include "report/rtf_writer.h"
 
 namespace tonvale {
 
 namespace {
 
 constexpr int kTwipsPerHalfPoint = 10;
-constexpr std::array<wchar_t, 2> kMarkText = {static_cast<wchar_t>(kOffsetMark), L'\0'};
-constexpr int kMarkLength = 3;
+constexpr WPARAM kUndoSteps = 100;  // the control's own number
+// To set an offset, the control takes time for each paragraph of the text and each character of the
+// paragraph: what is beyond these, and no author writes, stays on its line.
+constexpr std::size_t kMaxOffsets = 30000;             // of a text
+constexpr std::size_t kMaxOffsetCharacters = 400'000;  // of a paragraph: offsets times characters
+constexpr std::size_t kMaxParagraphCharacters = 300'000;
+constexpr char kDefaultFace[] = "Arial";
+constexpr LONG kLineEndLength = 2;  // CR LF
 
 // A picture of one pixel.
 constexpr char kPixelRtf[] =
@@ -63,32 +72,23 @@ RtfWriterFaults FindWriterFaults(RichEdit& edit) {
             .confuses_characters = writes("\\'df")};
 }
 
-bool ForgetsOffsets(RichEdit& edit) {
+void SetOffset(RichEdit& edit, int twips) {
+    CHARFORMAT2W format{};
+    format.dwMask = CFM_OFFSET;
+    format.yOffset = twips;
+    edit.SetCharacterFormat(format);
+}
+
+bool ReadsPoorly(RichEdit& edit) {
     edit.ReadRtf("{\\rtf1 \\up6 x}", false);
     edit.Select({0, 1});
     return edit.CharacterFormat().yOffset != 6 * kTwipsPerHalfPoint;
 }
 
-bool JoinsCells(RichEdit& edit) {
-    edit.ReadRtf(
-        "{\\rtf1\\trowd\\cellx900\\cellx1800\\pard\\intbl a\\cell\\pard\\intbl b\\cell\\row\\pard}",
-        false);
-    return edit.Find(L"ab", 0) >= 0;
-}
-
-bool DropsPictures(RichEdit& edit) {
-    edit.ReadRtf(kPixelRtf, false);
-    return edit.TextLength() == 0;
-}
-
-std::optional<std::string> MetafileRtf(const RichPicture& picture) {
-    const std::optional<RichPicture> metafile = AsMetafile(picture);
-    if (!metafile) return std::nullopt;
-    return PictureGroup(*metafile);
-}
-
 bool LeavesMetafilesBlank(RichEdit& edit) {
-    edit.ReadRtf(ReplacePictures(kPixelRtf, MetafileRtf), false);
+    const RichText text = ReadRichText(kPixelRtf);
+    const std::optional<RichPicture> metafile = AsMetafile(*text.at(0).runs.at(0).picture);
+    edit.ReadRtf(metafile ? PictureAsRtf(*metafile) : "", false);
     return LeavesPicturesBlank(edit.window());
 }
 
@@ -104,37 +104,76 @@ bool CannotFormatPages(RichEdit& edit) {
     return end <= 0;
 }
 
-// Sets the offset of the text between two marks.
-void RaiseText(RichEdit& edit, CHARRANGE range, int half_points) {
-    if (half_points == 0 || range.cpMax <= range.cpMin) return;
-    edit.Select(range);
-    CHARFORMAT2W format{};
-    format.dwMask = CFM_OFFSET;
-    format.yOffset = half_points * kTwipsPerHalfPoint;
-    edit.SetCharacterFormat(format);
+// Every picture becomes a metafile that the system can read, or goes.
+void ConvertPictures(RichText& text) {
+    const auto convert = [](RichRun& run) {
+        if (!run.picture) return false;
+        run.picture = AsMetafile(*run.picture);
+        return !run.picture;
+    };
+    for (RichParagraph& paragraph : text) std::erase_if(paragraph.runs, convert);
 }
 
-// Takes the mark at `position` out and gives its offset.
-int TakeMark(RichEdit& edit, int position) {
-    edit.Select({position, position + kMarkLength});
-    const std::wstring mark = edit.SelectedText();
-    edit.Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L""));
-    if (mark.size() != kMarkLength) return 0;
-    return OffsetOfMark(static_cast<char16_t>(mark[1]), static_cast<char16_t>(mark[2])).value_or(0);
-}
+struct OffsetRange {
+    CHARRANGE range;
+    int twips;
+};
 
-// Applies and removes the marks of MarkOffsets between `start` and the length from the end.
-void ApplyMarks(RichEdit& edit, int start, int length_behind) {
-    int offset = 0;
-    int raised_from = start;
-    for (int mark = edit.Find(kMarkText.data(), start); mark >= 0;
-         mark = edit.Find(kMarkText.data(), mark)) {
-        const int next = TakeMark(edit, mark);
-        RaiseText(edit, {raised_from, mark}, offset);
-        offset = next;
-        raised_from = mark;
+// Where the text of a paragraph, which the control holds from `position` on, is raised or lowered.
+// `position` is that of the next paragraph afterwards.
+std::vector<OffsetRange> OffsetsOf(const RichParagraph& paragraph, LONG& position) {
+    const LONG start = position;
+    std::vector<OffsetRange> offsets;
+    for (const RichRun& run : paragraph.runs) {
+        const LONG first = position;
+        position += run.picture ? 1 : static_cast<LONG>(Utf8ToUtf16Le(run.text).size() / 2);
+        const int twips = run.style.offset_twips;
+        if (twips != 0 && position > first) offsets.push_back({{first, position}, twips});
     }
-    RaiseText(edit, {raised_from, edit.TextLength() - length_behind}, offset);
+    position += kLineEndLength;
+    const std::size_t most = kMaxOffsetCharacters / static_cast<std::size_t>(position - start);
+    if (offsets.size() > most) offsets.resize(most);
+    return offsets;
+}
+
+// Sets the offsets of `text`, which the control holds from `start` on.
+void SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
+    const QuietEdit quiet(edit);
+    LONG position = start;
+    std::size_t left = kMaxOffsets;
+    for (const RichParagraph& paragraph : text) {
+        for (const OffsetRange& offset : OffsetsOf(paragraph, position)) {
+            if (left-- == 0) return;
+            edit.Select(offset.range);
+            SetOffset(edit, offset.twips);
+        }
+    }
+}
+
+// Puts `text` in place of the document.
+bool ReadDocument(RichEdit& edit, RichText text) {
+    // The control would take the format of an open paragraph from the one before.
+    if (!text.empty()) text.back().is_open = false;
+    const bool whole = edit.ReadRtf(WriteRichText(text), false);
+    SetOffsets(edit, text, 0);
+    edit.Select({0, 0});
+    return whole;
+}
+
+// Puts `text` in place of the selection, in one step for who undoes it.
+bool ReadSelection(RichEdit& edit, const RichText& text) {
+    const CHARRANGE before = edit.Selection();
+    const LONG kept = edit.TextLength() - (before.cpMax - before.cpMin);
+    const bool whole = edit.ReadRtf(WriteRichText(text), true);
+    const CHARRANGE after = edit.Selection();
+    edit.Send(EM_SETUNDOLIMIT, 0);
+    // What was read has taken over the offset of the text before it.
+    edit.Select({before.cpMin, before.cpMin + edit.TextLength() - kept});
+    SetOffset(edit, 0);
+    SetOffsets(edit, text, before.cpMin);
+    edit.Send(EM_SETUNDOLIMIT, kUndoSteps);
+    edit.Select(after);
+    return whole;
 }
 
 }  // namespace
@@ -144,9 +183,7 @@ RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent) {
     RichEditGaps gaps;
     if (!specimen) return gaps;
     gaps.writer = FindWriterFaults(specimen.edit());
-    gaps.forgets_offsets = ForgetsOffsets(specimen.edit());
-    gaps.joins_cells = JoinsCells(specimen.edit());
-    gaps.drops_pictures = DropsPictures(specimen.edit());
+    gaps.reads_poorly = ReadsPoorly(specimen.edit());
     gaps.blank_pictures = LeavesMetafilesBlank(specimen.edit());
     gaps.cannot_format_pages = CannotFormatPages(specimen.edit());
     return gaps;
@@ -160,33 +197,37 @@ std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGa
     return RepairWrittenRtf(*rtf, gaps.writer);
 }
 
-bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
-                   bool selection_only) {
-    std::string readable(rtf);
-    if (gaps.drops_pictures) readable = ReplacePictures(readable, MetafileRtf);
-    if (gaps.joins_cells && rtf.find("\\cell") != std::string_view::npos) {
-        readable = FlattenTables(readable);
-    }
-    const std::optional<std::string> marked =
-        gaps.forgets_offsets ? MarkOffsets(readable) : std::nullopt;
-    if (!marked) return edit.ReadRtf(readable, selection_only);
+RichText ReadReport(std::string_view rtf) {
+    return ReadRichText(rtf, {.decode = DecodeCodePage,
+                              .default_face = kDefaultFace,
+                              .max_characters = kMaxReportCharacters});
+}
 
-    const CHARRANGE before = selection_only ? edit.Selection() : CHARRANGE{0, edit.TextLength()};
-    const int length_behind = edit.TextLength() - static_cast<int>(before.cpMax);
-    const bool whole = edit.ReadRtf(*marked, selection_only);
-    {
-        QuietEdit quiet(edit);
-        ApplyMarks(edit, static_cast<int>(before.cpMin), length_behind);
+bool IsTooLong(const RichText& text, const RichEditGaps& gaps) {
+    std::size_t total = 0;
+    std::size_t longest = 0;
+    for (const RichParagraph& paragraph : text) {
+        std::size_t characters = 1;
+        for (const RichRun& run : paragraph.runs) {
+            characters += run.picture ? 1 : CharacterCount(run.text);
+        }
+        total += characters;
+        longest = std::max(longest, characters);
     }
-    const LONG end = selection_only ? edit.TextLength() - length_behind : 0;
-    edit.Select({end, end});
-    // The way back would lead through the marks.
-    edit.Send(EM_EMPTYUNDOBUFFER);
-    return whole;
+    return total > kMaxReportCharacters || (gaps.reads_poorly && longest > kMaxParagraphCharacters);
+}
+
+bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf, RichText text,
+                   bool selection_only) {
+    if (!gaps.reads_poorly) return edit.ReadRtf(rtf, selection_only);
+    ConvertPictures(text);
+    return selection_only ? ReadSelection(edit, text) : ReadDocument(edit, std::move(text));
 }
 
 std::string PictureAsRtf(const RichPicture& picture) {
-    return "{\\rtf1" + PictureGroup(picture) + "}";
+    std::string rtf = "{\\rtf1";
+    AppendRtfPicture(rtf, picture);
+    return rtf + '}';
 }
 
 }  // namespace tonvale

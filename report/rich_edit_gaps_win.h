@@ -16,9 +16,10 @@ namespace tonvale {
 
 struct RichEditGaps {
     RtfWriterFaults writer;
-    bool forgets_offsets = false;      // \up and \dn are not read
-    bool joins_cells = false;          // of tables, whose tabs come after all of them
-    bool drops_pictures = false;       // PNG and JPEG pictures are not read
+    // \up and \dn are not read, nor are PNG and JPEG pictures; the cells of tables run into each
+    // other, and the control may crash at malformed text. It is given nothing but what this program
+    // has read and written anew.
+    bool reads_poorly = false;
     bool blank_pictures = false;       // metafiles are read, but not drawn
     bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing
 };
@@ -31,9 +32,16 @@ RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent);
 std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGaps& gaps,
                                           bool selection_only);
 
-// Puts `rtf` in place of the document or the selection. False when the control could not make
-// sense of all of it.
-bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
+// What this program understands of a document: of one that is too long, a part that is too long.
+RichText ReadReport(std::string_view rtf);
+
+// True when the document is longer than may be, or when a paragraph is so long that the control
+// would be at it for minutes.
+bool IsTooLong(const RichText& text, const RichEditGaps& gaps);
+
+// Puts `rtf`, of which ReadReport has made `text`, in place of the document or the selection. False
+// when the control could not make sense of all of it.
+bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf, RichText text,
                    bool selection_only);
 
 // `picture`, an enhanced metafile, as a document of its own in Rich Text Format.

@@ -7,6 +7,11 @@
 
 #include <richole.h>
 
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <vector>
+
 #include "common/handles_win.h"
 #include "report/com_pointer_win.h"
 
@@ -55,29 +60,75 @@ void PlayMetafile(HDC dc, IOleObject* object, const RECT& place) {
     ReleaseStgMedium(&medium);
 }
 
-void DrawVisiblePictures(HWND editor) {
-    const ComPointer<IRichEditOle> objects = ObjectsOf(editor);
-    const LONG count = objects ? objects->GetObjectCount() : 0;
-    if (count == 0) return;
-    RECT visible{};
-    SendMessageW(editor, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&visible));
-    const WindowDc dc(editor);
-    IntersectClipRect(dc.get(), visible.left, visible.top, visible.right, visible.bottom);
-    for (LONG i = 0; i < count; ++i) {
-        const PlacedObject placed = ObjectAt(*objects, i);
-        const RECT place = PlaceOf(editor, placed);
-        RECT shown{};
-        if (IntersectRect(&shown, &place, &visible)) {
-            PlayMetafile(dc.get(), placed.object.get(), place);
-        }
-    }
+LONG CharacterAt(HWND editor, LONG x, LONG y) {
+    POINTL place{x, y};
+    return static_cast<LONG>(
+        SendMessageW(editor, EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&place)));
 }
 
+// What of an editor's pictures is known between two paintings: to count them takes as long as the
+// text is.
+class PictureLayer {
+  public:
+    // To be called after each message that the editor has done its part of.
+    void Follow(HWND editor, UINT message, WPARAM wparam) {
+        if (message == WM_SETREDRAW) redraws_ = wparam != FALSE;
+        if (message != WM_PAINT) {
+            is_known_ = is_known_ && KeepsText(message);
+        } else if (redraws_) {
+            Draw(editor);
+            is_known_ = true;  // whatever it had to ask the editor
+        }
+    }
+
+  private:
+    static bool KeepsText(UINT message) {
+        constexpr std::array<UINT, 9> kMessages = {
+            WM_VSCROLL,   WM_HSCROLL, WM_MOUSEWHEEL, WM_MOUSEMOVE,  WM_NCHITTEST,
+            WM_SETCURSOR, WM_NCPAINT, WM_ERASEBKGND, EM_LINESCROLL,
+        };
+        return std::find(kMessages.begin(), kMessages.end(), message) != kMessages.end();
+    }
+
+    void FindPictures(IRichEditOle& objects) {
+        positions_.clear();
+        const LONG count = objects.GetObjectCount();
+        for (LONG i = 0; i < count; ++i) positions_.push_back(ObjectAt(objects, i).position);
+        is_known_ = true;
+    }
+
+    void Draw(HWND editor) {
+        const ComPointer<IRichEditOle> objects = ObjectsOf(editor);
+        if (objects && !is_known_) FindPictures(*objects);
+        if (!objects || positions_.empty()) return;
+        RECT visible{};
+        SendMessageW(editor, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&visible));
+        const LONG first = CharacterAt(editor, visible.left, visible.top);
+        const LONG last = CharacterAt(editor, visible.right, visible.bottom);
+        const WindowDc dc(editor);
+        IntersectClipRect(dc.get(), visible.left, visible.top, visible.right, visible.bottom);
+        for (std::size_t i = 0; i < positions_.size(); ++i) {
+            if (positions_[i] < first || positions_[i] > last) continue;
+            const PlacedObject placed = ObjectAt(*objects, static_cast<LONG>(i));
+            PlayMetafile(dc.get(), placed.object.get(), PlaceOf(editor, placed));
+        }
+    }
+
+    bool redraws_ = true;
+    bool is_known_ = false;
+    std::vector<LONG> positions_;  // ascending
+};
+
 LRESULT CALLBACK DrawAfterEditor(HWND editor, UINT message, WPARAM wparam, LPARAM lparam,
-                                 UINT_PTR id, DWORD_PTR /*data*/) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(editor, DrawAfterEditor, id);
+                                 UINT_PTR id, DWORD_PTR data) {
+    auto* layer = reinterpret_cast<PictureLayer*>(data);
     const LRESULT result = DefSubclassProc(editor, message, wparam, lparam);
-    if (message == WM_PAINT) DrawVisiblePictures(editor);
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(editor, DrawAfterEditor, id);
+        delete layer;
+    } else {
+        layer->Follow(editor, message, wparam);
+    }
     return result;
 }
 
@@ -94,7 +145,10 @@ bool LeavesPicturesBlank(HWND editor) {
 }
 
 void DrawPicturesOf(HWND editor) {
-    SetWindowSubclass(editor, DrawAfterEditor, 0, 0);
+    auto layer = std::make_unique<PictureLayer>();
+    if (SetWindowSubclass(editor, DrawAfterEditor, 0, reinterpret_cast<DWORD_PTR>(layer.get()))) {
+        static_cast<void>(layer.release());  // the editor's, until it is destroyed
+    }
 }
 
 }  // namespace tonvale

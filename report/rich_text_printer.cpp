@@ -120,12 +120,15 @@ bool RichTextPrinter::PrintPages(const RichText& text) {
 bool RichTextPrinter::PrintParagraph(const RichParagraph& paragraph) {
     paragraph_ = &paragraph;
     right_ = area_.right - Across(paragraph.right_twips);
+    y_ += Down(paragraph.space_before_twips);
     StartLine(true);
     if (paragraph.has_bullet) AddBullet();
     for (const RichRun& run : paragraph.runs) {
         if (!AddRun(run)) return false;
     }
-    return FinishLine();
+    if (!FinishLine()) return false;
+    y_ += Down(paragraph.space_after_twips);
+    return true;
 }
 
 void RichTextPrinter::StartLine(bool is_first) {
@@ -153,6 +156,7 @@ Piece RichTextPrinter::MakePiece(const CharacterStyle& style) {
 }
 
 bool RichTextPrinter::AddRun(const RichRun& run) {
+    if (run.style.hidden) return true;
     if (run.picture) return AddPicture(run);
     UseStyle(run.style);
     std::string_view rest = run.text;
@@ -313,6 +317,11 @@ void RichTextPrinter::DrawPiece(const Piece& piece, int baseline) {
     const Color color = style.color.value_or(kBlack);
     Canvas& canvas = printer_.canvas();
     UseStyle(style);
+    if (style.background) {
+        canvas.FillRectangle(
+            {piece.x, top, piece.x + piece.width, baseline - piece.offset + piece.descent},
+            *style.background);
+    }
     canvas.SetTextColor(color);
     if (!piece.text.empty()) canvas.DrawTextAt({piece.x, top}, piece.text);
     const Pen pen{color, std::max(Down(style.size_twips) / 14, 1)};

@@ -29,11 +29,6 @@ constexpr std::array<DestinationWord, 24> kDestinations = {{
     {"stylesheet", RtfDestination::kIgnored},  {"xe", RtfDestination::kIgnored},
 }};
 
-// Words that stand for a character or a blank.
-constexpr std::array<std::string_view, 15> kCharacterWords = {
-    "u",      "tab",    "line",      "par",       "cell",   "~",      "_",  "bullet",
-    "lquote", "rquote", "ldblquote", "rdblquote", "emdash", "endash", "row"};
-
 }  // namespace
 
 void RtfGroups::Follow(const RtfToken& token) {
@@ -62,13 +57,6 @@ void RtfGroups::Follow(const RtfToken& token) {
         }
     }
     is_group_start_ = false;
-}
-
-bool RtfGroups::IsBodyText(const RtfToken& token) const {
-    if (depth() == 0 || destination() != RtfDestination::kBody) return false;
-    if (token.kind == Kind::kText || token.kind == Kind::kByte) return true;
-    return token.kind == Kind::kWord && std::find(kCharacterWords.begin(), kCharacterWords.end(),
-                                                  token.name) != kCharacterWords.end();
 }
 
 }  // namespace tonvale

@@ -10,7 +10,7 @@
 namespace tonvale {
 
 // Where the text of a group goes.
-enum class RtfDestination {
+enum class RtfDestination : unsigned char {
     kBody,
     kFontTable,
     kColorTable,
@@ -27,8 +27,6 @@ class RtfGroups {
     // Number of open groups; 0 outside of all of them.
     std::size_t depth() const { return destinations_.size() - 1; }
     RtfDestination destination() const { return destinations_.back(); }
-    // True when `token`, the last one followed, is text of the document.
-    bool IsBodyText(const RtfToken& token) const;
 
   private:
     std::vector<RtfDestination> destinations_ = {RtfDestination::kBody};

@@ -1,8 +1,6 @@
-// Rich Text Format as rich-text controls write and read it, put right where they go wrong.
+// Rich Text Format as rich-text controls write it, put right where they go wrong.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,16 +23,5 @@ std::string RepairWrittenRtf(std::string_view rtf, const RtfWriterFaults& faults
 bool IsRtf(std::string_view bytes);
 // True when its outermost group is closed, with nothing but blanks and NULs behind it.
 bool IsWholeRtf(std::string_view bytes);
-
-// A mark stands before the text whose offset from the line differs from that of the text before.
-// It is three characters that no text holds: this one, and two digits of 16 values each.
-inline constexpr char16_t kOffsetMark = 0xFDEE;
-inline constexpr char16_t kOffsetDigit = 0xFDD0;  // the digit 0
-
-// The text of `rtf` with such marks for its \up and \dn; nullopt when it has none of these.
-std::optional<std::string> MarkOffsets(std::string_view rtf);
-// Half points, positive above the line, that two digits of a mark stand for; nullopt when they are
-// no digits.
-std::optional<int> OffsetOfMark(char16_t high, char16_t low);
 
 }  // namespace tonvale

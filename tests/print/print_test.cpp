@@ -8,7 +8,9 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/app_state.h"
@@ -139,23 +141,51 @@ constexpr char kReportHead[] =
     "\\pard\\qr{\\cf1 a destra}\\par"
     "\\pard{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}primo punto\\par\\pard ";
 
-TEST_F(PrintTest, ReportDocumentOnSeveralPages) {
-    LoadLibraryW(L"RICHED32.DLL");
-    HWND parent = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 400, 300, nullptr, nullptr,
+class ReportPrintTest : public PrintTest {
+  protected:
+    void SetUp() override {
+        PrintTest::SetUp();
+        LoadLibraryW(L"RICHED32.DLL");
+        parent_ = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 400, 300, nullptr, nullptr,
                                   nullptr, nullptr);
-    RichEdit edit;
-    ASSERT_TRUE(edit.Create(nullptr, parent, 1, 0, 0));
-    SetDefaultFormats(edit);
-    const RichEditGaps gaps = FindRichEditGaps(nullptr, parent);
+        ASSERT_TRUE(edit_.Create(nullptr, parent_, 1, 0, 0));
+        SetDefaultFormats(edit_);
+        gaps_ = FindRichEditGaps(nullptr, parent_);
+    }
+    void TearDown() override { DestroyWindow(parent_); }
+
+    bool Show(const std::string& rtf) {
+        return ReadReportRtf(edit_, gaps_, rtf, ReadReport(rtf), false);
+    }
+
+    HWND parent_ = nullptr;
+    RichEdit edit_;
+    RichEditGaps gaps_;
+};
+
+TEST_F(ReportPrintTest, SeveralPages) {
     std::string rtf = kReportHead;
     for (int i = 1; i <= 150; ++i) rtf += "riga " + FormatInteger(i) + "\\par ";
     for (int i = 1; i <= 60; ++i) rtf += "parola" + FormatInteger(i) + " ";
-    ASSERT_TRUE(ReadReportRtf(edit, gaps, rtf + "}", false));
+    ASSERT_TRUE(Show(rtf + "}"));
     AppContext app;
     app.open_printer = OpenDefaultPrinter;
-    PrintReportDocument(app, edit, gaps, "Relazione");
+    PrintReportDocument(app, edit_, gaps_, "Relazione");
     KeepPrintout("relazione");
-    DestroyWindow(parent);
+}
+
+// check_other_program.sh has a text processor tell what it makes of this file.
+TEST_F(ReportPrintTest, DocumentForOtherPrograms) {
+    std::string rtf = kReportHead;
+    rtf +=
+        "\\pard\\li720\\fi-360 m\\up6\\fs15 2\\up0\\fs20  \\u946? \\u8364? \\u1064?\\par"
+        "\\pard {\\pict\\pngblip\\picwgoal300\\pichgoal150 "
+        "89504e470d0a1a0a0000000d49484452000000010000000108060000001f15c4890000000d4944415478"
+        "9c63606060f80f0001040100e221bc330000000049454e44ae426082} figura\\par";
+    ASSERT_TRUE(Show(rtf + "}"));
+    const std::optional<std::string> written = WriteReportRtf(edit_, gaps_, false);
+    ASSERT_TRUE(written);
+    std::ofstream(folder_ / "formati.tnv", std::ios::binary) << *written;
 }
 
 // Takes the default printer out of the system profile for a while.

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "report/rtf_pictures.h"
 #include "report/rtf_tokens.h"
 
 namespace tonvale {
@@ -59,8 +58,9 @@ TEST(RtfReaderTest, ReadsParagraphs) {
     const RichText text = ReadRichText(
         "{\\rtf1\\pard\\qc\\tx2000\\tx1000 uno\\tab a\\line b\\par"
         "\\pard{\\pntext\\f1 \\'b7\\tab}{\\*\\pn\\pnlvlblt\\pnf1{\\pntxtb\\'b7}}"
-        "\\li660\\fi-300\\ri100 due\\par\\par\\pard\\qr tre}");
-    ASSERT_EQ(text.size(), 4U);
+        "\\li660\\fi-300\\ri100\\sb120\\sa60 due\\par\\par\\pard\\qr tre\\par"
+        "\\pard{\\pntext 1.\\tab}{\\*\\pn\\pnlvlbody\\pndec}quattro}");
+    ASSERT_EQ(text.size(), 5U);
     EXPECT_EQ(text[0].alignment, HorizontalAlignment::kCenter);
     EXPECT_EQ(text[0].tabs_twips, (std::vector<int>{1000, 2000}));
     EXPECT_FALSE(text[0].has_bullet);
@@ -68,8 +68,10 @@ TEST(RtfReaderTest, ReadsParagraphs) {
     EXPECT_EQ(text[1].left_twips, 660);
     EXPECT_EQ(text[1].first_line_twips, -300);
     EXPECT_EQ(text[1].right_twips, 100);
+    EXPECT_EQ(text[1].space_before_twips, 120);
+    EXPECT_EQ(text[1].space_after_twips, 60);
     EXPECT_EQ(text[3].alignment, HorizontalAlignment::kRight);
-    EXPECT_EQ(PlainTextOf(text), "uno\ta\nb\ndue\n\ntre\n");
+    EXPECT_EQ(PlainTextOf(text), "uno\ta\nb\ndue\n\ntre\n1.\tquattro\n");
 }
 
 TEST(RtfReaderTest, ReadsEveryKindOfCharacter) {
@@ -80,10 +82,27 @@ TEST(RtfReaderTest, ReadsEveryKindOfCharacter) {
               "€α\uF0CBβγ😀\u00A0–rete{}\\\n");
 }
 
+TEST(RtfReaderTest, BytesAreThoseOfTheFontsCodePage) {
+    std::string pages;
+    const auto decode = [&pages](std::string_view bytes, int page) {
+        pages += std::string(bytes) + std::to_string(page) + ' ';
+        return std::string(bytes);
+    };
+    const RichText text = ReadRichText(
+        "{\\rtf1\\ansicpg1250\\deff7{\\fonttbl{\\f7 Arial;}{\\f1\\fcharset204 Cyr;}"
+        "{\\f2\\fcharset2 Symbol;}{\\f3\\fcharset0 West;}}a{\\f1 b}\\f3 "
+        "c\\f2\\'b7\\plain\\u7?d\te}",
+        {.decode = decode});
+    EXPECT_EQ(PlainTextOf(text), "abc\uF0B7d\te\n");
+    EXPECT_EQ(pages, "a1250 b1251 c1252 d\te1250 ");
+    EXPECT_EQ(text.at(0).runs.back().style.face, "Arial");
+}
+
 TEST(RtfReaderTest, TableRowIsOneParagraphWithTabs) {
     const RichText text = ReadRichText(
-        "{\\rtf1\\trowd\\cellx2000\\cellx4000\\intbl a\\cell b\\cell\\row\\pard dopo\\par}");
-    EXPECT_EQ(PlainTextOf(text), "a\tb\t\ndopo\n");
+        "{\\rtf1\\trowd\\cellx2000\\cellx4000\\intbl a\\cell b\\cell\\row\\pard dopo\\par"
+        "\\trowd\\cellx1000\\pard\\intbl\\cell\\cell c\\cell\\row}");
+    EXPECT_EQ(PlainTextOf(text), "a\tb\ndopo\n\t\tc\n");
     EXPECT_EQ(text[0].tabs_twips, (std::vector<int>{2000, 4000}));
     EXPECT_TRUE(text[1].tabs_twips.empty());
 }
@@ -99,31 +118,22 @@ TEST(RtfReaderTest, AnyEndGivesWhatStandsBefore) {
     EXPECT_EQ(PlainTextOf(ReadRichText(std::string(100000, '{') + "x")), "x\n");
 }
 
-TEST(RtfPicturesTest, PictureComesBack) {
-    const std::string bytes{"\x89PNG\0\xff", 6};
-    const RichPicture picture{RichPicture::Format::kPng, bytes, 1500, 300};
-    const RichText text = ReadRichText("{\\rtf1 a" + PictureGroup(picture) + "b}");
-    ASSERT_EQ(text.at(0).runs.size(), 3U);
-    ASSERT_TRUE(text[0].runs[1].picture);
-    EXPECT_EQ(text[0].runs[1].picture->format, RichPicture::Format::kPng);
-    EXPECT_EQ(text[0].runs[1].picture->bytes, picture.bytes);
-    EXPECT_EQ(text[0].runs[1].picture->width_twips, 1500);
-    EXPECT_EQ(text[0].runs[1].picture->height_twips, 300);
-    EXPECT_EQ(PlainTextOf(text), "ab\n");
+TEST(RtfReaderTest, StopsBehindTheMostThatIsWanted) {
+    EXPECT_EQ(PlainTextOf(ReadRichText("{\\rtf1 ab\\par\\par c\\par d}", {.max_characters = 4})),
+              "ab\n\nc\n");
 }
 
-TEST(RtfPicturesTest, ReplacesOnlyWhatNeedsIt) {
-    std::string seen;
-    const auto replace = [&seen](const RichPicture& picture) -> std::optional<std::string> {
-        seen += picture.bytes;
-        if (picture.bytes == "C") return std::nullopt;
-        return "[" + picture.bytes + "]";
-    };
-    EXPECT_EQ(ReplacePictures("{a{\\pict\\pngblip 41}b{\\pict\\emfblip 42}{\\pict\\jpegblip 43}"
-                              "{\\*\\shppict{\\pict{\\*\\picprop x}\\jpegblip\\bin1 }}}{\\pict 44",
-                              replace),
-              "{a[A]b{\\pict\\emfblip 42}{\\pict\\jpegblip 43}{\\*\\shppict[}]}{\\pict 44");
-    EXPECT_EQ(seen, "AC}");
+TEST(RtfReaderTest, ReadsPicturesInTheirSize) {
+    const RichText text = ReadRichText(
+        "{\\rtf1{\\pict\\pngblip\\picw10\\pich20\\picscalex200 8950}"
+        "{\\*\\shppict{\\pict{\\*\\picprop 77}\\wmetafile8\\picw2540\\pich1270\\pichgoal900\\bin2 "
+        "}{}}"
+        "{\\nonshppict{\\pict\\dibitmap0 00}}{\\pict\\macpict 00}}");
+    ASSERT_EQ(text.at(0).runs.size(), 3U);
+    const auto picture = [&text](std::size_t run) { return *text[0].runs[run].picture; };
+    EXPECT_EQ(picture(0), (RichPicture{RichPicture::Format::kPng, "\x89P", 300, 300}));
+    EXPECT_EQ(picture(1), (RichPicture{RichPicture::Format::kWindowsMetafile, "}{", 1440, 900}));
+    EXPECT_EQ(picture(2).format, RichPicture::Format::kUnknown);
 }
 
 }  // namespace

@@ -3,10 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
-
-#include "report/rtf_reader.h"
-#include "report/rtf_tables.h"
 
 namespace tonvale {
 namespace {
@@ -66,50 +62,6 @@ TEST(RtfRepairTest, WholeMeansThatTheOutermostGroupIsClosed) {
     EXPECT_FALSE(IsWholeRtf("{\\rtf1 a}b}"));
     EXPECT_FALSE(IsWholeRtf("testo"));
     EXPECT_FALSE(IsWholeRtf(""));
-}
-
-TEST(RtfTablesTest, RowsBecomeParagraphs) {
-    const RichText text = ReadRichText(FlattenTables(
-        "{\\rtf1 prima\\par\\trowd\\cellx2000\\cellx4000\\cellx6000\\pard\\intbl{a}\\cell"
-        "\\pard\\intbl 5\\cell\\pard\\intbl\\b c\\cell\\row"
-        "\\trowd\\cellx1000\\pard\\intbl\\cell\\cell d\\cell\\row\\pard dopo}"));
-    EXPECT_EQ(PlainTextOf(text), "prima\na\t5\tc\n\t\td\ndopo\n");
-    EXPECT_EQ(text.at(1).tabs_twips, (std::vector<int>{2000, 4000, 6000}));
-    EXPECT_EQ(text.at(2).tabs_twips, std::vector<int>{1000});
-    EXPECT_TRUE(text.at(3).tabs_twips.empty());
-    EXPECT_EQ(FlattenTables("{\\rtf1\\b a\\tab b\\par}"), "{\\rtf1\\b a\\tab b\\par}");
-}
-
-// The text with "<offset>" for each mark.
-std::string MarkedText(const std::string& rtf) {
-    const std::optional<std::string> marked = MarkOffsets(rtf);
-    if (!marked) return "none";
-    std::string result;
-    const std::string text = PlainTextOf(ReadRichText(*marked));
-    for (std::size_t i = 0; i < text.size();) {
-        // Each of the three characters of a mark takes three bytes: EF B7 xx.
-        if (text.compare(i, 3, "\uFDEE") != 0) {
-            result += text[i++];
-            continue;
-        }
-        const auto unit = [&text](std::size_t at) {
-            return static_cast<char16_t>(0xF000 | (text.at(at + 1) & 0x3F) << 6 |
-                                         (text.at(at + 2) & 0x3F));
-        };
-        result += "<" + std::to_string(OffsetOfMark(unit(i + 3), unit(i + 6)).value()) + ">";
-        i += 9;
-    }
-    return result;
-}
-
-TEST(RtfRepairTest, MarksStandWhereTheOffsetChanges) {
-    EXPECT_EQ(MarkedText("{\\rtf1 a\\up5 b\\fs15 c\\up0 d\\dn6\\i e{\\up127 f}g\\plain h}"),
-              "a<5>bc<0>d<-6>e<127>f<-6>g<0>h\n");
-    EXPECT_EQ(MarkedText("{\\rtf1\\up a\\par\\dn\\u945?\\par}"), "<6>a\n<-6>α\n");
-    EXPECT_EQ(MarkedText("{\\rtf1{\\stylesheet{\\up5 s;}}{\\info\\up5 x}{\\*\\x\\up5 y} a}"),
-              "none");
-    EXPECT_EQ(MarkedText("{\\rtf1 a\\up5\\up0 b\\dn0 c}"), "none");
-    EXPECT_EQ(OffsetOfMark(u'x', kOffsetDigit), std::nullopt);
 }
 
 }  // namespace

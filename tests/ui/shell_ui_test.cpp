@@ -7,13 +7,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -24,6 +20,7 @@
 #include "app/view_switch_win.h"
 #include "common/clipboard_win.h"
 #include "common/result_view.h"
+#include "hearing/loss_comparison.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 #include "tests/ui/dialog_fixture.h"
@@ -33,7 +30,6 @@
 namespace tonvale {
 namespace {
 
-constexpr char kSaveTitle[] = "Salvataggio file di dati";
 constexpr char kNotesTitle[] = "Un commento per la stampa?";
 constexpr char kCopyFailure[] = "Impossibile copiare negli appunti!";
 constexpr int kKinds[] = {CMD_VIEW_AUDIOGRAM, CMD_VIEW_CHART, CMD_VIEW_TABLE};
@@ -41,20 +37,18 @@ constexpr int kKinds[] = {CMD_VIEW_AUDIOGRAM, CMD_VIEW_CHART, CMD_VIEW_TABLE};
 // A result whose chart is a red diagonal on white, and which writes down how it was drawn.
 class FakeResult final : public ResultView {
   public:
-    std::map<ViewKind, std::string> menu_texts = {{ViewKind::kTable, "&Tabella"},
-                                                  {ViewKind::kChart, "&Grafico"},
-                                                  {ViewKind::kAudiogram, "&Audiogramma"}};
-    std::map<ViewKind, std::string> tips = {{ViewKind::kTable, "Tabella"},
-                                            {ViewKind::kChart, "Grafico"},
-                                            {ViewKind::kAudiogram, "Audiogramma"}};
+    bool has_audiogram = true;
     std::string table = "q (%);500 Hz\r\n5;1,5\r\n";
     mutable ViewKind drawn_kind = ViewKind::kTable;
     mutable Rect drawn_area;
     mutable DrawingStyle drawn_style;
 
-    bool Has(ViewKind kind) const override { return menu_texts.contains(kind); }
-    std::string_view MenuText(ViewKind kind) const override { return menu_texts.at(kind); }
-    std::string_view TipText(ViewKind kind) const override { return tips.at(kind); }
+    bool Has(ViewKind kind) const override { return has_audiogram || kind != ViewKind::kAudiogram; }
+    std::string_view MenuText(ViewKind kind) const override {
+        constexpr std::string_view kTexts[] = {"&Tabella", "&Grafico", "&Audiogramma"};
+        return kTexts[static_cast<int>(kind)];
+    }
+    std::string_view TipText(ViewKind kind) const override { return MenuText(kind).substr(1); }
     std::vector<std::string> CurveNames(ViewKind kind) const override {
         if (kind == ViewKind::kTable) return {};
         return {"500 Hz", "1000 Hz", "2000 Hz"};
@@ -77,10 +71,9 @@ class FakeResult final : public ResultView {
 class ShellTest : public MainWindowTest {
   protected:
     static HWND Toolbar() { return GetDlgItem(Main(), IDC_TOOLBAR); }
-    static HWND Main() { return FindWindowW(kMainWindowClass, nullptr); }
     static HWND Results() { return GetDlgItem(Main(), IDC_RESULT_VIEW); }
 
-    static void Show(UiDriver& ui, const FakeResult& result, int view = kHearingLossView,
+    static void Show(UiDriver& ui, const ResultView& result, int view = kHearingLossView,
                      int command = CMD_NIPTS) {
         ui.OnWindowOfClass(kMainClass, [&result, view, command](HWND) {
             TheProgram().ShowResultView(view, command, result);
@@ -88,47 +81,31 @@ class ShellTest : public MainWindowTest {
     }
 
     static bool IsButton(int command, UINT state) {
-        const auto states = static_cast<UINT>(
-            SendMessageW(Toolbar(), TB_GETSTATE, static_cast<WPARAM>(command), 0));
-        return (states & state) != 0;
+        return (SendMessageW(Toolbar(), TB_GETSTATE, static_cast<WPARAM>(command), 0) & state) != 0;
     }
 
-    // The view items: "text", then "-" when greyed and "*" when checked.
-    static std::vector<std::string> ViewItems() {
-        std::vector<std::string> items;
+    // The view items: "text", then "-" when greyed and "*" when checked. Their buttons are alike.
+    static std::string ViewItems() {
+        std::string items;
         for (const MenuCommand& item : OpenPopup(Main(), GetSubMenu(GetMenu(Main()), 2))) {
-            items.push_back(item.text.substr(0, item.text.find('\t')) + (item.enabled ? "" : "-") +
-                            (item.checked ? "*" : ""));
+            items += item.text.substr(0, item.text.find('\t')) + (item.enabled ? "" : "-") +
+                     (item.checked ? "*" : "") + "|";
+            EXPECT_EQ(IsButton(item.id, TBSTATE_ENABLED), item.enabled) << item.text;
+            EXPECT_EQ(IsButton(item.id, TBSTATE_CHECKED), item.checked) << item.text;
         }
         return items;
     }
 
-    static std::string TipOf(int command) {
+    static std::string ToolTipOf(int command) {
         NMTTDISPINFOW request{};
         request.hdr = {Toolbar(), static_cast<UINT_PTR>(command), TTN_GETDISPINFOW};
         request.lpszText = request.szText;
         SendMessageW(Main(), WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
         return Narrow(request.lpszText);
     }
-
-    std::string Path(const std::string& name) const {
-        return Narrow((folder_ / Widen(name)).wstring());
-    }
-    std::string ReadFile(const std::string& name) const {
-        std::ifstream file(folder_ / Widen(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    // Types a name into the save dialog, which asks whether to make the new file.
-    static void SaveNewFile(UiDriver& ui, const std::string& path) {
-        ui.OnWindow(kSaveTitle, [path](HWND dialog) {
-            SetWindowTextUtf8(GetDlgItem(dialog, kFileNameField), path);
-        });
-        ui.Command(IDOK).AnswerMessage("Conferma operazione",
-                                       path + "\r\nIl file non esiste. Crearlo?", IDYES);
-    }
 };
 
-TEST_F(ShellTest, ToolbarHoldsEveryButtonAndFollowsTheMenu) {
+TEST_F(ShellTest, ToolbarHoldsEveryButtonAndGrowsWithTheResolution) {
     constexpr int kOrder[] = {
         40030, 40026, 40019, 0,     40027, 40014, 40024, 0,     40017, 40016,
         40015, 40018, 0,     40020, 40023, 40022, 40034, 40029, 40021, 40001,
@@ -157,10 +134,10 @@ TEST_F(ShellTest, ToolbarHoldsEveryButtonAndFollowsTheMenu) {
             EXPECT_EQ((button.fsStyle & BTNS_CHECKGROUP) == BTNS_CHECKGROUP, is_kind) << position;
             if (kOrder[position] == 0) continue;
             EXPECT_TRUE(images.insert(button.iBitmap).second) << position;
-            EXPECT_NE(TipOf(kOrder[position]), "") << position;
+            EXPECT_NE(ToolTipOf(kOrder[position]), "") << position;
         }
         EXPECT_EQ(*images.rbegin(), 24);
-        for (const auto& [command, tip] : tips) EXPECT_EQ(TipOf(command), tip);
+        for (const auto& [command, tip] : tips) EXPECT_EQ(ToolTipOf(command), tip);
         const auto style = static_cast<DWORD>(SendMessageW(Toolbar(), TB_GETSTYLE, 0, 0));
         EXPECT_EQ(style & (TBSTYLE_FLAT | TBSTYLE_TOOLTIPS), TBSTYLE_FLAT | TBSTYLE_TOOLTIPS);
         // One rule for menu items and buttons.
@@ -171,15 +148,7 @@ TEST_F(ShellTest, ToolbarHoldsEveryButtonAndFollowsTheMenu) {
             }
         }
     });
-    ui.Screenshot("toolbar");
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
-}
-
-TEST_F(ShellTest, ToolbarGrowsWithTheResolution) {
-    UiDriver ui;
-    ui.OnWindowOfClass(kMainClass, [](HWND main) {
+    ui.Screenshot("toolbar").OnWindowOfClass(kMainClass, [](HWND main) {
         const auto images =
             reinterpret_cast<HIMAGELIST>(SendMessageW(Toolbar(), TB_GETIMAGELIST, 0, 0));
         int width = 0;
@@ -198,74 +167,19 @@ TEST_F(ShellTest, ToolbarGrowsWithTheResolution) {
         EXPECT_GE(editor.top, toolbar.bottom);
     });
     ui.Screenshot("toolbar_narrow");
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
+    RunToEnd(ui);
 }
-
-using Items = std::vector<std::string>;
 
 TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
-    FakeResult result;
-    UiDriver ui;
-    Show(ui, result, kHearingLossView, CMD_HTLA);
-    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
-        EXPECT_TRUE(IsZoomed(main));
-        EXPECT_FALSE(IsWindowVisible(GetDlgItem(main, IDC_REPORT_EDITOR)));
-        EXPECT_EQ(GetFocus(), Results());
-        EXPECT_EQ(TheProgram().views().view(), kHearingLossView);
-        EXPECT_EQ(TheProgram().views().command(), CMD_HTLA);
-        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella-*", "Do&cumento"}));
-        EXPECT_TRUE(IsButton(CMD_VIEW_TABLE, TBSTATE_CHECKED));
-        EXPECT_FALSE(IsButton(CMD_VIEW_TABLE, TBSTATE_ENABLED));
-        EXPECT_TRUE(IsButton(CMD_VIEW_CHART, TBSTATE_ENABLED));
-        EXPECT_FALSE(IsButton(CMD_CUT, TBSTATE_ENABLED));
-        EXPECT_FALSE(IsButton(CMD_PASTE, TBSTATE_ENABLED));
-        EXPECT_TRUE(IsButton(CMD_COPY, TBSTATE_ENABLED));
-        EXPECT_EQ(result.drawn_kind, ViewKind::kTable);
-        EXPECT_TRUE(result.drawn_style.use_color);
-    });
-    ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
-        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico-*", "&Tabella", "Do&cumento"}));
-        EXPECT_TRUE(IsButton(CMD_VIEW_CHART, TBSTATE_CHECKED));
-        EXPECT_FALSE(IsButton(CMD_VIEW_CHART, TBSTATE_ENABLED));
-        EXPECT_FALSE(IsButton(CMD_VIEW_TABLE, TBSTATE_CHECKED));
-        UpdateWindow(Results());
-        EXPECT_EQ(result.drawn_kind, ViewKind::kChart);
-    });
-    ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
-        return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
-    });
-    ui.Do([] {
-        EXPECT_EQ(TheProgram().views().view(), kDocumentView);
-        EXPECT_FALSE(IsWindowVisible(Results()));
-        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella", "Do&cumento-"}));
-        for (int kind : kKinds) EXPECT_FALSE(IsButton(kind, TBSTATE_CHECKED)) << kind;
-    });
-    // The last result is still there.
-    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
-        UpdateWindow(Results());
-        EXPECT_EQ(result.drawn_kind, ViewKind::kAudiogram);
-        EXPECT_EQ(TheProgram().views().view(), kHearingLossView);
-    });
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
-}
-
-TEST_F(ShellTest, AdaptsMenuButtonsAndTipsToEachResult) {
-    FakeResult losses;
     FakeResult risk;
-    risk.menu_texts.erase(ViewKind::kAudiogram);
-    FakeResult predictions;
-    predictions.menu_texts[ViewKind::kAudiogram] = "Perdite-&Livello";
-    predictions.menu_texts[ViewKind::kChart] = "&Perdite-Tempo";
-    predictions.tips[ViewKind::kAudiogram] = "Perdite-Livello";
-    predictions.tips[ViewKind::kChart] = "Perdite-Tempo";
+    risk.has_audiogram = false;
+    const LossComparisonState comparison;
+    const LossComparisonView predictions(comparison);
+    FakeResult losses;
     UiDriver ui;
     Show(ui, risk, kRiskView, CMD_RISK);
     ui.Do([] {
-        EXPECT_EQ(ViewItems(), (Items{"&Grafico", "&Tabella-*", "Do&cumento"}));
+        EXPECT_EQ(ViewItems(), "&Grafico|&Tabella-*|Do&cumento|");
         EXPECT_TRUE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
     });
     ui.Command(CMD_VIEW_AUDIOGRAM).Do([&] {
@@ -273,34 +187,48 @@ TEST_F(ShellTest, AdaptsMenuButtonsAndTipsToEachResult) {
     });
     Show(ui, predictions, kPredictionsView, CMD_PREDICTIONS);
     ui.Do([] {
-        EXPECT_EQ(ViewItems(),
-                  (Items{"Perdite-&Livello", "&Perdite-Tempo", "&Tabella-*", "Do&cumento"}));
+        EXPECT_EQ(ViewItems(), "Perdite-&Livello|&Perdite-Tempo|&Tabella-*|Do&cumento|");
         EXPECT_FALSE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
-        EXPECT_EQ(TipOf(CMD_VIEW_CHART), "Perdite-Tempo");
-        EXPECT_EQ(TipOf(CMD_VIEW_AUDIOGRAM), "Perdite-Livello");
+        EXPECT_EQ(ToolTipOf(CMD_VIEW_CHART), "Perdite-Tempo");
+        EXPECT_EQ(ToolTipOf(CMD_VIEW_AUDIOGRAM), "Perdite-Livello");
         EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0), 25);
         EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_AUDIOGRAM, 0), 26);
     });
-    Show(ui, losses);
-    ui.Do([] {
-        EXPECT_EQ(ViewItems(), (Items{"&Audiogramma", "&Grafico", "&Tabella-*", "Do&cumento"}));
-        EXPECT_EQ(TipOf(CMD_VIEW_CHART), "Grafico");
+    Show(ui, losses, kHearingLossView, CMD_HTLA);
+    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+        EXPECT_TRUE(IsZoomed(main));
+        EXPECT_FALSE(IsWindowVisible(GetDlgItem(main, IDC_REPORT_EDITOR)));
+        EXPECT_EQ(GetFocus(), Results());
+        EXPECT_EQ(TheProgram().views().view(), kHearingLossView);
+        EXPECT_EQ(TheProgram().views().command(), CMD_HTLA);
+        EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico|&Tabella-*|Do&cumento|");
+        EXPECT_EQ(ToolTipOf(CMD_VIEW_CHART), "Grafico");
         EXPECT_EQ(SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0), 6);
+        EXPECT_FALSE(IsButton(CMD_CUT, TBSTATE_ENABLED));
+        EXPECT_FALSE(IsButton(CMD_PASTE, TBSTATE_ENABLED));
+        EXPECT_TRUE(IsButton(CMD_COPY, TBSTATE_ENABLED));
+        EXPECT_EQ(losses.drawn_kind, ViewKind::kTable);
+        EXPECT_TRUE(losses.drawn_style.use_color);
     });
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
-}
-
-std::string ClipboardBytes(UINT format) {
-    if (!OpenClipboard(nullptr)) return "(not open)";
-    std::string bytes;
-    if (HANDLE data = GetClipboardData(format)) {
-        bytes.assign(static_cast<const char*>(GlobalLock(data)), GlobalSize(data));
-        GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return bytes;
+    ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
+        EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico-*|&Tabella|Do&cumento|");
+        UpdateWindow(Results());
+        EXPECT_EQ(losses.drawn_kind, ViewKind::kChart);
+    });
+    ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
+        return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
+    });
+    ui.Do([] {
+        EXPECT_EQ(TheProgram().views().view(), kDocumentView);
+        EXPECT_FALSE(IsWindowVisible(Results()));
+        EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico|&Tabella|Do&cumento-|");
+    });
+    // The last result is still there.
+    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
+        UpdateWindow(Results());
+        EXPECT_EQ(losses.drawn_kind, ViewKind::kAudiogram);
+    });
+    RunToEnd(ui);
 }
 
 SIZE ClipboardPictureSize() {
@@ -312,13 +240,24 @@ SIZE ClipboardPictureSize() {
     return {size.bmWidth, size.bmHeight};
 }
 
-TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPicture) {
+TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHeld) {
     const UINT csv = RegisterClipboardFormatW(L"Csv");
     const std::string separator = ListSeparator();
     FakeResult result;
     result.table = "Età;1,5\r\n";
+    HWND holder = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                  nullptr, nullptr);
     UiDriver ui;
     Show(ui, result);
+    ui.Do([holder] { EXPECT_TRUE(OpenClipboard(holder)); });
+    for (int view : {CMD_VIEW_CHART, CMD_VIEW_TABLE}) {
+        ui.OnWindowOfClass(kMainClass).Command(view).Command(CMD_COPY);
+        ui.AnswerMessage("Attenzione:", kCopyFailure, IDOK).WaitClosed("Attenzione:");
+    }
+    ui.OnWindowOfClass(kMainClass, [holder](HWND) {
+        CloseClipboard();
+        DestroyWindow(holder);
+    });
     ui.Command(CMD_COPY).Do([&] {
         const std::string bytes = ClipboardBytes(csv);
         EXPECT_EQ(std::string(bytes.c_str()), "Et\xe0" + separator + "1,5\r\n");
@@ -351,45 +290,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPicture) {
         SendMessageW(Results(), WM_LBUTTONUP, 0, MAKELPARAM(10, 10));
     });
     ui.Command(CMD_COPY).Do([] { EXPECT_GT(ClipboardPictureSize().cx, 98); });
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
-}
-
-// What holds the clipboard until this is destroyed.
-class HeldClipboard {
-  public:
-    HeldClipboard()
-        : holder_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                                  nullptr, nullptr)) {
-        EXPECT_TRUE(OpenClipboard(holder_));
-    }
-    ~HeldClipboard() {
-        CloseClipboard();
-        DestroyWindow(holder_);
-    }
-    HeldClipboard(const HeldClipboard&) = delete;
-    HeldClipboard& operator=(const HeldClipboard&) = delete;
-
-  private:
-    HWND holder_;
-};
-
-TEST_F(ShellTest, TellsThatTheClipboardIsHeld) {
-    FakeResult result;
-    std::unique_ptr<HeldClipboard> held;
-    UiDriver ui;
-    Show(ui, result);
-    ui.Do([&] { held = std::make_unique<HeldClipboard>(); });
-    ui.Command(CMD_COPY).AnswerMessage("Attenzione:", kCopyFailure, IDOK);
-    ui.WaitClosed("Attenzione:").OnWindowOfClass(kMainClass).Command(CMD_VIEW_CHART);
-    ui.Command(CMD_COPY).AnswerMessage("Attenzione:", kCopyFailure, IDOK);
-    ui.WaitClosed("Attenzione:").Do([&] { held.reset(); });
-    ui.OnWindowOfClass(kMainClass).Command(CMD_COPY);
-    ExpectNoDialog(ui);
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
+    RunToEnd(ui);
 }
 
 TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
@@ -410,35 +311,35 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         const std::string bytes = ReadFile("grafico.bmp");
         ASSERT_GT(bytes.size(), 54U);
-        BITMAPFILEHEADER file{};
         BITMAPINFOHEADER info{};
-        std::memcpy(&file, bytes.data(), sizeof file);
-        std::memcpy(&info, bytes.data() + sizeof file, sizeof info);
+        std::memcpy(&info, bytes.data() + sizeof(BITMAPFILEHEADER), sizeof info);
         RECT area{};
         GetClientRect(Results(), &area);
         EXPECT_EQ(bytes.substr(0, 2), "BM");
-        EXPECT_EQ(file.bfSize, bytes.size());
-        EXPECT_EQ(info.biSize, 40U);
         EXPECT_EQ(info.biWidth, area.right);
         EXPECT_EQ(info.biHeight, area.bottom);
         EXPECT_EQ(info.biBitCount, DisplayDepth());
-        EXPECT_FALSE(std::filesystem::exists(folder_ / "prova.csv"));
-        EXPECT_FALSE(std::filesystem::exists(folder_ / "prova.bmp"));
+        EXPECT_EQ(FileCount(), 2);
         disk.refuses_writing = true;
         TheProgram().context().files = &disk;
     });
     ui.Command(CMD_SAVE_AS);
     SaveNewFile(ui, Path("altro.bmp"));
     ui.AnswerMessage(Path("altro.bmp"), "Impossibile salvare il file!", IDOK);
-    ui.OnWindowOfClass(kMainClass).Command(CMD_SAVE_AS);
-    ui.OnWindow(kSaveTitle).Click(IDCANCEL).WaitClosed(kSaveTitle);
-    ExpectNoDialog(ui);
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
+    // The document can be saved from any view.
+    ui.OnWindowOfClass(kMainClass, [](HWND) { TheProgram().context().files = &SystemFiles(); });
+    ui.Command(CMD_SAVE_AS);
+    SaveNewFile(ui, Path("relazione.TNV"));
+    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND window) {
+        EXPECT_EQ(ReadFile("relazione.TNV").substr(0, 6), "{\\rtf1");
+        EXPECT_EQ(Status(window), "relazione.TNV");
+    });
+    RunToEnd(ui);
 }
 
-TEST(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
+class BitmapFileTest : public FolderTest {};
+
+TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
     const WindowDc screen(nullptr);
     const UniqueDc memory(CreateCompatibleDC(screen.get()));
     const UniqueBitmap picture(CreateCompatibleBitmap(screen.get(), 5, 3));
@@ -459,9 +360,7 @@ TEST(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
         const std::string bytes = BitmapFile(picture.get(), expected.depth);
         const std::size_t offset = 54 + 4 * expected.colors;
         ASSERT_EQ(bytes.size(), offset + 3 * expected.row_bytes) << expected.depth;
-        const std::filesystem::path file =
-            std::filesystem::temp_directory_path() / L"tonvale-depth.bmp";
-        std::ofstream(file, std::ios::binary) << bytes;
+        const std::wstring file = Widen(WriteFile("prova.bmp", bytes));
         const UniqueBitmap loaded(static_cast<HBITMAP>(LoadImageW(
             nullptr, file.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
         ASSERT_TRUE(loaded != nullptr) << expected.depth;
@@ -469,7 +368,6 @@ TEST(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
         EXPECT_EQ(GetPixel(memory.get(), 0, 2), RGB(0, 0, 0)) << expected.depth;
         EXPECT_EQ(GetPixel(memory.get(), 1, 2), RGB(255, 255, 255)) << expected.depth;
         EXPECT_EQ(GetPixel(memory.get(), 0, 0), RGB(255, 255, 255)) << expected.depth;
-        std::filesystem::remove(file);
     }
     EXPECT_TRUE(BitmapFile(nullptr, 24).empty());
 }
@@ -504,24 +402,18 @@ TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
     ui.Command(CMD_VIEW_AUDIOGRAM).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(printer.document, "");
-    });
-    ui.Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDOK).WaitClosed(kNotesTitle);
-    ui.OnWindowOfClass(kMainClass, [&](HWND) {
-        EXPECT_EQ(printer.document, "Audiogramma");
         // Without a printer nothing happens.
         TheProgram().context().open_printer = [] { return nullptr; };
     });
     ui.Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDOK).WaitClosed(kNotesTitle);
     ExpectNoDialog(ui);
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
+    RunToEnd(ui);
 }
 
 // Opens the menu of curves, expects its items ("*" behind the checked one), and chooses by keys.
-void ChooseCurve(UiDriver& ui, const Items& expected, int steps_down) {
+void ChooseCurve(UiDriver& ui, const std::string& expected, int steps_down) {
     ui.Do([] {
-        HWND results = GetDlgItem(FindWindowW(kMainWindowClass, nullptr), IDC_RESULT_VIEW);
+        HWND results = GetDlgItem(Main(), IDC_RESULT_VIEW);
         PostMessageW(results, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(results),
                      MAKELPARAM(80, 120));
     });
@@ -529,9 +421,9 @@ void ChooseCurve(UiDriver& ui, const Items& expected, int steps_down) {
     ui.Do([expected] {
         const auto menu = reinterpret_cast<HMENU>(
             SendMessageW(FindWindowW(L"#32768", nullptr), MN_GETHMENU, 0, 0));
-        Items items;
+        std::string items;
         for (const MenuCommand& item : OpenPopup(GetDesktopWindow(), menu)) {
-            items.push_back(item.text + (item.checked ? "*" : ""));
+            items += item.text + (item.checked ? "*|" : "|");
         }
         EXPECT_EQ(items, expected);
     });
@@ -551,34 +443,22 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
         EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr) << "a table has no curves";
     });
     ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_CHART);
-    ChooseCurve(ui, {"Tutte*", "500 Hz", "1000 Hz", "2000 Hz"}, 3);
+    ChooseCurve(ui, "Tutte*|500 Hz|1000 Hz|2000 Hz|", 3);
     ui.OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(selected(), 1);
         UpdateWindow(Results());
         EXPECT_EQ(result.drawn_style.selected_curve, 1);
     });
-    ChooseCurve(ui, {"Tutte", "500 Hz", "1000 Hz*", "2000 Hz"}, 1);
+    ChooseCurve(ui, "Tutte|500 Hz|1000 Hz*|2000 Hz|", 1);
     ui.OnWindowOfClass(kMainClass, [&](HWND) { EXPECT_EQ(selected(), -1); });
-    ChooseCurve(ui, {"Tutte*", "500 Hz", "1000 Hz", "2000 Hz"}, 4);
-    ui.OnWindowOfClass(kMainClass, [&](HWND) { EXPECT_EQ(selected(), 2); });
+    ChooseCurve(ui, "Tutte*|500 Hz|1000 Hz|2000 Hz|", 4);
     // Another result starts with all its curves.
     Show(ui, result);
     ui.Do([&] { EXPECT_EQ(selected(), -1); });
-    CloseProgram(ui);
-    RunProgram();
-    ui.Finish();
+    RunToEnd(ui);
 }
 
-class SplashTest : public testing::Test {
-  protected:
-    SplashTest()
-        : owner_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
-                                 nullptr, instance_, nullptr)) {}
-    ~SplashTest() override { DestroyWindow(owner_); }
-
-    HINSTANCE instance_ = GetModuleHandleW(nullptr);
-    HWND owner_;
-};
+class SplashTest : public DialogTest {};
 
 TEST_F(SplashTest, LiesAboveItsOwnerUntilItsTimeIsOver) {
     SplashWindow splash(instance_, owner_, 300);
@@ -648,60 +528,28 @@ TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
         IDOK);
     ui.WaitClosed("Informazioni su Tonvale");
     ExpectNoDialog(ui);
-    CloseProgram(ui);
-    EXPECT_EQ(RunProgram(), 0);
-    ui.Finish();
+    RunToEnd(ui);
     EXPECT_EQ(FindSplash(), nullptr);
-}
-
-TEST_F(ShellTest, TakesAnyPathFromTheCommandLine) {
-    std::filesystem::create_directories(folder_ / "cartella.lep");
-    const std::string beyond = MakeDailyFile("測定 Ωμέγα.lep");
-    // The calculator opens as it would without a file.
-    for (const std::string& path : {Path("manca.lep"), Path("cartella.lep")}) {
-        UiDriver ui;
-        ExpectDailyExposure(ui, kNoFile);
-        CloseProgram(ui);
-        EXPECT_EQ(RunProgram(path), 0);
-        ui.Finish();
-    }
-    for (const std::string& path : {Path("senza"), Path("."), std::string("|?*<>.txt")}) {
-        UiDriver ui;
-        ui.OnWindowOfClass(kMainClass);
-        ExpectNoDialog(ui);
-        CloseProgram(ui);
-        EXPECT_EQ(RunProgram(path), 0);
-        ui.Finish();
-    }
-    UiDriver ui;
-    ExpectDailyExposure(ui, "測定 Ωμέγα.lep");
-    CloseProgram(ui);
-    EXPECT_EQ(RunProgram(beyond), 0);
-    ui.Finish();
 }
 
 // The text of the report's editor.
 std::string DocumentText() {
-    return TextOf(FindWindowW(kMainWindowClass, nullptr), IDC_REPORT_EDITOR);
+    return TextOf(Main(), IDC_REPORT_EDITOR);
 }
 
 bool IsFormatChecked(int command) {
-    return SendDlgItemMessageW(FindWindowW(kMainWindowClass, nullptr), IDC_FORMAT_TOOLBAR,
-                               TB_ISBUTTONCHECKED, static_cast<WPARAM>(command), 0) != 0;
+    return SendDlgItemMessageW(Main(), IDC_FORMAT_TOOLBAR, TB_ISBUTTONCHECKED,
+                               static_cast<WPARAM>(command), 0) != 0;
 }
 
 TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
-    const auto make_document = [this](const std::string& name, const std::string& text) {
-        std::ofstream(folder_ / Widen(name), std::ios::binary) << "{\\rtf1\\ansi " << text << "}";
-        return Path(name);
-    };
-    const std::string first = make_document("primo.tnv", "uno");
-    const std::string second = make_document("secondo.TNV", "due");
+    const std::string first = WriteFile("primo.tnv", "{\\rtf1\\ansi uno}");
+    const std::string second = WriteFile("secondo.TNV", "{\\rtf1\\ansi due}");
     FakeResult result;
     UiDriver ui;
     ui.WaitUntil("first document", [] { return DocumentText().starts_with("uno"); });
     ui.OnWindowOfClass(kMainClass, [](HWND main) {
-        EXPECT_TRUE(TextOf(main, IDC_STATUS_BAR).ends_with("primo.tnv"));
+        EXPECT_EQ(Status(main), "primo.tnv");
         EXPECT_FALSE(TheProgram().document().IsModified());
     });
     Show(ui, result);
@@ -712,7 +560,7 @@ TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
     ui.WaitUntil("second document", [] { return DocumentText().starts_with("due"); });
     ui.Do([] {
         EXPECT_EQ(TheProgram().views().view(), kDocumentView);
-        EXPECT_TRUE(TextOf(Main(), IDC_STATUS_BAR).ends_with("secondo.TNV"));
+        EXPECT_EQ(Status(Main()), "secondo.TNV");
         EXPECT_FALSE(IsFormatChecked(CMD_BOLD));
     });
     // Formatting keys are the document's only: they do nothing to what is hidden.
@@ -724,17 +572,7 @@ TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
         EXPECT_EQ(DocumentText(), "");
         EXPECT_EQ(TextOf(Main(), IDC_STATUS_BAR), kNoFile);
     });
-    CloseProgram(ui);
-    EXPECT_EQ(RunProgram(first), 0);
-    ui.Finish();
-}
-
-// A dialog of the printer's driver; nullptr when there is none.
-HWND FindDriverDialog() {
-    HWND dialog = FindWindowW(L"#32770", nullptr);
-    return dialog && GetWindow(dialog, GW_OWNER) == FindWindowW(kMainWindowClass, nullptr)
-               ? dialog
-               : nullptr;
+    RunToEnd(ui, first);
 }
 
 TEST_F(ShellTest, SetsThePageUpThroughThePrinterDriver) {
@@ -742,15 +580,10 @@ TEST_F(ShellTest, SetsThePageUpThroughThePrinterDriver) {
     GetDefaultPrinterW(nullptr, &length);
     UiDriver ui;
     ui.OnWindowOfClass(kMainClass).Command(CMD_PAGE_SETUP);
-    if (length > 0) {
-        ui.WaitUntil("driver's dialog", [] { return FindDriverDialog() != nullptr; });
-        ui.Do([] { PostMessageW(FindDriverDialog(), WM_COMMAND, IDCANCEL, 0); });
-        ui.WaitUntil("dialog closed", [] { return FindDriverDialog() == nullptr; });
-    }
+    if (length > 0) ui.OnWindowOfClass("#32770").Command(IDCANCEL);  // of the driver
+    ui.OnWindowOfClass(kMainClass);
     ExpectNoDialog(ui);
-    CloseProgram(ui);
-    EXPECT_EQ(RunProgram(), 0);
-    ui.Finish();
+    RunToEnd(ui);
 }
 
 TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
@@ -780,11 +613,10 @@ TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
         }
         EXPECT_FALSE(IsFormatChecked(CMD_SUPERSCRIPT));
     });
-    ui.Press({VK_MENU, VK_F4})
-        .AnswerMessage("Attenzione", "Il documento è stato modificato. Salvare le modifiche?",
-                       IDCANCEL);
+    const std::string question = "Il documento è stato modificato. Salvare le modifiche?";
+    ui.Press({VK_MENU, VK_F4}).AnswerMessage("Attenzione", question, IDCANCEL);
     ui.WaitClosed("Attenzione").OnWindowOfClass(kMainClass).Command(CMD_EXIT);
-    ui.AnswerMessage("Attenzione", "Il documento è stato modificato. Salvare le modifiche?", IDNO);
+    ui.AnswerMessage("Attenzione", question, IDNO);
     EXPECT_EQ(RunProgram(), 0);
     ui.Finish();
 }
