@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/handles_win.h"
 #include "common/text.h"
 #include "report/code_pages_win.h"
 #include "report/picture_win.h"
@@ -95,12 +96,11 @@ bool LeavesMetafilesBlank(RichEdit& edit) {
 bool CannotFormatPages(RichEdit& edit) {
     edit.Clear();
     edit.InsertText(L"x");
-    const HDC screen = GetDC(nullptr);
+    const WindowDc screen(nullptr);
     const RECT page{0, 0, 12000, 12000};
-    FORMATRANGE range{screen, screen, page, page, {0, -1}};
+    FORMATRANGE range{screen.get(), screen.get(), page, page, {0, -1}};
     const LRESULT end = edit.Send(EM_FORMATRANGE, FALSE, reinterpret_cast<LPARAM>(&range));
     edit.Send(EM_FORMATRANGE, FALSE, 0);
-    ReleaseDC(nullptr, screen);
     return end <= 0;
 }
 

@@ -24,7 +24,7 @@ struct RichEditGaps {
     bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing
 };
 
-// Tries out a control of its own, which nobody sees; all gaps when there is none to be had.
+// Tries out a control of its own, which nobody sees; no gaps when there is none to be had.
 RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent);
 
 // The document, or the selection, in Rich Text Format as other programs read it; cut short, which

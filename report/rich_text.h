@@ -13,8 +13,11 @@ namespace tonvale {
 inline constexpr int kDefaultCharset = 1;
 inline constexpr int kSymbolCharset = 2;  // its characters are U+F000 and their bytes
 
+// Smaller text above or below the line, by as much as its size asks for.
+enum class Script { kNone, kSuper, kSub };
+
 struct CharacterStyle {
-    std::string face;
+    std::string face = {};
     int charset = kDefaultCharset;
     int size_twips = 240;
     bool bold = false;
@@ -22,6 +25,7 @@ struct CharacterStyle {
     bool underline = false;
     bool strikeout = false;
     bool hidden = false;
+    Script script = Script::kNone;
     std::optional<Color> color = std::nullopt;       // none: automatic
     std::optional<Color> background = std::nullopt;  // none: that of the paper
     int offset_twips = 0;                            // above the line; below it when negative

@@ -37,6 +37,19 @@ struct Line {
     int visible_width = 0;  // without the blanks at its end
 };
 
+// In twips, as text processors show it: by a third smaller, and by a third of its size off the
+// line.
+int DrawnSize(const CharacterStyle& style) {
+    return style.script == Script::kNone ? style.size_twips : style.size_twips * 2 / 3;
+}
+
+int DrawnOffset(const CharacterStyle& style) {
+    const int direction = style.script == Script::kSuper ? 1
+                          : style.script == Script::kSub ? -1
+                                                         : 0;
+    return style.offset_twips + direction * style.size_twips / 3;
+}
+
 // A piece of text that is not broken where it fits on a line: a word with the blanks behind it, a
 // tab or a line end.
 std::string_view TakeWord(std::string_view& text) {
@@ -140,7 +153,7 @@ void RichTextPrinter::StartLine(bool is_first) {
 
 void RichTextPrinter::UseStyle(const CharacterStyle& style) {
     printer_.canvas().SetFont({.face = style.face,
-                               .character_height = std::max(Down(style.size_twips), 1),
+                               .character_height = std::max(Down(DrawnSize(style)), 1),
                                .weight = style.bold ? 700 : 400,
                                .italic = style.italic});
 }
@@ -151,7 +164,7 @@ Piece RichTextPrinter::MakePiece(const CharacterStyle& style) {
     piece.x = line_.width;
     piece.ascent = printer_.canvas().FontAscent();
     piece.descent = printer_.canvas().MeasureText("x").height - piece.ascent;
-    piece.offset = Down(style.offset_twips);
+    piece.offset = Down(DrawnOffset(style));
     return piece;
 }
 

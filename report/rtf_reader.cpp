@@ -1,7 +1,7 @@
 #include "report/rtf_reader.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <map>
 #include <utility>
 #include <vector>
@@ -116,7 +116,7 @@ class RtfReader {
 
   private:
     using Handler = void (RtfReader::*)(const RtfToken& word);
-    static const std::map<std::string_view, Handler>& Handlers();
+    static const std::pair<std::string_view, Handler> kWords[];
 
     GroupState& state() { return states_.back(); }
     void FollowGroups(const RtfToken& token);
@@ -155,9 +155,9 @@ class RtfReader {
     void SetBackground(const RtfToken& word) { state().style.background = ColorAt(word.parameter); }
     void SetRaised(const RtfToken& word);
     void SetLowered(const RtfToken& word);
-    void SetSuperscript(const RtfToken&);
-    void SetSubscript(const RtfToken&);
-    void ClearOffset(const RtfToken&) { state().style.offset_twips = 0; }
+    void SetSuperscript(const RtfToken&) { state().style.script = Script::kSuper; }
+    void SetSubscript(const RtfToken&) { state().style.script = Script::kSub; }
+    void ClearScript(const RtfToken&) { state().style.script = Script::kNone; }
     void ResetParagraph(const RtfToken&) { state().paragraph = RichParagraph(); }
     void AlignLeft(const RtfToken&) { Align(HorizontalAlignment::kLeft); }
     void AlignCenter(const RtfToken&) { Align(HorizontalAlignment::kCenter); }
@@ -210,71 +210,68 @@ class RtfReader {
     RichText text_;
 };
 
-const std::map<std::string_view, RtfReader::Handler>& RtfReader::Handlers() {
-    static const std::map<std::string_view, Handler> handlers = {
-        {"plain", &RtfReader::SetPlain},
-        {"f", &RtfReader::SetFont},
-        {"fs", &RtfReader::SetSize},
-        {"b", &RtfReader::SetBold},
-        {"i", &RtfReader::SetItalic},
-        {"ul", &RtfReader::SetUnderline},
-        {"uld", &RtfReader::SetUnderline},
-        {"uldash", &RtfReader::SetUnderline},
-        {"uldb", &RtfReader::SetUnderline},
-        {"ulth", &RtfReader::SetUnderline},
-        {"ulw", &RtfReader::SetUnderline},
-        {"ulwave", &RtfReader::SetUnderline},
-        {"ulnone", &RtfReader::ClearUnderline},
-        {"strike", &RtfReader::SetStrikeout},
-        {"v", &RtfReader::SetHidden},
-        {"cf", &RtfReader::SetColor},
-        {"highlight", &RtfReader::SetBackground},
-        {"ansicpg", &RtfReader::SetCodePage},
-        {"deff", &RtfReader::SetDefaultFont},
-        {"up", &RtfReader::SetRaised},
-        {"dn", &RtfReader::SetLowered},
-        {"super", &RtfReader::SetSuperscript},
-        {"sub", &RtfReader::SetSubscript},
-        {"nosupersub", &RtfReader::ClearOffset},
-        {"pard", &RtfReader::ResetParagraph},
-        {"ql", &RtfReader::AlignLeft},
-        {"qj", &RtfReader::AlignLeft},
-        {"qc", &RtfReader::AlignCenter},
-        {"qr", &RtfReader::AlignRight},
-        {"li", &RtfReader::SetLeft},
-        {"fi", &RtfReader::SetFirstLine},
-        {"ri", &RtfReader::SetRight},
-        {"sb", &RtfReader::SetSpaceBefore},
-        {"sa", &RtfReader::SetSpaceAfter},
-        {"tx", &RtfReader::AddTab},
-        {"par", &RtfReader::TakeParagraphEnd},
-        {"sect", &RtfReader::TakeParagraphEnd},
-        {"page", &RtfReader::TakeParagraphEnd},
-        {"tab", &RtfReader::TakeTab},
-        {"cell", &RtfReader::TakeCell},
-        {"nestcell", &RtfReader::TakeCell},
-        {"line", &RtfReader::TakeLine},
-        {"row", &RtfReader::TakeRow},
-        {"nestrow", &RtfReader::TakeRow},
-        {"trowd", &RtfReader::StartRow},
-        {"cellx", &RtfReader::TakeCellEnd},
-        {"u", &RtfReader::TakeUnicode},
-        {"uc", &RtfReader::SetStandIns},
-        {"~", &RtfReader::TakeCharacter},
-        {"_", &RtfReader::TakeCharacter},
-        {"bullet", &RtfReader::TakeCharacter},
-        {"lquote", &RtfReader::TakeCharacter},
-        {"rquote", &RtfReader::TakeCharacter},
-        {"ldblquote", &RtfReader::TakeCharacter},
-        {"rdblquote", &RtfReader::TakeCharacter},
-        {"emdash", &RtfReader::TakeCharacter},
-        {"endash", &RtfReader::TakeCharacter},
-        {"emspace", &RtfReader::TakeCharacter},
-        {"enspace", &RtfReader::TakeCharacter},
-        {"qmspace", &RtfReader::TakeCharacter},
-    };
-    return handlers;
-}
+const std::pair<std::string_view, RtfReader::Handler> RtfReader::kWords[] = {
+    {"plain", &RtfReader::SetPlain},
+    {"f", &RtfReader::SetFont},
+    {"fs", &RtfReader::SetSize},
+    {"b", &RtfReader::SetBold},
+    {"i", &RtfReader::SetItalic},
+    {"ul", &RtfReader::SetUnderline},
+    {"uld", &RtfReader::SetUnderline},
+    {"uldash", &RtfReader::SetUnderline},
+    {"uldb", &RtfReader::SetUnderline},
+    {"ulth", &RtfReader::SetUnderline},
+    {"ulw", &RtfReader::SetUnderline},
+    {"ulwave", &RtfReader::SetUnderline},
+    {"ulnone", &RtfReader::ClearUnderline},
+    {"strike", &RtfReader::SetStrikeout},
+    {"v", &RtfReader::SetHidden},
+    {"cf", &RtfReader::SetColor},
+    {"highlight", &RtfReader::SetBackground},
+    {"ansicpg", &RtfReader::SetCodePage},
+    {"deff", &RtfReader::SetDefaultFont},
+    {"up", &RtfReader::SetRaised},
+    {"dn", &RtfReader::SetLowered},
+    {"super", &RtfReader::SetSuperscript},
+    {"sub", &RtfReader::SetSubscript},
+    {"nosupersub", &RtfReader::ClearScript},
+    {"pard", &RtfReader::ResetParagraph},
+    {"ql", &RtfReader::AlignLeft},
+    {"qj", &RtfReader::AlignLeft},
+    {"qc", &RtfReader::AlignCenter},
+    {"qr", &RtfReader::AlignRight},
+    {"li", &RtfReader::SetLeft},
+    {"fi", &RtfReader::SetFirstLine},
+    {"ri", &RtfReader::SetRight},
+    {"sb", &RtfReader::SetSpaceBefore},
+    {"sa", &RtfReader::SetSpaceAfter},
+    {"tx", &RtfReader::AddTab},
+    {"par", &RtfReader::TakeParagraphEnd},
+    {"sect", &RtfReader::TakeParagraphEnd},
+    {"page", &RtfReader::TakeParagraphEnd},
+    {"tab", &RtfReader::TakeTab},
+    {"cell", &RtfReader::TakeCell},
+    {"nestcell", &RtfReader::TakeCell},
+    {"line", &RtfReader::TakeLine},
+    {"row", &RtfReader::TakeRow},
+    {"nestrow", &RtfReader::TakeRow},
+    {"trowd", &RtfReader::StartRow},
+    {"cellx", &RtfReader::TakeCellEnd},
+    {"u", &RtfReader::TakeUnicode},
+    {"uc", &RtfReader::SetStandIns},
+    {"~", &RtfReader::TakeCharacter},
+    {"_", &RtfReader::TakeCharacter},
+    {"bullet", &RtfReader::TakeCharacter},
+    {"lquote", &RtfReader::TakeCharacter},
+    {"rquote", &RtfReader::TakeCharacter},
+    {"ldblquote", &RtfReader::TakeCharacter},
+    {"rdblquote", &RtfReader::TakeCharacter},
+    {"emdash", &RtfReader::TakeCharacter},
+    {"endash", &RtfReader::TakeCharacter},
+    {"emspace", &RtfReader::TakeCharacter},
+    {"enspace", &RtfReader::TakeCharacter},
+    {"qmspace", &RtfReader::TakeCharacter},
+};
 
 RichText RtfReader::Run() {
     for (RtfToken token = tokens_.Next(); token.kind != Kind::kEnd; token = tokens_.Next()) {
@@ -338,8 +335,9 @@ void RtfReader::TakeBody(const RtfToken& token) {
     }
     if (token.kind != Kind::kWord) return;
     to_skip_ = 0;
-    const auto handler = Handlers().find(token.name);
-    if (handler == Handlers().end()) return;
+    static const std::map<std::string_view, Handler> handlers(std::begin(kWords), std::end(kWords));
+    const auto handler = handlers.find(token.name);
+    if (handler == handlers.end()) return;
     FlushBytes();
     (this->*handler->second)(token);
 }
@@ -544,15 +542,6 @@ void RtfReader::SetRaised(const RtfToken& word) {
 void RtfReader::SetLowered(const RtfToken& word) {
     SetRaised(word);
     state().style.offset_twips *= -1;
-}
-
-// By a third of the size, as text processors show it.
-void RtfReader::SetSuperscript(const RtfToken&) {
-    state().style.offset_twips = state().style.size_twips / 3;
-}
-
-void RtfReader::SetSubscript(const RtfToken&) {
-    state().style.offset_twips = -state().style.size_twips / 3;
 }
 
 void RtfReader::TakeCharacter(const RtfToken& word) {

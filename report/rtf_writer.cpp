@@ -44,6 +44,18 @@ std::string_view FormatWord(RichPicture::Format format) {
     return {};
 }
 
+std::string_view ScriptWord(Script script) {
+    switch (script) {
+        case Script::kNone:
+            break;
+        case Script::kSuper:
+            return "super";
+        case Script::kSub:
+            return "sub";
+    }
+    return "nosupersub";
+}
+
 std::string_view AlignmentWord(HorizontalAlignment alignment) {
     switch (alignment) {
         case HorizontalAlignment::kLeft:
@@ -83,7 +95,7 @@ class RichTextWriter {
     std::string Run(const RichText& text) {
         for (const RichParagraph& paragraph : text) WriteParagraph(paragraph);
         return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0" + FontTable() + ColorTable() + "\n" +
-               body_ + "}\n";
+               "\\plain " + body_ + "}\n";
     }
 
   private:
@@ -112,8 +124,9 @@ class RichTextWriter {
     std::string ColorTable() const;
 
     std::string body_;
-    CharacterStyle style_;  // of what stands last in the body
-    int font_ = -1;
+    CharacterStyle style_;                              // of what stands last in the body
+    int font_ = -1;                                     // its number
+    int size_ = 0;                                      // in half points
     std::map<std::pair<std::string, int>, int> fonts_;  // face and charset
     std::map<int, int> colors_;                         // red, green and blue, a byte each
 };
@@ -142,20 +155,20 @@ void RichTextWriter::WriteParagraph(const RichParagraph& paragraph) {
     if (!paragraph.is_open) body_ += "\\par\n";
 }
 
-// Only what differs from the style before. Not \\plain, which takes some controls ever longer.
+// Only what differs from the style before: a \plain each time takes some controls ever longer.
 void RichTextWriter::WriteStyle(const CharacterStyle& style) {
     const std::size_t before = body_.size();
     const CharacterStyle& old = style_;
     const int font = FontNumber(style);
     if (font != font_) Word("f", font);
-    if (HalfPoints(style.size_twips) != HalfPoints(old.size_twips)) {
-        Word("fs", std::max(HalfPoints(style.size_twips), 1));
-    }
+    const int size = std::max(HalfPoints(style.size_twips), 1);
+    if (size != size_) Word("fs", size);
     WriteSwitch("b", style.bold, old.bold);
     WriteSwitch("i", style.italic, old.italic);
     WriteSwitch("ul", style.underline, old.underline);
     WriteSwitch("strike", style.strikeout, old.strikeout);
     WriteSwitch("v", style.hidden, old.hidden);
+    if (style.script != old.script) Word(ScriptWord(style.script));
     if (style.color != old.color) Word("cf", ColorNumber(style.color));
     if (style.background != old.background) Word("highlight", ColorNumber(style.background));
     if (style.offset_twips != old.offset_twips) {
@@ -163,6 +176,7 @@ void RichTextWriter::WriteStyle(const CharacterStyle& style) {
     }
     if (body_.size() != before) body_ += ' ';
     font_ = font;
+    size_ = size;
     style_ = style;
 }
 

@@ -49,8 +49,8 @@ TEST(RtfReaderTest, ReadsCharacterFormats) {
     EXPECT_EQ(runs[3].style.color, std::nullopt);
     EXPECT_EQ(runs[4].text, "giù");
     EXPECT_EQ(runs[4].style.offset_twips, -40);
-    EXPECT_EQ(runs[5].style.offset_twips, 100);
-    EXPECT_EQ(runs[6].style.offset_twips, 0);
+    EXPECT_EQ(runs[5].style.script, Script::kSuper);
+    EXPECT_EQ(runs[6].style.script, Script::kNone);
     EXPECT_EQ(runs[7].style.size_twips, 240);
 }
 

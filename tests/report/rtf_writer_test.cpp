@@ -20,6 +20,7 @@ RichText EveryFormat() {
                                 .underline = true,
                                 .strikeout = true,
                                 .hidden = true,
+                                .script = Script::kSub,
                                 .color = Color{0, 255, 128},
                                 .background = Color{255, 255, 0},
                                 .offset_twips = -50};

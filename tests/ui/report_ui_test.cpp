@@ -367,6 +367,7 @@ TEST_F(ReportTest, CopiesFormatsWithTheText) {
         EXPECT_EQ(Format(start + 3, start + 7).yOffset, 50);
         EXPECT_NE(Format(start + 3, start + 7).dwEffects & CFE_BOLD, 0U);
         EXPECT_EQ(Format(start, start + 2).yOffset, 0);
+        EXPECT_EQ(Format(start, start + 2).dwEffects & CFE_BOLD, 0U);
     };
     expect_pasted();
     Send(EM_UNDO);
@@ -735,6 +736,7 @@ TEST_F(ReportTest, KeepsTheTextOfOtherPrograms) {
         const std::string path = Narrow(copy.wstring());
         ASSERT_TRUE(host_->document.Open(path)) << path;
         EXPECT_EQ(host_->document.path(), path);
+        EXPECT_EQ(Format(0, 1).yHeight, 240);
         const std::string text = Text();
         ASSERT_TRUE(host_->document.Save());
         const std::string written =
