@@ -116,7 +116,7 @@ class RtfReader {
 
   private:
     using Handler = void (RtfReader::*)(const RtfToken& word);
-    static const std::pair<std::string_view, Handler> kWords[];
+    static const std::pair<std::string_view, Handler> word_handlers[];
 
     GroupState& state() { return states_.back(); }
     void FollowGroups(const RtfToken& token);
@@ -210,7 +210,7 @@ class RtfReader {
     RichText text_;
 };
 
-const std::pair<std::string_view, RtfReader::Handler> RtfReader::kWords[] = {
+const std::pair<std::string_view, RtfReader::Handler> RtfReader::word_handlers[] = {
     {"plain", &RtfReader::SetPlain},
     {"f", &RtfReader::SetFont},
     {"fs", &RtfReader::SetSize},
@@ -335,7 +335,8 @@ void RtfReader::TakeBody(const RtfToken& token) {
     }
     if (token.kind != Kind::kWord) return;
     to_skip_ = 0;
-    static const std::map<std::string_view, Handler> handlers(std::begin(kWords), std::end(kWords));
+    static const std::map<std::string_view, Handler> handlers(std::begin(word_handlers),
+                                                              std::end(word_handlers));
     const auto handler = handlers.find(token.name);
     if (handler == handlers.end()) return;
     FlushBytes();

@@ -165,13 +165,13 @@ UiDriver& UiDriver::AddForWindow(std::string what, std::function<bool(HWND)> mat
     });
 }
 
-UiDriver& UiDriver::OnWindow(std::string title, WindowAction action) {
+UiDriver& UiDriver::OnWindow(const std::string& title, WindowAction action) {
     return AddForWindow(
         "window \"" + title + "\"", [title](HWND window) { return WindowText(window) == title; },
         std::move(action));
 }
 
-UiDriver& UiDriver::OnWindowOfClass(std::string class_name, WindowAction action) {
+UiDriver& UiDriver::OnWindowOfClass(const std::string& class_name, WindowAction action) {
     return AddForWindow(
         "window of class " + class_name,
         [class_name](HWND window) { return ClassOf(window) == class_name; }, std::move(action));
@@ -242,9 +242,9 @@ UiDriver& UiDriver::Command(int id) {
     return Do([this, id] { PostMessageW(current_, WM_COMMAND, static_cast<WPARAM>(id), 0); });
 }
 
-UiDriver& UiDriver::ExpectText(int control, std::string text, std::source_location at) {
-    return Do([this, control, text = std::move(text), at] {
-        EXPECT_EQ(TextOf(current_, control), text) << at.file_name() << ":" << at.line();
+UiDriver& UiDriver::ExpectText(int control, std::string text, int line) {
+    return Do([this, control, text = std::move(text), line] {
+        EXPECT_EQ(TextOf(current_, control), text) << "expected in line " << line;
     });
 }
 

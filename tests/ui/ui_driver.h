@@ -22,7 +22,6 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <source_location>
 #include <string>
 #include <vector>
 
@@ -39,8 +38,8 @@ class UiDriver {
 
     // Waits for a visible, enabled top-level window of this thread with exactly this title (or of
     // this class), makes it the current window and calls `action` with it.
-    UiDriver& OnWindow(std::string title, WindowAction action = {});
-    UiDriver& OnWindowOfClass(std::string class_name, WindowAction action = {});
+    UiDriver& OnWindow(const std::string& title, WindowAction action = {});
+    UiDriver& OnWindowOfClass(const std::string& class_name, WindowAction action = {});
     // Waits until no visible window of this thread has the title.
     UiDriver& WaitClosed(std::string title);
     UiDriver& WaitUntil(std::string what, std::function<bool()> condition);
@@ -56,8 +55,7 @@ class UiDriver {
     UiDriver& SetText(int control, std::string text);
     UiDriver& Command(int id);  // a menu command
     // Expects that a control of the current window shows the text.
-    UiDriver& ExpectText(int control, std::string text,
-                         std::source_location at = std::source_location::current());
+    UiDriver& ExpectText(int control, std::string text, int line = __builtin_LINE());
     UiDriver& Screenshot(std::string name);
     // Presses the keys together, the last one last ({VK_CONTROL, 'G'}), as from the keyboard.
     UiDriver& Press(std::initializer_list<WORD> keys);
