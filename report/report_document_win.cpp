@@ -14,7 +14,6 @@
 #include "common/file_dialogs_win.h"
 #include "common/file_kinds.h"
 #include "common/handles_win.h"
-#include "common/text.h"
 #include "report/format_menus_win.h"
 #include "report/format_toolbar_win.h"
 #include "report/report_clipboard_win.h"
@@ -22,7 +21,6 @@
 #include "report/report_printing_win.h"
 #include "report/rich_edit_objects_win.h"
 #include "report/rich_edit_pictures_win.h"
-#include "report/rtf_reader.h"
 #include "report/text_colors.h"
 #include "resources/resource.h"
 

@@ -94,7 +94,6 @@ class PictureLayer {
         positions_.clear();
         const LONG count = objects.GetObjectCount();
         for (LONG i = 0; i < count; ++i) positions_.push_back(ObjectAt(objects, i).position);
-        is_known_ = true;
     }
 
     void Draw(HWND editor) {
