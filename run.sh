@@ -27,8 +27,7 @@ compute() {
     local file=$1
     [[ ${file,,} =~ \.(lep|lew|leg|err|spr|spi|dpi|ilg)$ ]] || return 0
     local status=0
-    # Through a pipe: on a terminal Wine would draw a console of its own.
-    wine64 "$BUILD/calc/tonvale-calc.exe" calcola "$(windows_path "$file")" </dev/null 2>&1 | cat ||
+    scripts/wine-run.sh "$BUILD/calc/tonvale-calc.exe" calcola "$(windows_path "$file")" ||
         status=$?
     # 1 means values that the calculator refuses, which it has said; the program opens them.
     [[ $status -le 1 ]] || die "tonvale-calc could not compute $file"
@@ -37,8 +36,8 @@ compute() {
 take_picture() {
     local file=$1 picture=$ROOT/build/tonvale.png
     rm -f "$picture"
-    wine64 "$BUILD/tests/wine/tonvale-shot.exe" "$(windows_path "$picture")" \
-        "$(windows_path "$BUILD/app/tonvale.exe")" "$(windows_path "$file")" </dev/null ||
+    scripts/wine-run.sh "$BUILD/tests/wine/tonvale-shot.exe" "$(windows_path "$picture")" \
+        "$(windows_path "$BUILD/app/tonvale.exe")" "$(windows_path "$file")" ||
         die "tonvale.exe did not show $file"
     [[ -s $picture ]] || die "no picture was saved"
     say "No display: the window showing $(basename "$file") is saved as build/tonvale.png"

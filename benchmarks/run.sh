@@ -43,12 +43,11 @@ windows_benchmarks() {
     wineserver -k || true
     trap 'wineserver -k || true' EXIT
     setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
-    # Through a pipe: on a terminal Wine would draw a console of its own.
-    wine64 "$WINDOWS/benchmarks/profile_functions_benchmark.exe" </dev/null 2>&1 | cat
+    scripts/wine-run.sh "$WINDOWS/benchmarks/profile_functions_benchmark.exe"
     local benchmark
     for benchmark in start_up report_document; do
-        wine64 "$WINDOWS/benchmarks/${benchmark}_benchmark.exe" \
-            "$(windows_path "$WINDOWS/app/tonvale.exe")" </dev/null 2>&1 | cat
+        scripts/wine-run.sh "$WINDOWS/benchmarks/${benchmark}_benchmark.exe" \
+            "$(windows_path "$WINDOWS/app/tonvale.exe")"
     done
 }
 
