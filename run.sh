@@ -36,7 +36,7 @@ compute() {
 take_picture() {
     local file=$1 picture=$ROOT/build/tonvale.png
     rm -f "$picture"
-    scripts/wine-run.sh "$BUILD/tests/wine/tonvale-shot.exe" "$(windows_path "$picture")" \
+    scripts/wine-run.sh "$BUILD/wine/tonvale-shot.exe" "$(windows_path "$picture")" \
         "$(windows_path "$BUILD/app/tonvale.exe")" "$(windows_path "$file")" ||
         die "tonvale.exe did not show $file"
     [[ -s $picture ]] || die "no picture was saved"

@@ -61,7 +61,7 @@ native_tests() {
 
 # The programs under Wine, with one that keeps Wine's server alive meanwhile.
 windows_tests() {
-    setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
+    setsid wine64 "$WINDOWS/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
     run_ctest "$WINDOWS" "$(windows_path "$RESULTS/windows")\\"
     check "printed reports" "$ROOT/tests/print/check_print.sh" "$TONVALE_PRINT_DIR"
     # Where there is such a program.

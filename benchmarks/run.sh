@@ -42,7 +42,7 @@ native_benchmarks() {
 windows_benchmarks() {
     wineserver -k || true
     trap 'wineserver -k || true' EXIT
-    setsid wine64 "$WINDOWS/tests/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
+    setsid wine64 "$WINDOWS/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
     scripts/wine-run.sh "$WINDOWS/benchmarks/profile_functions_benchmark.exe"
     local benchmark
     for benchmark in start_up report_document; do

@@ -100,7 +100,7 @@ apply_settings() {
     local prefix=$1 file=$2
     local drivers=$prefix/drive_c/windows/system32/spool/drivers/x64/3
     mkdir -p "$drivers"
-    cp "$ROOT/tests/wine/postscript.ppd" "$drivers/"
+    cp "$ROOT/wine/postscript.ppd" "$drivers/"
     use_wine_prefix "$prefix"
     wineserver -k || true
     wine64 regedit /S "$(windows_path "$file")" </dev/null >/dev/null 2>&1 ||

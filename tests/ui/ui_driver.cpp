@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "common/unicode_win.h"
-#include "tests/wine/window_picture.h"
+#include "wine/window_picture.h"
 
 namespace tonvale {
 namespace {

@@ -1,8 +1,8 @@
 // Runs inside the program whose windows are pictured.
 #include <windows.h>
 
-#include "tests/wine/window_picture.h"
-#include "tests/wine/window_shot.h"
+#include "wine/window_picture.h"
+#include "wine/window_shot.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tests/wine/window_picture.h"
+#include "wine/window_picture.h"
 
 #include <objidl.h>
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/wine/window_picture.h"
-#include "tests/wine/window_shot.h"
+#include "wine/window_picture.h"
+#include "wine/window_shot.h"
 
 namespace {
 
