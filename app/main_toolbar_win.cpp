@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
-#include <utility>
 
 #include "resources/resource.h"
 
@@ -56,51 +55,7 @@ constexpr Position kPositions[] = {
 constexpr int kLossByTimeImage = 25;
 constexpr int kLossByLevelImage = 26;
 
-constexpr int kFadedPercent = 40;
-
 constexpr int kMargin = 2;  // below and above the buttons, in pixels of 96 dpi
-
-struct ImageStrip {
-    UINT dpi;  // the lowest that it is drawn for
-    const wchar_t* name;
-    int width;  // of an image, pixels
-    int height;
-};
-constexpr ImageStrip kStrips[] = {
-    {192, L"TOOLBAR_32", 32, 30},
-    {144, L"TOOLBAR_24", 24, 23},
-    {120, L"TOOLBAR_20", 20, 19},
-    {0, L"TOOLBAR_16", 16, 15},
-};
-
-const ImageStrip& StripFor(UINT dpi) {
-    return *std::find_if(std::begin(kStrips), std::end(kStrips),
-                         [dpi](const ImageStrip& strip) { return dpi >= strip.dpi; });
-}
-
-// Makes the images of a 32-bit strip grey and pale, as disabled buttons show them.
-void Fade(HBITMAP strip) {
-    DIBSECTION section{};
-    if (!GetObjectW(strip, sizeof section, &section)) return;
-    auto* pixel = static_cast<RGBQUAD*>(section.dsBm.bmBits);
-    const auto* end = pixel + section.dsBm.bmWidth * section.dsBm.bmHeight;
-    for (; pixel != end; ++pixel) {
-        const int grey = (pixel->rgbRed * 3 + pixel->rgbGreen * 6 + pixel->rgbBlue) / 10;
-        pixel->rgbRed = pixel->rgbGreen = pixel->rgbBlue = static_cast<BYTE>(grey);
-        // Straight alpha.
-        pixel->rgbReserved = static_cast<BYTE>(pixel->rgbReserved * kFadedPercent / 100);
-    }
-}
-
-UniqueImageList LoadImages(HINSTANCE instance, const ImageStrip& strip, bool faded) {
-    const UniqueBitmap bitmap(static_cast<HBITMAP>(
-        LoadImageW(instance, strip.name, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
-    UniqueImageList images(
-        ImageList_Create(strip.width, strip.height, ILC_COLOR32, kLossByLevelImage + 1, 0));
-    if (bitmap && faded) Fade(bitmap.get());
-    if (images && bitmap) ImageList_Add(images.get(), bitmap.get(), nullptr);
-    return images;
-}
 
 int FirstImageOf(int command) {
     int image = 0;
@@ -143,16 +98,7 @@ void MainToolbar::AddButtons() const {
 }
 
 void MainToolbar::OnDpiChanged() {
-    const ImageStrip& strip = StripFor(GetDpiForWindow(window_));
-    UniqueImageList images = LoadImages(instance_, strip, false);
-    UniqueImageList disabled_images = LoadImages(instance_, strip, true);
-    SendMessageW(window_, TB_SETBITMAPSIZE, 0, MAKELPARAM(strip.width, strip.height));
-    SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
-    SendMessageW(window_, TB_SETDISABLEDIMAGELIST, 0,
-                 reinterpret_cast<LPARAM>(disabled_images.get()));
-    // The toolbar has let the old ones go only now.
-    images_ = std::move(images);
-    disabled_images_ = std::move(disabled_images);
+    images_.GiveTo(window_, instance_, L"TOOLBAR", kLossByLevelImage + 1);
 }
 
 // The buttons wrap to the toolbar's width, and the toolbar is made as high as its rows then.

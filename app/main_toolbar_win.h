@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "common/handles_win.h"
+#include "common/toolbar_images_win.h"
 
 namespace tonvale {
 
@@ -33,8 +33,7 @@ class MainToolbar {
 
     HINSTANCE instance_ = nullptr;
     HWND window_ = nullptr;
-    UniqueImageList images_;
-    UniqueImageList disabled_images_;
+    ToolbarImages images_;
 };
 
 // The tip of a command that has a button; nullptr of any other.

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <vector>
 
 #include "resources/resource.h"
@@ -38,32 +37,6 @@ constexpr std::array<Button, 12> kButtons = {{
 
 constexpr int kMargin = 2;  // above and below the buttons, in pixels of 96 dpi
 
-struct Strip {
-    int dpi;  // from this resolution on
-    SIZE image;
-    const wchar_t* resource;
-};
-constexpr std::array<Strip, 4> kStrips = {{
-    {192, {32, 30}, L"FORMAT_32"},
-    {144, {24, 23}, L"FORMAT_24"},
-    {120, {20, 19}, L"FORMAT_20"},
-    {0, {16, 15}, L"FORMAT_16"},
-}};
-
-const Strip& StripFor(int dpi) {
-    return *std::find_if(kStrips.begin(), kStrips.end(),
-                         [dpi](const Strip& strip) { return dpi >= strip.dpi; });
-}
-
-UniqueImageList LoadImages(HINSTANCE instance, const Strip& strip) {
-    const UniqueBitmap picture(static_cast<HBITMAP>(
-        LoadImageW(instance, strip.resource, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
-    UniqueImageList images(ImageList_Create(strip.image.cx, strip.image.cy, ILC_COLOR32,
-                                            static_cast<int>(kButtons.size()), 0));
-    if (picture && images) ImageList_Add(images.get(), picture.get(), nullptr);
-    return images;
-}
-
 void AddButtons(HWND toolbar) {
     std::vector<TBBUTTON> buttons;
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
@@ -91,11 +64,8 @@ bool FormatToolbar::Create(HINSTANCE instance, HWND parent) {
         CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, 0, 0, parent,
                         reinterpret_cast<HMENU>(INT_PTR{IDC_FORMAT_TOOLBAR}), instance, nullptr);
     if (!window_) return false;
-    const Strip& strip = StripFor(static_cast<int>(GetDpiForWindow(parent)));
     SendMessageW(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    images_ = LoadImages(instance, strip);
-    SendMessageW(window_, TB_SETBITMAPSIZE, 0, MAKELPARAM(strip.image.cx, strip.image.cy));
-    SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_.get()));
+    images_.GiveTo(window_, instance, L"FORMAT", static_cast<int>(kButtons.size()));
     AddButtons(window_);
     return true;
 }

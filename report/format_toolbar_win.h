@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "common/handles_win.h"
+#include "common/toolbar_images_win.h"
 #include "report/report_format_win.h"
 
 namespace tonvale {
@@ -25,7 +25,7 @@ class FormatToolbar {
     void Check(int command, bool checked);
 
     HWND window_ = nullptr;
-    UniqueImageList images_;
+    ToolbarImages images_;
 };
 
 }  // namespace tonvale
