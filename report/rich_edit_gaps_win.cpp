@@ -73,6 +73,18 @@ RtfWriterFaults FindWriterFaults(RichEdit& edit) {
             .confuses_characters = writes("\\'df")};
 }
 
+// What is done while this lives cannot be undone, and takes less time; the steps before it can.
+class NoUndo {
+  public:
+    explicit NoUndo(RichEdit& edit) : edit_(edit) { edit_.Send(EM_SETUNDOLIMIT, 0); }
+    ~NoUndo() { edit_.Send(EM_SETUNDOLIMIT, kUndoSteps); }
+    NoUndo(const NoUndo&) = delete;
+    NoUndo& operator=(const NoUndo&) = delete;
+
+  private:
+    RichEdit& edit_;
+};
+
 void SetOffset(RichEdit& edit, int twips) {
     CHARFORMAT2W format{};
     format.dwMask = CFM_OFFSET;
@@ -139,6 +151,7 @@ std::vector<OffsetRange> OffsetsOf(const RichParagraph& paragraph, LONG& positio
 // Sets the offsets of `text`, which the control holds from `start` on.
 void SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
     const QuietEdit quiet(edit);
+    const NoUndo no_undo(edit);
     LONG position = start;
     std::size_t left = kMaxOffsets;
     for (const RichParagraph& paragraph : text) {
@@ -166,12 +179,13 @@ bool ReadSelection(RichEdit& edit, const RichText& text) {
     const LONG kept = edit.TextLength() - (before.cpMax - before.cpMin);
     const bool whole = edit.ReadRtf(WriteRichText(text), true);
     const CHARRANGE after = edit.Selection();
-    edit.Send(EM_SETUNDOLIMIT, 0);
-    // What was read has taken over the offset of the text before it.
-    edit.Select({before.cpMin, before.cpMin + edit.TextLength() - kept});
-    SetOffset(edit, 0);
+    {
+        // What was read has taken over the offset of the text before it.
+        const NoUndo no_undo(edit);
+        edit.Select({before.cpMin, before.cpMin + edit.TextLength() - kept});
+        SetOffset(edit, 0);
+    }
     SetOffsets(edit, text, before.cpMin);
-    edit.Send(EM_SETUNDOLIMIT, kUndoSteps);
     edit.Select(after);
     return whole;
 }
