@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <shellapi.h>
+#include <shlwapi.h>
 
 #include <memory>
 #include <string>
@@ -10,8 +11,11 @@
 
 namespace {
 
-// The first argument of the command line; empty when there is none.
-std::string FirstArgument() {
+// The file that the command line names: its first argument, or all of it when that is a file, with
+// blanks in its name and without quotes. Empty when there is none.
+std::string FileArgument() {
+    const wchar_t* all = PathGetArgsW(GetCommandLineW());
+    if (PathFileExistsW(all)) return tonvale::Narrow(all);
     int count = 0;
     const std::unique_ptr<wchar_t*, decltype(&LocalFree)> arguments(
         CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
@@ -21,5 +25,5 @@ std::string FirstArgument() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
-    return tonvale::RunApplication(instance, FirstArgument(), show);
+    return tonvale::RunApplication(instance, FileArgument(), show);
 }

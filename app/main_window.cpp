@@ -123,11 +123,12 @@ void MainWindow::ShowAbout() {
     ShowSplash();
 }
 
-// The window of an earlier call may still be here.
+// The window of an earlier call may still be here. A dialog that has opened meanwhile is the owner
+// of the box: the main window would be enabled below it afterwards.
 void MainWindow::OnSplashGone() {
     if (!about_follows_ || splash_->window()) return;
     about_follows_ = false;
-    ShowMessageBox(window(), {"Informazioni su Tonvale", AboutText()});
+    ShowMessageBox(GetLastActivePopup(window()), {"Informazioni su Tonvale", AboutText()});
 }
 
 void MainWindow::OpenFileByExtension(const std::string& path) {
@@ -247,6 +248,7 @@ void MainWindow::OnDestroy() {
 
 void MainWindow::OnCommand(WPARAM wparam, LPARAM lparam) {
     const bool is_routed = lparam == reinterpret_cast<LPARAM>(&routed_path_);
+    if (is_routed && !IsWindowEnabled(window())) return;  // a dialog has opened meanwhile
     Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string());
 }
 
@@ -281,7 +283,8 @@ void MainWindow::ShowTip(NMHDR& header) const {
 
 void MainWindow::OnDropFiles(HDROP drop) {
     const UniqueDrop owner(drop);
-    OpenFileByExtension(DroppedFileName(drop));
+    // Below a dialog nothing may change.
+    if (IsWindowEnabled(window())) OpenFileByExtension(DroppedFileName(drop));
 }
 
 void MainWindow::OnMenuOpening(HMENU menu) const {

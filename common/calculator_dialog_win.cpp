@@ -51,11 +51,8 @@ bool CalculatorDialog::OnCommand(int id, int notification) {
 }
 
 bool CalculatorDialog::OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR& result) {
-    if (message != WM_SIZE) return Dialog::OnMessage(message, wparam, lparam, result);
-    // On a change of the resolution, too.
-    SendMessageW(Control(IDC_STATUS_BAR), WM_SIZE, 0, 0);
-    ShowCurrent();
-    return false;
+    if (message == WM_SIZE) ShowCurrent();  // as far as there is room
+    return Dialog::OnMessage(message, wparam, lparam, result);
 }
 
 void CalculatorDialog::OnDrop(const std::string& path) {

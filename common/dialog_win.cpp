@@ -97,6 +97,9 @@ INT_PTR Dialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
             return ShowHelpUnderMouse(
                 reinterpret_cast<HWND>(wparam),
                 {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))});
+        case WM_SIZE:  // on a change of the resolution, too
+            SendMessageW(Control(IDC_STATUS_BAR), WM_SIZE, 0, 0);
+            return OnMessage(message, wparam, lparam, result) ? result : FALSE;
         case WM_DESTROY:
             OnDestroy();
             ReleaseServices();
@@ -211,6 +214,16 @@ int Dialog::ShowMessage(const UserMessage& message, UINT buttons) const {
     // While it opens, a dialog is still hidden; the message must not float over nothing.
     if (!IsWindowVisible(window_)) ShowWindow(window_, SW_SHOW);
     return ShowMessageBox(window_, message, buttons);
+}
+
+void Dialog::FocusOnField(int id) {
+    SetFocus(Control(id));
+    SendMessageW(Control(id), EM_SETSEL, 0, -1);
+}
+
+void Dialog::Refuse(const UserMessage& refusal, int field) {
+    ShowMessage(refusal);
+    FocusOnField(field);
 }
 
 int ShowMessageBox(HWND owner, const UserMessage& message, UINT buttons) {

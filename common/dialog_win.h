@@ -76,6 +76,10 @@ class Dialog {
     void SetControlText(int id, std::string_view text);
     // Shows `message` over the dialog; `buttons` is MB_OK, MB_YESNOCANCEL... Gives the answer.
     int ShowMessage(const UserMessage& message, UINT buttons = MB_OK) const;
+    // The focus goes to an edit control, whose text is selected.
+    void FocusOnField(int id);
+    // Shows why a typed value is refused; the user can type it anew.
+    void Refuse(const UserMessage& refusal, int field);
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);

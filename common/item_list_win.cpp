@@ -1,6 +1,6 @@
 #include "common/item_list_win.h"
 
-#include <commctrl.h>
+#include <shlwapi.h>
 
 #include <algorithm>
 
@@ -28,6 +28,10 @@ void ItemList::Attach(HWND list, std::span<const ItemListColumn> columns) {
 
 void ItemList::ShowItems() {
     ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
+    RefreshItems();
+}
+
+void ItemList::RefreshItems() {
     ListView_SetItemCountEx(list_, static_cast<int>(client_.ItemCount()), 0);
     // The vertical scroll bar comes and goes with the rows.
     FitColumns();
@@ -79,8 +83,8 @@ bool ItemList::OnCommand(int id) {
     }
 }
 
-void ItemList::OnNotify(const NMHDR& header) {
-    if (header.hwndFrom != list_) return;
+LRESULT ItemList::OnNotify(const NMHDR& header) {
+    if (header.hwndFrom != list_) return 0;
     switch (header.code) {
         case LVN_GETDISPINFOW:
             // The notification is the list's to be filled in.
@@ -92,9 +96,12 @@ void ItemList::OnNotify(const NMHDR& header) {
         case LVN_KEYDOWN:
             OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
             break;
+        case LVN_ODFINDITEMW:
+            return FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header));
         default:
             break;
     }
+    return 0;
 }
 
 void ItemList::Add() {
@@ -143,6 +150,19 @@ void ItemList::FillText(NMHDR& header) const {
         Widen(client_.ItemText(item, static_cast<std::size_t>(cell.iSubItem)));
     const std::size_t units = std::min(text.size(), static_cast<std::size_t>(cell.cchTextMax) - 1);
     *std::copy_n(text.begin(), units, cell.pszText) = L'\0';
+}
+
+// The next item from the start of the search on, the first ones last; -1 when there is none.
+int ItemList::FindItem(const NMLVFINDITEMW& search) const {
+    if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) return -1;
+    const int count = static_cast<int>(client_.ItemCount());
+    const int length = lstrlenW(search.lvfi.psz);
+    for (int i = 0; i < count; ++i) {
+        const int item = (std::max(search.iStart, 0) + i) % count;
+        const std::wstring text = Widen(client_.ItemText(static_cast<std::size_t>(item), 0));
+        if (StrCmpNIW(text.c_str(), search.lvfi.psz, length) == 0) return item;
+    }
+    return -1;
 }
 
 void ItemList::OnKey(WORD key) {

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -48,6 +50,8 @@ class ItemList {
 
     // Shows the client's items anew; none is selected.
     void ShowItems();
+    // The same, but what is selected stays so.
+    void RefreshItems();
     // To be called when the dialog may have changed its size.
     void FitColumns();
     std::optional<std::size_t> SelectedItem() const;
@@ -56,8 +60,9 @@ class ItemList {
 
     // The buttons 1210, 1211 and 1212, and Enter in the list as IDOK; true when handled.
     bool OnCommand(int id);
-    // A double click or Enter modifies an item, Ins adds one, Del deletes one.
-    void OnNotify(const NMHDR& header);
+    // A double click or Enter modifies an item, Ins adds one, Del deletes one, letters and digits
+    // go to the next item that begins with them. The result is the notification's.
+    LRESULT OnNotify(const NMHDR& header);
 
   private:
     void Add();
@@ -66,6 +71,7 @@ class ItemList {
     std::optional<std::size_t> ItemToEdit(const char* message_caption) const;
     void Select(std::size_t item);
     void FillText(NMHDR& header) const;
+    int FindItem(const NMLVFINDITEMW& search) const;
     void OnKey(WORD key);
 
     ItemListClient& client_;

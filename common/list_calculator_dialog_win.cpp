@@ -14,8 +14,8 @@ bool ListCalculatorDialog::OnCommand(int id, int notification) {
 }
 
 LRESULT ListCalculatorDialog::OnNotify(const NMHDR& header) {
-    list_.OnNotify(header);
-    return CalculatorDialog::OnNotify(header);
+    const LRESULT result = list_.OnNotify(header);
+    return result != 0 ? result : CalculatorDialog::OnNotify(header);
 }
 
 bool ListCalculatorDialog::OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR& result) {

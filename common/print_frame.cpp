@@ -91,7 +91,7 @@ void PrintReport(Printer& printer, const Report& report) {
     const Font font = PrintFont(printer, kReportWeight);
     int line = kFirstReportLine;
     if (!PrintLines(printer, report, font, line_height, line)) {
-        printer.AbortDocument();
+        printer.EndDocument();  // with the pages before
         return;
     }
     if (!report.notes.empty()) {

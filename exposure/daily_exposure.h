@@ -22,10 +22,11 @@ struct ExposureItem {
 // What the dialog shows.
 struct DailyExposureForm {
     std::vector<ExposureItem> items;
-    int time_unit = 0;                 // index of TimeUnits(); a file may hold any number
-    std::string equivalent_level_dba;  // results, as shown
-    std::string total_time;
-    std::string daily_level_dba;
+    int time_unit = 0;  // index of TimeUnits(); a file may hold any number
+    // Results, as shown: their names as long as there are none.
+    std::string equivalent_level_dba = "Laeq";
+    std::string total_time = "Te";
+    std::string daily_level_dba = "Lepd";
     std::string notes;
 };
 

@@ -20,16 +20,6 @@ bool LevelItemDialog::ConfirmsDeletion() const {
     return ShowMessage(question, MB_YESNOCANCEL) == IDYES;
 }
 
-void LevelItemDialog::Refuse(const UserMessage& refusal, int field) {
-    ShowMessage(refusal);
-    FocusOnField(field);
-}
-
-void LevelItemDialog::FocusOnField(int id) {
-    SetFocus(Control(id));
-    SendMessageW(Control(id), EM_SETSEL, 0, -1);
-}
-
 void LevelItemDialog::TakeLevel(const std::optional<std::string>& level_dba) {
     if (level_dba) SetControlText(IDC_LEVEL_EDIT, *level_dba);
 }

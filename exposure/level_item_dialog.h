@@ -43,9 +43,6 @@ class LevelItemDialog : public Dialog {
 
     // Asks whether the item is to be deleted.
     bool ConfirmsDeletion() const;
-    // Shows why a typed value is refused; the user can type it anew.
-    void Refuse(const UserMessage& refusal, int field);
-    void FocusOnField(int id);
 
   private:
     void TakeLevel(const std::optional<std::string>& level_dba);

@@ -76,7 +76,7 @@ bool WeeklyExposureDialog::OnMessage(UINT message, WPARAM wparam, LPARAM lparam,
 }
 
 void WeeklyExposureDialog::ShowFields() {
-    list().ShowItems();
+    list().RefreshItems();
     ShowResult();
 }
 

@@ -95,7 +95,7 @@ void LossComparisonDialog::ConfirmForm() {
     const LossComparisonForm form{ListPosition(IDC_FRACTILE_LIST), ListPosition(IDC_FREQUENCY_LIST),
                                   ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters)};
     if (const std::optional<UserMessage> refusal = Confirm(form, state_)) {
-        ShowMessage(*refusal);
+        Refuse(*refusal, IDC_EXPOSURE_LEVEL);
     } else {
         End(IDOK);
     }

@@ -105,9 +105,9 @@ class LossPredictionDialog : public Dialog {
     void ChooseQuantity(int button);
     void ShowQuantity();
     void EnableControls(std::span<const int> controls, bool enabled);
+    int FirstField() const;
     void ReadFields();
     void ConfirmForm();
-    void FocusOnField(int id);
 
     LossPredictionForm form_;
     LossPredictionState& state_;
@@ -122,7 +122,7 @@ bool LossPredictionDialog::OnInit() {
     CheckRadioButton(window(), IDC_MALE, IDC_FEMALE, form_.sex == kMale ? IDC_MALE : IDC_FEMALE);
     CheckRadioButton(window(), IDC_NIPTS, IDC_HTLAN, static_cast<int>(form_.quantity));
     ShowQuantity();
-    FocusOnField(form_.quantity == QuantityKind::kHtla ? IDC_AGE : IDC_EXPOSURE_YEARS);
+    FocusOnField(FirstField());
     return false;
 }
 
@@ -170,6 +170,10 @@ void LossPredictionDialog::EnableControls(std::span<const int> controls, bool en
     for (const int control : controls) EnableWindow(Control(control), enabled);
 }
 
+int LossPredictionDialog::FirstField() const {
+    return FieldsOf(form_.quantity).noise ? IDC_EXPOSURE_YEARS : IDC_AGE;
+}
+
 void LossPredictionDialog::ReadFields() {
     form_.years = ControlText(IDC_EXPOSURE_YEARS, kMaxFieldCharacters);
     form_.level_dba = ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters);
@@ -179,15 +183,10 @@ void LossPredictionDialog::ReadFields() {
 void LossPredictionDialog::ConfirmForm() {
     ReadFields();
     if (const std::optional<UserMessage> refusal = Confirm(form_, state_)) {
-        ShowMessage(*refusal);
+        Refuse(*refusal, FirstField());
     } else {
         End(IDOK);
     }
-}
-
-void LossPredictionDialog::FocusOnField(int id) {
-    SetFocus(Control(id));
-    SendMessageW(Control(id), EM_SETSEL, 0, -1);
 }
 
 }  // namespace

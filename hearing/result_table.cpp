@@ -13,6 +13,9 @@ namespace {
 constexpr std::size_t kFirstColumnCharacters = 6;
 constexpr std::size_t kColumnCharacters = 11;
 
+constexpr std::size_t kLinesAboveRows = 3;  // title, parameters, header
+constexpr int kSmallestCharacters = 6;      // in height, device units; nobody reads smaller ones
+
 // Writes the lines of a table one under another.
 class TablePainter {
   public:
@@ -22,6 +25,15 @@ class TablePainter {
           column_width_(area.Width() / column_count),
           line_height_(canvas.MeasureText("0").height),
           y_(area.top) {}
+
+    // Writes smaller than the canvas does as yet if `count` lines would not fit.
+    void FitLines(int count) {
+        const int room = area_.Height() / count;
+        if (line_height_ <= room) return;
+        canvas_.SetFont(
+            {.face = "Arial", .character_height = std::max(room * 4 / 5, kSmallestCharacters)});
+        line_height_ = canvas_.MeasureText("0").height;
+    }
 
     bool HasRoom() const { return y_ + line_height_ <= area_.bottom; }
     void NextLine() { y_ += line_height_; }
@@ -101,6 +113,7 @@ void DrawResultTable(Canvas& canvas, const Rect& area, const ResultTable& table,
                      const DrawingStyle& style) {
     if (area.Width() <= 0 || area.Height() <= 0) return;
     TablePainter painter(canvas, area, table.column_count);
+    painter.FitLines(static_cast<int>(kLinesAboveRows + table.rows.size()));
     for (const std::string& line : {" " + table.title, table.parameter_line}) {
         if (painter.HasRoom()) painter.DrawWholeLine(line);
         painter.NextLine();

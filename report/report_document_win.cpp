@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -97,19 +96,6 @@ bool RunClipboardKey(ReportDocument& document, WPARAM key) {
         default:
             return false;
     }
-}
-
-// Files dropped on the editor are the main window's, like those dropped beside it. It gets a copy
-// of the handle: the editor keeps its own.
-void ForwardDrop(HWND parent, HGLOBAL drop) {
-    const SIZE_T size = GlobalSize(drop);
-    UniqueGlobal copy(GlobalAlloc(GMEM_MOVEABLE, size));
-    const void* from = copy ? GlobalLock(drop) : nullptr;
-    if (!from) return;
-    std::memcpy(GlobalLock(copy.get()), from, size);
-    GlobalUnlock(copy.get());
-    GlobalUnlock(drop);
-    PostMessageW(parent, WM_DROPFILES, reinterpret_cast<WPARAM>(copy.release()), 0);
 }
 
 }  // namespace

@@ -6,9 +6,11 @@
 
 #include <richole.h>
 
+#include <cstring>
 #include <string>
 #include <utility>
 
+#include "common/handles_win.h"
 #include "common/numbers.h"
 #include "common/unicode_win.h"
 #include "report/com_pointer_win.h"
@@ -94,9 +96,8 @@ class ObjectCallback final : public IRichEditOleCallback {
     STDMETHODIMP ShowContainerUI(BOOL) override { return S_OK; }
     STDMETHODIMP QueryInsertObject(LPCLSID, LPSTORAGE, LONG) override { return S_OK; }
     STDMETHODIMP DeleteObject(LPOLEOBJECT) override { return S_OK; }
-    STDMETHODIMP QueryAcceptData(LPDATAOBJECT, CLIPFORMAT*, DWORD, BOOL, HGLOBAL) override {
-        return S_OK;
-    }
+    STDMETHODIMP QueryAcceptData(LPDATAOBJECT data, CLIPFORMAT* format, DWORD operation,
+                                 BOOL is_final, HGLOBAL picture) override;
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     // The control makes a data object of its own.
     STDMETHODIMP GetClipboardData(CHARRANGE*, DWORD, LPDATAOBJECT*) override { return E_NOTIMPL; }
@@ -130,6 +131,19 @@ STDMETHODIMP ObjectCallback::GetNewStorage(LPSTORAGE* storage) {
     return file_->CreateStorage(name.c_str(), kAccess, 0, 0, storage);
 }
 
+// Everything is the control's to take, but for files: it would embed them.
+STDMETHODIMP ObjectCallback::QueryAcceptData(LPDATAOBJECT data, CLIPFORMAT* /*format*/,
+                                             DWORD operation, BOOL is_final, HGLOBAL /*picture*/) {
+    FORMATETC files{CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    if (operation != RECO_DROP || data->QueryGetData(&files) != S_OK) return S_OK;
+    STGMEDIUM medium{};
+    if (is_final && data->GetData(&files, &medium) == S_OK) {
+        ForwardDrop(frame_, medium.hGlobal);
+        ReleaseStgMedium(&medium);
+    }
+    return S_FALSE;  // accepted, and nothing is left for the control to do
+}
+
 STDMETHODIMP ObjectCallback::GetInPlaceContext(LPOLEINPLACEFRAME* frame,
                                                LPOLEINPLACEUIWINDOW* document,
                                                LPOLEINPLACEFRAMEINFO info) {
@@ -148,6 +162,17 @@ bool ServeObjects(HWND editor, HWND frame, std::function<HMENU()> make_menu) {
     const ComPointer<ObjectCallback> callback(new ObjectCallback(frame, std::move(make_menu)));
     return SendMessageW(editor, EM_SETOLECALLBACK, 0, reinterpret_cast<LPARAM>(callback.get())) !=
            0;
+}
+
+void ForwardDrop(HWND frame, HGLOBAL drop) {
+    const SIZE_T size = GlobalSize(drop);
+    UniqueGlobal copy(GlobalAlloc(GMEM_MOVEABLE, size));
+    const void* from = copy ? GlobalLock(drop) : nullptr;
+    if (!from) return;
+    std::memcpy(GlobalLock(copy.get()), from, size);
+    GlobalUnlock(copy.get());
+    GlobalUnlock(drop);
+    PostMessageW(frame, WM_DROPFILES, reinterpret_cast<WPARAM>(copy.release()), 0);
 }
 
 }  // namespace tonvale

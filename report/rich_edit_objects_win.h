@@ -13,6 +13,11 @@ namespace tonvale {
 // Every object has a storage of its own, "BREOBJ" and a running number, within one compound file
 // that the system deletes with the program's end. `make_menu` gives a menu that the editor shows
 // and destroys.
+// Files that are dropped on the editor go to `frame`, as by ForwardDrop.
 bool ServeObjects(HWND editor, HWND frame, std::function<HMENU()> make_menu);
+
+// Posts dropped files (a DROPFILES block, which stays the caller's) to `frame` as if they had been
+// dropped there.
+void ForwardDrop(HWND frame, HGLOBAL drop);
 
 }  // namespace tonvale

@@ -77,8 +77,8 @@ TEST(PrintReport, EndsAtAPageBreakThatFails) {
     report.notes = "nota";
     PrintReport(printer, report);
     EXPECT_EQ(printer.pages.size(), 1U);
-    EXPECT_TRUE(printer.aborted);
-    EXPECT_FALSE(printer.ended);
+    EXPECT_FALSE(printer.aborted);
+    EXPECT_TRUE(printer.ended);
 }
 
 TEST(PrintWithFrame, DrawsThePageAndItsNotesInTheBottomSixteenth) {

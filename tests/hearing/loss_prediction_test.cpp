@@ -179,7 +179,12 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
     EXPECT_EQ(black.texts[1].text, " Anni di esposizione:  35   Leq: 90.0 dBA");
     for (const auto& text : black.texts) EXPECT_EQ(text.color, kBlack);
 
-    EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 12 * 4 + 11}).texts, SizeIs(2 + 7 + 7));
+    // Smaller where there is little room, but not too small to be read.
+    const RecordingCanvas low = DrawnBy(view, ViewKind::kTable, {0, 0, 900, 22 * 10});
+    EXPECT_THAT(low.texts, SizeIs(2 + 7 + 19 * 7));
+    EXPECT_EQ(low.texts.back().font.character_height, 8);
+    EXPECT_EQ(low.texts.back().rect.bottom, 22 * 8);
+    EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 6 * 4 + 5}).texts, SizeIs(2 + 7 + 7));
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 0}).texts, IsEmpty());
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 0, 900}).texts, IsEmpty());
 }

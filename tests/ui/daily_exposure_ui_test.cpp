@@ -159,7 +159,7 @@ TEST_F(DailyExposureUiTest, KeepsStateWithOneDecimal) {
     ui.AnswerMessage("Errore", "Errore nei valori!", IDOK);
     ui.OnWindow(kTitle, [](HWND dialog) {
         EXPECT_EQ(Rows(dialog), (Texts{"85.3 x  0.3", "80.0 x  0.0"}));
-        EXPECT_EQ(Results(dialog), "||");
+        EXPECT_EQ(Results(dialog), "Laeq|Te|Lepd");
         EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "ore");
         EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (h):");
         EXPECT_EQ(TextOf(dialog, IDC_NOTES_EDIT), "prima\r\nseconda");

@@ -6,7 +6,11 @@
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
+#include <ole2.h>
+
 #include <richedit.h>
+
+#include <richole.h>
 
 #include <cstring>
 #include <memory>
@@ -16,6 +20,8 @@
 #include "common/clipboard_win.h"
 #include "common/handles_win.h"
 #include "common/text.h"
+#include "report/com_pointer_win.h"
+#include "report/rich_edit_objects_win.h"
 #include "report/rich_edit_win.h"
 #include "report/rtf_reader.h"
 #include "report/rtf_repair.h"
@@ -585,6 +591,88 @@ TEST_F(ReportTest, MalformedDocumentsAreRead) {
         EXPECT_TRUE(host_->document.Save());
         EXPECT_EQ(GetFocus(), host_->editor());
     }
+}
+
+// Writes down what a rich-text control of its kind is given.
+class CallbackRecorder {
+  public:
+    CallbackRecorder()
+        : window_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                  nullptr, nullptr)) {
+        SetWindowSubclass(window_, Procedure, 1, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~CallbackRecorder() { DestroyWindow(window_); }
+    CallbackRecorder(const CallbackRecorder&) = delete;
+    CallbackRecorder& operator=(const CallbackRecorder&) = delete;
+
+    HWND window() const { return window_; }
+    IRichEditOleCallback& callback() const { return *callback_; }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR, DWORD_PTR self) {
+        if (message != EM_SETOLECALLBACK) return DefSubclassProc(window, message, wparam, lparam);
+        auto* callback = reinterpret_cast<IRichEditOleCallback*>(lparam);
+        callback->AddRef();
+        reinterpret_cast<CallbackRecorder*>(self)->callback_.reset(callback);
+        return TRUE;
+    }
+
+    HWND window_;
+    ComPointer<IRichEditOleCallback> callback_;
+};
+
+// What the system's own data object for the clipboard holds.
+ComPointer<IDataObject> ClipboardObject() {
+    IDataObject* object = nullptr;
+    OleGetClipboard(&object);
+    return ComPointer<IDataObject>(object);
+}
+
+TEST_F(ReportTest, ServesObjectsOfOtherPrograms) {
+    const CallbackRecorder editor;
+    ASSERT_TRUE(ServeObjects(editor.window(), host_->window, CreatePopupMenu));
+    IRichEditOleCallback& callback = editor.callback();
+    for (const wchar_t* name : {L"BREOBJ0", L"BREOBJ1"}) {
+        IStorage* storage = nullptr;
+        ASSERT_EQ(callback.GetNewStorage(&storage), S_OK);
+        const ComPointer<IStorage> owner(storage);
+        STATSTG description{};
+        ASSERT_EQ(storage->Stat(&description, STATFLAG_DEFAULT), S_OK);
+        EXPECT_STREQ(description.pwcsName, name);
+        CoTaskMemFree(description.pwcsName);
+    }
+    IOleInPlaceFrame* frame = nullptr;
+    IOleInPlaceUIWindow* document = nullptr;
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    ASSERT_EQ(callback.GetInPlaceContext(&frame, &document, &info), S_OK);
+    HWND frame_window = nullptr;
+    EXPECT_EQ(frame->GetWindow(&frame_window), S_OK);
+    EXPECT_EQ(frame_window, host_->window);
+    EXPECT_EQ(frame->Release(), 0U);
+    HMENU menu = nullptr;
+    EXPECT_EQ(callback.GetContextMenu(0, nullptr, nullptr, &menu), S_OK);
+    EXPECT_TRUE(DestroyMenu(menu));
+
+    // Files that are dropped go to the main window; whatever else comes is the control's.
+    const HDROP files = MakeDrop({Path("uno.lep")});
+    const auto* bytes = static_cast<const char*>(GlobalLock(files));
+    PutAlone(CF_HDROP, {bytes, GlobalSize(files)});
+    GlobalUnlock(files);
+    GlobalFree(files);
+    for (const BOOL is_final : {FALSE, TRUE}) {
+        EXPECT_EQ(callback.QueryAcceptData(ClipboardObject().get(), nullptr, RECO_DROP, is_final,
+                                           nullptr),
+                  S_FALSE);
+        MSG message;
+        EXPECT_EQ(PeekMessageW(&message, host_->window, WM_DROPFILES, WM_DROPFILES, PM_REMOVE),
+                  is_final);
+        if (is_final) DragFinish(reinterpret_cast<HDROP>(message.wParam));
+    }
+    PutAlone(CF_UNICODETEXT, WideBytes("testo"));
+    EXPECT_EQ(callback.QueryAcceptData(ClipboardObject().get(), nullptr, RECO_DROP, TRUE, nullptr),
+              S_OK);
 }
 
 TEST_F(ReportTest, SavesOnlyUnderItsOwnExtension) {

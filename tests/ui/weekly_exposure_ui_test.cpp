@@ -176,11 +176,17 @@ TEST_F(WeeklyExposureUiTest, OpensSavesCopiesAndPrints) {
     FakePrinter printer;
     app_.open_printer = [&] { return std::make_unique<BorrowedPrinter>(printer); };
     UiDriver ui;
-    ui.OnWindow(kTitle).Command(CMD_FILE_OPEN);
+    // A letter goes to the day that begins with it, if there is one.
+    ui.OnWindow(kTitle, [](HWND dialog) {
+        for (const wchar_t letter : {L'v', L'x'}) SendMessageW(List(dialog), WM_CHAR, letter, 1);
+        EXPECT_EQ(SelectedRow(dialog), 4);
+    });
+    ui.Command(CMD_FILE_OPEN);
     ChooseFile(ui, kOpenTitle, stored);
     ui.WaitClosed(kOpenTitle).OnWindow(kTitle, [=](HWND dialog) {
         EXPECT_EQ(Levels(dialog), "|90|0|0|0|0|0|");
         EXPECT_EQ(Result(dialog), "70.5");  // as stored
+        EXPECT_EQ(SelectedRow(dialog), 4);  // still
         EXPECT_EQ(TextOf(dialog, IDC_NOTES_EDIT), "perché\r\ndue");
         EXPECT_EQ(Status(dialog), "settimana.LEW");
     });
