@@ -288,28 +288,16 @@ void MainWindow::OnDropFiles(HDROP drop) {
 }
 
 void MainWindow::OnMenuOpening(HMENU menu) const {
+    document_.MarkMenu(menu, views_.ShowsDocument());
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {
         const UINT id = GetMenuItemID(menu, position);
-        if (id == 0 || id == UINT_MAX) continue;  // a separator or a popup
-        if (IsFormatCommand(id)) {
-            UpdateFormatItem(menu, id);
-            continue;
-        }
+        // Not a separator, a popup or what the document has marked.
+        if (id == 0 || id == UINT_MAX || IsFormatCommand(id)) continue;
         const bool enabled = CanRunCommand(*this, static_cast<int>(id));
         EnableMenuItem(menu, id,
                        MF_BYCOMMAND | static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
     }
     views_.MarkMenu(menu);
-}
-
-// As the button of the formatting toolbar that has the same command.
-void MainWindow::UpdateFormatItem(HMENU menu, UINT id) const {
-    const LRESULT state = SendDlgItemMessageW(window(), IDC_FORMAT_TOOLBAR, TB_GETSTATE, id, 0);
-    const bool has_button = state != -1;
-    const bool enabled = views_.ShowsDocument() && (!has_button || (state & TBSTATE_ENABLED) != 0);
-    const bool checked = has_button && (state & TBSTATE_CHECKED) != 0;
-    EnableMenuItem(menu, id, MF_BYCOMMAND | static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
-    CheckMenuItem(menu, id, MF_BYCOMMAND | static_cast<UINT>(checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
 void MainWindow::UpdateButtons() const {

@@ -88,7 +88,6 @@ class MainWindow final : public Window {
     void OnMenuOpening(HMENU menu) const;
     void Run(int id, const std::string& path);
     void ShowTip(NMHDR& header) const;
-    void UpdateFormatItem(HMENU menu, UINT id) const;
     void UpdateButtons() const;
     void SetFonts();
     void Layout();

@@ -1,7 +1,6 @@
 #include "report/format_menus_win.h"
 
-#include <array>
-#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "common/handles_win.h"
@@ -11,10 +10,6 @@
 namespace tonvale {
 
 namespace {
-
-UINT CheckFlag(bool checked) {
-    return MF_BYCOMMAND | static_cast<UINT>(checked ? MF_CHECKED : MF_UNCHECKED);
-}
 
 // A square of `color` as large as a check mark, with a frame that shows it on any ground.
 UniqueBitmap MakeSwatch(Color color) {
@@ -46,26 +41,36 @@ std::vector<UniqueBitmap> AddSwatches(HMENU menu) {
 
 }  // namespace
 
-HMENU LoadFormatMenu(HINSTANCE instance, const FormatState& state, bool word_wrap) {
+HMENU LoadFormatMenu(HINSTANCE instance) {
     const UniqueMenu menu(LoadMenuW(instance, L"FORMATO"));
     if (!menu) return nullptr;
     HMENU popup = GetSubMenu(menu.get(), 0);
     // It outlives the menu bar that it comes with.
     RemoveMenu(menu.get(), 0, MF_BYPOSITION);
-    CheckMenuItem(popup, CMD_BOLD, CheckFlag(state.bold));
-    CheckMenuItem(popup, CMD_ITALIC, CheckFlag(state.italic));
-    CheckMenuItem(popup, CMD_UNDERLINE, CheckFlag(state.underline));
-    CheckMenuItem(popup, CMD_SUPERSCRIPT, CheckFlag(state.superscript));
-    CheckMenuItem(popup, CMD_SUBSCRIPT, CheckFlag(state.subscript));
-    CheckMenuItem(popup, CMD_BULLETS, CheckFlag(state.bullets));
-    CheckMenuItem(popup, CMD_WORD_WRAP, CheckFlag(word_wrap));
-    CheckMenuRadioItem(popup, CMD_ALIGN_LEFT, CMD_ALIGN_RIGHT,
-                       CMD_ALIGN_LEFT + static_cast<UINT>(state.alignment), MF_BYCOMMAND);
-    for (UINT command : {CMD_ALIGN_LEFT, CMD_ALIGN_CENTER, CMD_ALIGN_RIGHT}) {
-        EnableMenuItem(popup, command,
-                       MF_BYCOMMAND | static_cast<UINT>(word_wrap ? MF_ENABLED : MF_GRAYED));
-    }
     return popup;
+}
+
+void MarkFormatMenu(HMENU menu, const FormatState& state, bool word_wrap, bool usable) {
+    const std::pair<UINT, bool> marks[] = {
+        {CMD_BOLD, state.bold},
+        {CMD_ITALIC, state.italic},
+        {CMD_UNDERLINE, state.underline},
+        {CMD_SUPERSCRIPT, state.superscript},
+        {CMD_SUBSCRIPT, state.subscript},
+        {CMD_BULLETS, state.bullets},
+        {CMD_WORD_WRAP, word_wrap},
+        {CMD_ALIGN_LEFT, state.alignment == Alignment::kLeft},
+        {CMD_ALIGN_CENTER, state.alignment == Alignment::kCenter},
+        {CMD_ALIGN_RIGHT, state.alignment == Alignment::kRight},
+    };
+    for (const auto& [command, is_marked] : marks) {
+        CheckMenuItem(menu, command, static_cast<UINT>(is_marked ? MF_CHECKED : MF_UNCHECKED));
+    }
+    for (UINT command = CMD_BULLETS; command <= CMD_WORD_WRAP; ++command) {
+        const bool is_alignment = command >= CMD_ALIGN_LEFT && command <= CMD_ALIGN_RIGHT;
+        const bool enabled = usable && (word_wrap || !is_alignment);
+        EnableMenuItem(menu, command, static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
+    }
 }
 
 int ChooseFromColorMenu(HINSTANCE instance, HWND owner) {

@@ -11,14 +11,13 @@
 
 #include "common/handles_win.h"
 #include "report/com_pointer_win.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;            // at 96 dpi
 constexpr int kHundredthsOfMmPerInch = 2540;  // the unit of a metafile's frame
-constexpr int kTwipsPerInch = 1440;
 constexpr long kMaxSide = 32767;
 
 struct MetafileCloser {

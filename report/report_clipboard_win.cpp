@@ -86,18 +86,35 @@ UserMessage TooLong() {
             MessageIcon::kExclamation};
 }
 
+UserMessage LineTooLong() {
+    return {kPasteCaption, "Una riga del testo è troppo lunga per il documento.",
+            MessageIcon::kExclamation};
+}
+
 bool HasRoomFor(const RichEdit& edit, std::size_t characters) {
     const CHARRANGE selection = edit.Selection();
     const int kept = edit.TextLength() - static_cast<int>(selection.cpMax - selection.cpMin);
     return characters <= static_cast<std::size_t>(std::max(kMaxReportCharacters - kept, 0));
 }
 
-std::optional<UserMessage> PasteCsv(const AppContext& app, RichEdit& edit) {
+// What the document would not open again.
+bool HasTooLongLine(std::wstring_view text, const RichEditGaps& gaps) {
+    while (text.size() > MaxParagraphCharacters(gaps)) {
+        const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
+        if (end > MaxParagraphCharacters(gaps)) return true;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return false;
+}
+
+std::optional<UserMessage> PasteCsv(const AppContext& app, RichEdit& edit,
+                                    const RichEditGaps& gaps) {
     const std::optional<std::string> bytes = ReadClipboard(edit.window(), app.clipboard.csv);
     if (!bytes) return NotAvailable();
     const std::string_view content(*bytes);
     std::wstring text = Widen(Windows1252ToUtf8(content.substr(0, content.find('\0'))));
     if (!HasRoomFor(edit, text.size())) return TooLong();
+    if (HasTooLongLine(text, gaps)) return LineTooLong();
     std::replace(text.begin(), text.end(), L';', L'\t');
     edit.InsertText(text);
     return std::nullopt;
@@ -108,10 +125,12 @@ std::optional<UserMessage> PasteText(const AppContext& app, RichEdit& edit,
     const std::string rtf =
         ReadClipboard(edit.window(), app.clipboard.rich_text).value_or(std::string());
     const std::optional<std::string> plain = ReadClipboard(edit.window(), CF_UNICODETEXT);
-    RichText text = ReadReport(rtf);
-    const std::size_t length = plain ? WideText(*plain).size() : Widen(PlainTextOf(text)).size();
-    if (!HasRoomFor(edit, length)) return TooLong();
-    if (!rtf.empty() && gaps.reads_poorly) {
+    const bool is_read_here = !rtf.empty() && gaps.reads_poorly;
+    RichText text = is_read_here || !plain ? ReadReport(rtf) : RichText();
+    const std::wstring words = plain ? WideText(*plain) : Widen(PlainTextOf(text));
+    if (!HasRoomFor(edit, words.size())) return TooLong();
+    if (HasTooLongLine(words, gaps)) return LineTooLong();
+    if (is_read_here) {
         ReadReportRtf(edit, gaps, rtf, std::move(text), true);
         edit.SetModified(true);
     } else {
@@ -128,11 +147,15 @@ std::optional<UserMessage> PasteBitmap(RichEdit& edit) {
     const std::optional<std::string> dib = ReadClipboard(edit.window(), CF_DIB);
     if (!dib) return NotAvailable();
     const std::optional<RichPicture> picture = PictureOfBitmap(*dib);
-    const int before = edit.TextLength();
+    if (!picture) return NotSupported();
+    if (!HasRoomFor(edit, 1)) return TooLong();
     const CHARRANGE selection = edit.Selection();
-    if (!picture || !HasRoomFor(edit, 1)) return NotSupported();
+    const LONG kept = edit.TextLength() - (selection.cpMax - selection.cpMin);
     edit.ReadRtf(PictureAsRtf(*picture), true);
-    if (edit.TextLength() <= before - (selection.cpMax - selection.cpMin)) return NotSupported();
+    if (edit.TextLength() <= kept) {
+        edit.Send(EM_UNDO);  // the selection comes back
+        return NotSupported();
+    }
     edit.SetModified(true);
     return std::nullopt;
 }
@@ -162,24 +185,26 @@ std::optional<UserMessage> PasteInReport(const AppContext& app, RichEdit& edit,
                                          const RichEditGaps& gaps) {
     const UINT format = FirstFormat(app.clipboard);
     if (format == 0) return NotSupported();
-    if (format == app.clipboard.csv) return PasteCsv(app, edit);
+    if (format == app.clipboard.csv) return PasteCsv(app, edit, gaps);
     if (format == CF_DIB || format == CF_BITMAP) return PasteBitmap(edit);
     return PasteText(app, edit, gaps);
 }
 
 bool CopyFromReport(const AppContext& app, RichEdit& edit, const RichEditGaps& gaps) {
-    const QuietEdit quiet(edit);
-    CHARRANGE selection = edit.Selection();
+    const CHARRANGE selection = edit.Selection();
+    if (selection.cpMin == selection.cpMax) return true;
     // The end of the last paragraph would be a line more wherever it is pasted.
-    selection.cpMax = std::min(selection.cpMax, static_cast<LONG>(edit.TextLength()));
-    if (selection.cpMin >= selection.cpMax) return true;
-    edit.Select(selection);
-    const std::optional<std::string> rtf =
-        HasWriterFaults(gaps.writer) ? WriteReportRtf(edit, gaps, true) : std::nullopt;
-    if (!rtf || !IsWholeRtf(*rtf)) {
+    std::optional<QuietEdit> quiet;
+    if (edit.SelectsEndOfText()) {
+        quiet.emplace(edit);
+        edit.Select(selection);
+    }
+    if (!HasWriterFaults(gaps.writer)) {
         edit.Send(WM_COPY);
         return true;
     }
+    const std::optional<std::string> rtf = WriteReportRtf(edit, gaps, true);
+    if (!rtf || !IsWholeRtf(*rtf)) return false;
     const std::wstring text = WithLineEnds(edit.SelectedText());
     OpenedClipboard clipboard(edit.window());
     const std::string_view bytes(reinterpret_cast<const char*>(text.c_str()),

@@ -73,6 +73,14 @@ UserMessage DamagedReport(const std::string& path) {
             MessageIcon::kExclamation};
 }
 
+UserMessage LeftOutOfReport(const std::string& path) {
+    return {path,
+            "Il file contiene elementi che qui non si possono mostrare tutti (oggetti, note, "
+            "intestazioni, immagini, apici e pedici): il resto viene aperto come documento senza "
+            "titolo. Il file resta com'è.",
+            MessageIcon::kExclamation};
+}
+
 UserMessage NotWhole(const std::string& path) {
     return {path,
             "Il documento contiene un oggetto che non può essere scritto. Impossibile salvare!\r\n"
@@ -80,8 +88,8 @@ UserMessage NotWhole(const std::string& path) {
             MessageIcon::kStop};
 }
 
-// The editor's own keys for the clipboard would pass the document's rules by.
-bool RunClipboardKey(ReportDocument& document, WPARAM key) {
+// The editor's own keys would pass the document's rules by.
+bool RunEditKey(ReportDocument& document, WPARAM key) {
     if (GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
     switch (key) {
         case 'C':
@@ -91,7 +99,13 @@ bool RunClipboardKey(ReportDocument& document, WPARAM key) {
             document.Cut();
             return true;
         case 'V':
-            document.Paste();
+            if (document.CanPaste()) document.Paste();
+            return true;
+        case 'Y':
+            document.Redo();
+            return true;
+        case 'Z':
+            document.Undo();
             return true;
         default:
             return false;
@@ -123,6 +137,7 @@ struct ReportDocument::Parts {
     void MakeEmpty();
     void PlaceEditor();
     void Adopt(const std::string& new_path, bool modified);
+    HMENU MakeMenu();
     void RunCommand(int id);
 };
 
@@ -153,8 +168,7 @@ void ReportDocument::Parts::SetUpEditor() {
     edit.SetWordWrap(word_wrap);
     edit.Send(EM_SETEVENTMASK, 0, ENM_KEYEVENTS | ENM_MOUSEEVENTS | ENM_SELCHANGE | ENM_DROPFILES);
     if (gaps && gaps->blank_pictures) DrawPicturesOf(edit.window());
-    ServeObjects(edit.window(), parent,
-                 [this] { return LoadFormatMenu(app.instance, ReadFormatState(edit), word_wrap); });
+    ServeObjects(edit.window(), parent, [this] { return MakeMenu(); });
     SetDefaultFormats(edit);
 }
 
@@ -190,14 +204,20 @@ void ReportDocument::Parts::PlaceEditor() {
                  SWP_NOACTIVATE | static_cast<UINT>(visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
+// For the right mouse button; the editor destroys it.
+HMENU ReportDocument::Parts::MakeMenu() {
+    HMENU menu = LoadFormatMenu(app.instance);
+    if (menu) MarkFormatMenu(menu, ReadFormatState(edit), word_wrap, true);
+    return menu;
+}
+
 void ReportDocument::Parts::RunCommand(int id) {
     if (id == CMD_FONT) return ChooseTextFont(edit, parent);
+    if (id == CMD_COLOR_MENU) return RunCommand(ChooseFromColorMenu(app.instance, parent));
     if (id == CMD_WORD_WRAP) {
+        const WaitCursor wait;  // a long text takes some controls seconds
         word_wrap = !word_wrap;
         return edit.SetWordWrap(word_wrap);
-    }
-    if (id == CMD_COLOR_MENU) {
-        id = ChooseFromColorMenu(app.instance, parent);
     }
     if (IsColor(id)) {
         const Color color = kTextColors.at(static_cast<std::size_t>(id - CMD_COLOR_FIRST));
@@ -288,11 +308,13 @@ bool ReportDocument::Open(const std::string& path) {
         parts.Adopt(path, false);
         return true;
     }
-    const bool understood = ReadReportRtf(parts.edit, parts.Gaps(), *rtf, std::move(text), false);
-    const bool is_whole = understood && IsWholeRtf(*rtf);
+    ReadOutcome outcome = ReadReportRtf(parts.edit, parts.Gaps(), *rtf, std::move(text), false);
+    if (!IsWholeRtf(*rtf)) outcome = ReadOutcome::kDamaged;
     parts.edit.Select({0, 0});
+    const bool is_whole = outcome == ReadOutcome::kWhole;
     parts.Adopt(is_whole ? path : std::string(), !is_whole);
-    if (!is_whole) parts.Tell(DamagedReport(path));
+    if (outcome == ReadOutcome::kDamaged) parts.Tell(DamagedReport(path));
+    if (outcome == ReadOutcome::kLeftOut) parts.Tell(LeftOutOfReport(path));
     return true;
 }
 
@@ -324,7 +346,9 @@ bool ReportDocument::SaveTo(const std::string& path) {
 }
 
 void ReportDocument::Cut() {
-    if (CanCut() && Copy()) parts_->edit.Send(WM_CLEAR);
+    if (!CanCut() || !Copy()) return;
+    parts_->edit.Send(WM_CLEAR);
+    parts_->edit.SetModified(true);  // not every control does
 }
 
 bool ReportDocument::Copy() {
@@ -349,10 +373,24 @@ bool ReportDocument::CanCut() const {
     return selection.cpMin != selection.cpMax;
 }
 
+void ReportDocument::Undo() {
+    if (parts_->edit.Send(EM_UNDO)) parts_->edit.SetModified(true);
+}
+
+void ReportDocument::Redo() {
+    if (parts_->edit.Send(EM_REDO)) parts_->edit.SetModified(true);
+}
+
 void ReportDocument::Print() {
     const WaitCursor wait;
-    PrintReportDocument(parts_->app, parts_->edit, parts_->Gaps(),
-                        parts_->path.empty() ? kUntitled : parts_->path);
+    const std::string name = parts_->path.empty() ? kUntitled : parts_->path;
+    const std::optional<UserMessage> failure =
+        PrintReportDocument(parts_->app, parts_->edit, parts_->Gaps(), name);
+    if (failure) parts_->Tell(*failure);
+}
+
+void ReportDocument::MarkMenu(HMENU menu, bool usable) const {
+    MarkFormatMenu(menu, ReadFormatState(parts_->edit), parts_->word_wrap, usable);
 }
 
 bool ReportDocument::OnCommand(int id) {
@@ -366,6 +404,7 @@ bool ReportDocument::OnNotify(const NMHDR& header, LRESULT& result) {
     result = 0;
     if (header.code == TTN_GETDISPINFOW) {
         auto& request = const_cast<NMTTDISPINFOW&>(reinterpret_cast<const NMTTDISPINFOW&>(header));
+        if ((request.uFlags & TTF_IDISHWND) != 0) return false;  // of a window, not a command
         const wchar_t* tip = FormatToolbar::TipOf(static_cast<int>(header.idFrom));
         if (tip) request.lpszText = const_cast<wchar_t*>(tip);  // only read
         return tip != nullptr;
@@ -377,7 +416,7 @@ bool ReportDocument::OnNotify(const NMHDR& header, LRESULT& result) {
     }
     if (header.code == EN_MSGFILTER) {
         const auto& filter = reinterpret_cast<const MSGFILTER&>(header);
-        result = filter.msg == WM_KEYDOWN && RunClipboardKey(*this, filter.wParam);
+        result = filter.msg == WM_KEYDOWN && RunEditKey(*this, filter.wParam);
         return true;
     }
     if (header.code == EN_DROPFILES) {

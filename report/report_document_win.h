@@ -46,7 +46,13 @@ class ReportDocument {
     void Paste();           // the first available of the formats it takes
     bool CanPaste() const;  // one of these formats is on the clipboard
     bool CanCut() const;    // something is selected
+    void Undo();
+    void Redo();
     void Print();
+
+    // Marks the formatting commands in `menu` that is about to be shown as the selection has them;
+    // enables them when they are `usable`.
+    void MarkMenu(HMENU menu, bool usable) const;
 
     // Formatting commands CMD_BULLETS to CMD_WORD_WRAP; true when `id` is one.
     bool OnCommand(int id);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace tonvale {
@@ -33,6 +34,10 @@ LONG Offset(const CHARFORMAT2W& format) {
     if (IsSet(format, CFE_SUPERSCRIPT)) return kRise;
     if (IsSet(format, CFE_SUBSCRIPT)) return -kRise;
     return (format.dwMask & CFM_OFFSET) != 0 ? format.yOffset : 0;
+}
+
+bool HasBullets(const PARAFORMAT& format) {
+    return (format.dwMask & PFM_NUMBERING) != 0 && format.wNumbering == PFN_BULLET;
 }
 
 void ToggleEffect(RichEdit& edit, DWORD effect) {
@@ -74,25 +79,51 @@ DWORD EmptyFields(const CHARFORMAT2W& format) {
     return flags;
 }
 
+// The fields of the font dialog that may be empty.
+struct FontField {
+    DWORD flag;  // of CHOOSEFONT: starts empty
+    int control;
+    DWORD attributes;  // that it stands for
+};
+constexpr std::array<FontField, 3> kFontFields = {{{CF_NOFACESEL, cmb1, CFM_FACE | CFM_CHARSET},
+                                                   {CF_NOSTYLESEL, cmb2, CFM_BOLD | CFM_ITALIC},
+                                                   {CF_NOSIZESEL, cmb3, CFM_SIZE}}};
+constexpr wchar_t kChosenProperty[] = L"Tonvale chosen attributes";
+
 // Not every system's dialog leaves the fields empty by itself.
-UINT_PTR CALLBACK EmptyMixedFields(HWND dialog, UINT message, WPARAM /*wparam*/, LPARAM lparam) {
-    if (message != WM_INITDIALOG) return 0;
-    const DWORD flags = reinterpret_cast<const CHOOSEFONTW*>(lparam)->Flags;
-    constexpr std::array<std::pair<DWORD, int>, 3> kFields = {
-        {{CF_NOFACESEL, cmb1}, {CF_NOSTYLESEL, cmb2}, {CF_NOSIZESEL, cmb3}}};
-    for (const auto& [flag, field] : kFields) {
-        if ((flags & flag) == 0) continue;
-        SendDlgItemMessageW(dialog, field, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-        SetDlgItemTextW(dialog, field, L"");
+void EmptyMixedFields(HWND dialog, DWORD flags) {
+    for (const FontField& field : kFontFields) {
+        if ((flags & field.flag) == 0) continue;
+        SendDlgItemMessageW(dialog, field.control, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+        SetDlgItemTextW(dialog, field.control, L"");
     }
+}
+
+// Takes the attributes of the fields that are empty out of `attributes`.
+void LeaveOutEmptyFields(HWND dialog, DWORD& attributes) {
+    for (const FontField& field : kFontFields) {
+        const bool is_empty = GetWindowTextLengthW(GetDlgItem(dialog, field.control)) == 0;
+        if (is_empty) attributes &= ~field.attributes;
+    }
+}
+
+// Of the font dialog, whose lCustData points to the attributes that the user chooses.
+UINT_PTR CALLBACK FontHook(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_INITDIALOG) {
+        const auto& request = *reinterpret_cast<const CHOOSEFONTW*>(lparam);
+        SetPropW(dialog, kChosenProperty, reinterpret_cast<HANDLE>(request.lCustData));
+        EmptyMixedFields(dialog, request.Flags);
+    }
+    if (message == WM_COMMAND && LOWORD(wparam) == IDOK) {
+        LeaveOutEmptyFields(dialog, *static_cast<DWORD*>(GetPropW(dialog, kChosenProperty)));
+    }
+    if (message == WM_DESTROY) RemovePropW(dialog, kChosenProperty);
     return 0;
 }
 
 CHARFORMAT2W FormatOf(const CHOOSEFONTW& chosen) {
     const LOGFONTW& font = *chosen.lpLogFont;
     CHARFORMAT2W format{};
-    format.dwMask = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
-                    CFM_STRIKEOUT | CFM_CHARSET;
     format.yHeight = -kTwipsPerHeight * font.lfHeight;
     format.crTextColor = chosen.rgbColors;
     if (chosen.nFontType & BOLD_FONTTYPE) format.dwEffects |= CFE_BOLD;
@@ -115,9 +146,10 @@ FormatState ReadFormatState(const RichEdit& edit) {
     state.underline = IsSet(text, CFE_UNDERLINE);
     state.superscript = Offset(text) > 0;
     state.subscript = Offset(text) < 0;
-    state.bullets = paragraph.wNumbering == PFN_BULLET;
+    state.bullets = HasBullets(paragraph);
     for (const auto& [alignment, value] : kAlignments) {
-        if (paragraph.wAlignment == value) state.alignment = alignment;
+        const bool is_same_all_over = (paragraph.dwMask & PFM_ALIGNMENT) != 0;
+        if (is_same_all_over && paragraph.wAlignment == value) state.alignment = alignment;
     }
     return state;
 }
@@ -164,9 +196,9 @@ void ToggleSubscript(RichEdit& edit) {
 void ToggleBullets(RichEdit& edit) {
     PARAFORMAT format{};
     format.dwMask = PFM_NUMBERING;
-    const bool has_bullets = edit.ParagraphFormat().wNumbering == PFN_BULLET;
-    format.wNumbering = has_bullets ? WORD{0} : WORD{PFN_BULLET};
+    format.wNumbering = HasBullets(edit.ParagraphFormat()) ? WORD{0} : WORD{PFN_BULLET};
     edit.SetParagraphFormat(format);
+    edit.SetModified(true);  // not every control does
 }
 
 void SetAlignment(RichEdit& edit, Alignment alignment) {
@@ -174,6 +206,7 @@ void SetAlignment(RichEdit& edit, Alignment alignment) {
     format.dwMask = PFM_ALIGNMENT;
     format.wAlignment = kAlignments.at(static_cast<std::size_t>(alignment)).second;
     edit.SetParagraphFormat(format);
+    edit.SetModified(true);
 }
 
 void SetTextColor(RichEdit& edit, COLORREF color) {
@@ -197,13 +230,17 @@ void ChooseTextFont(RichEdit& edit, HWND owner) {
     dialog.lStructSize = sizeof(dialog);
     dialog.hwndOwner = owner;
     dialog.lpLogFont = &font;
-    dialog.lpfnHook = EmptyMixedFields;
+    DWORD attributes = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
+                       CFM_STRIKEOUT | CFM_CHARSET;
+    dialog.lpfnHook = FontHook;
+    dialog.lCustData = reinterpret_cast<LPARAM>(&attributes);
     dialog.Flags = CF_SCREENFONTS | CF_NOVERTFONTS | CF_NOSCRIPTSEL | CF_FORCEFONTEXIST |
                    CF_EFFECTS | CF_ENABLEHOOK | CF_INITTOLOGFONTSTRUCT | EmptyFields(format);
     const bool has_color = (format.dwEffects & CFE_AUTOCOLOR) == 0;
     dialog.rgbColors = has_color ? format.crTextColor : GetSysColor(COLOR_WINDOWTEXT);
     if (!ChooseFontW(&dialog)) return;
     CHARFORMAT2W chosen = FormatOf(dialog);
+    chosen.dwMask = attributes;
     edit.SetCharacterFormat(chosen);
 }
 

@@ -2,6 +2,8 @@
 // selection, and what is shown of it.
 #pragma once
 
+#include <optional>
+
 #include "common/app_context_win.h"
 #include "report/rich_edit_win.h"
 
@@ -17,7 +19,7 @@ struct FormatState {
     bool superscript = false;
     bool subscript = false;
     bool bullets = false;
-    Alignment alignment = Alignment::kLeft;
+    std::optional<Alignment> alignment;
 };
 
 FormatState ReadFormatState(const RichEdit& edit);

@@ -7,26 +7,31 @@
 #include "report/picture_win.h"
 #include "report/rich_text_printer.h"
 #include "report/rtf_reader.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kTwipsPerInch = 1440;
+UserMessage NotWhole() {
+    return {"Stampa", "Il documento contiene un oggetto che non può essere stampato.",
+            MessageIcon::kStop};
+}
 
 // Lays out and draws the text without the control.
-void PrintByHand(Printer& printer, const RichEdit& edit, const RichEditGaps& gaps,
-                 const std::string& name) {
+std::optional<UserMessage> PrintByHand(Printer& printer, const RichEdit& edit,
+                                       const RichEditGaps& gaps, const std::string& name) {
     const CHARRANGE selection = edit.Selection();
     const std::optional<std::string> rtf =
         WriteReportRtf(edit, gaps, selection.cpMin != selection.cpMax);
-    if (!rtf) return;
+    if (!rtf || !IsWholeRtf(*rtf)) return NotWhole();
     HDC dc = DeviceContextOf(printer);
     PrintRichText(printer, ReadReport(*rtf), name,
                   [dc](const RichPicture& picture, const Rect& place) {
                       if (!dc) return;
                       DrawPicture(dc, picture, {place.left, place.top, place.right, place.bottom});
                   });
+    return std::nullopt;
 }
 
 // One page after the other, drawn by the control. False when a page cannot be printed.
@@ -65,16 +70,14 @@ void PrintByControl(Printer& printer, HDC dc, const RichEdit& edit, const std::s
 
 }  // namespace
 
-void PrintReportDocument(AppContext& app, RichEdit& edit, const RichEditGaps& gaps,
-                         const std::string& name) {
+std::optional<UserMessage> PrintReportDocument(AppContext& app, RichEdit& edit,
+                                               const RichEditGaps& gaps, const std::string& name) {
     const std::unique_ptr<Printer> printer = app.open_printer();
-    if (!printer) return;
+    if (!printer) return std::nullopt;
     HDC dc = DeviceContextOf(*printer);
-    if (gaps.cannot_format_pages || !dc) {
-        PrintByHand(*printer, edit, gaps, name);
-    } else {
-        PrintByControl(*printer, dc, edit, name);
-    }
+    if (gaps.cannot_format_pages || !dc) return PrintByHand(*printer, edit, gaps, name);
+    PrintByControl(*printer, dc, edit, name);
+    return std::nullopt;
 }
 
 }  // namespace tonvale

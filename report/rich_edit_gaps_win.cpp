@@ -12,26 +12,19 @@
 #include "report/rich_edit_pictures_win.h"
 #include "report/rtf_reader.h"
 #include "report/rtf_writer.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kTwipsPerHalfPoint = 10;
 constexpr WPARAM kUndoSteps = 100;  // the control's own number
 // To set an offset, the control takes time for each paragraph of the text and each character of the
-// paragraph: what is beyond these, and no author writes, stays on its line.
-constexpr std::size_t kMaxOffsets = 30000;             // of a text
-constexpr std::size_t kMaxOffsetCharacters = 400'000;  // of a paragraph: offsets times characters
-constexpr std::size_t kMaxParagraphCharacters = 300'000;
+// paragraph: what is beyond these stays on its line.
+constexpr std::size_t kMaxOffsets = 30000;               // of a text
+constexpr std::size_t kMaxOffsetCharacters = 3'000'000;  // paragraphs' offsets times characters
 constexpr char kDefaultFace[] = "Arial";
 constexpr LONG kLineEndLength = 2;  // CR LF
-
-// A picture of one pixel.
-constexpr char kPixelRtf[] =
-    "{\\rtf1{\\pict\\pngblip\\picwgoal15\\pichgoal15 "
-    "89504e470d0a1a0a0000000d49484452000000010000000108060000001f15c4890000000d49444154789c6360"
-    "6060f80f0001040100e221bc330000000049454e44ae426082}}";
 
 // An edit control for trying out.
 class Specimen {
@@ -99,8 +92,10 @@ bool ReadsPoorly(RichEdit& edit) {
 }
 
 bool LeavesMetafilesBlank(RichEdit& edit) {
-    const RichText text = ReadRichText(kPixelRtf);
-    const std::optional<RichPicture> metafile = AsMetafile(*text.at(0).runs.at(0).picture);
+    BITMAPINFOHEADER header{sizeof(header), 1, 1, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::string pixel(reinterpret_cast<const char*>(&header), sizeof(header));
+    pixel.resize(pixel.size() + sizeof(RGBQUAD));
+    const std::optional<RichPicture> metafile = PictureOfBitmap(pixel);
     edit.ReadRtf(metafile ? PictureAsRtf(*metafile) : "", false);
     return LeavesPicturesBlank(edit.window());
 }
@@ -116,14 +111,16 @@ bool CannotFormatPages(RichEdit& edit) {
     return end <= 0;
 }
 
-// Every picture becomes a metafile that the system can read, or goes.
-void ConvertPictures(RichText& text) {
+// Every picture becomes a metafile that the system can read. Those that cannot go: then false.
+bool ConvertPictures(RichText& text) {
     const auto convert = [](RichRun& run) {
         if (!run.picture) return false;
         run.picture = AsMetafile(*run.picture);
         return !run.picture;
     };
-    for (RichParagraph& paragraph : text) std::erase_if(paragraph.runs, convert);
+    std::size_t gone = 0;
+    for (RichParagraph& paragraph : text) gone += std::erase_if(paragraph.runs, convert);
+    return gone == 0;
 }
 
 struct OffsetRange {
@@ -134,7 +131,6 @@ struct OffsetRange {
 // Where the text of a paragraph, which the control holds from `position` on, is raised or lowered.
 // `position` is that of the next paragraph afterwards.
 std::vector<OffsetRange> OffsetsOf(const RichParagraph& paragraph, LONG& position) {
-    const LONG start = position;
     std::vector<OffsetRange> offsets;
     for (const RichRun& run : paragraph.runs) {
         const LONG first = position;
@@ -143,38 +139,45 @@ std::vector<OffsetRange> OffsetsOf(const RichParagraph& paragraph, LONG& positio
         if (twips != 0 && position > first) offsets.push_back({{first, position}, twips});
     }
     position += kLineEndLength;
-    const std::size_t most = kMaxOffsetCharacters / static_cast<std::size_t>(position - start);
-    if (offsets.size() > most) offsets.resize(most);
     return offsets;
 }
 
-// Sets the offsets of `text`, which the control holds from `start` on.
-void SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
+// Sets the offsets of `text`, which the control holds from `start` on; false when they are too many
+// for all of them.
+bool SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
     const QuietEdit quiet(edit);
     const NoUndo no_undo(edit);
     LONG position = start;
     std::size_t left = kMaxOffsets;
+    std::size_t characters_left = kMaxOffsetCharacters;
     for (const RichParagraph& paragraph : text) {
-        for (const OffsetRange& offset : OffsetsOf(paragraph, position)) {
-            if (left-- == 0) return;
+        const LONG first = position;
+        const std::vector<OffsetRange> offsets = OffsetsOf(paragraph, position);
+        const auto length = static_cast<std::size_t>(position - first);
+        for (const OffsetRange& offset : offsets) {
+            if (left == 0 || characters_left < length) return false;
+            --left;
+            characters_left -= length;
             edit.Select(offset.range);
             SetOffset(edit, offset.twips);
         }
     }
+    return true;
 }
 
 // Puts `text` in place of the document.
-bool ReadDocument(RichEdit& edit, RichText text) {
+ReadOutcome ReadDocument(RichEdit& edit, RichText text) {
     // The control would take the format of an open paragraph from the one before.
     if (!text.empty()) text.back().is_open = false;
     const bool whole = edit.ReadRtf(WriteRichText(text), false);
-    SetOffsets(edit, text, 0);
+    const bool set = SetOffsets(edit, text, 0);
     edit.Select({0, 0});
-    return whole;
+    if (!whole) return ReadOutcome::kDamaged;
+    return set ? ReadOutcome::kWhole : ReadOutcome::kLeftOut;
 }
 
 // Puts `text` in place of the selection, in one step for who undoes it.
-bool ReadSelection(RichEdit& edit, const RichText& text) {
+ReadOutcome ReadSelection(RichEdit& edit, const RichText& text) {
     const CHARRANGE before = edit.Selection();
     const LONG kept = edit.TextLength() - (before.cpMax - before.cpMin);
     const bool whole = edit.ReadRtf(WriteRichText(text), true);
@@ -185,9 +188,10 @@ bool ReadSelection(RichEdit& edit, const RichText& text) {
         edit.Select({before.cpMin, before.cpMin + edit.TextLength() - kept});
         SetOffset(edit, 0);
     }
-    SetOffsets(edit, text, before.cpMin);
+    const bool set = SetOffsets(edit, text, before.cpMin);
     edit.Select(after);
-    return whole;
+    if (!whole) return ReadOutcome::kDamaged;
+    return set ? ReadOutcome::kWhole : ReadOutcome::kLeftOut;
 }
 
 }  // namespace
@@ -217,25 +221,33 @@ RichText ReadReport(std::string_view rtf) {
                               .max_characters = kMaxReportCharacters});
 }
 
+std::size_t MaxParagraphCharacters(const RichEditGaps& gaps) {
+    return gaps.reads_poorly ? 300'000 : kMaxReportCharacters;
+}
+
 bool IsTooLong(const RichText& text, const RichEditGaps& gaps) {
     std::size_t total = 0;
     std::size_t longest = 0;
     for (const RichParagraph& paragraph : text) {
-        std::size_t characters = 1;
+        std::size_t characters = 0;
         for (const RichRun& run : paragraph.runs) {
             characters += run.picture ? 1 : CharacterCount(run.text);
         }
-        total += characters;
         longest = std::max(longest, characters);
+        total += characters + (paragraph.is_open ? 0 : kLineEndLength);
     }
-    return total > kMaxReportCharacters || (gaps.reads_poorly && longest > kMaxParagraphCharacters);
+    return total > kMaxReportCharacters || longest > MaxParagraphCharacters(gaps);
 }
 
-bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf, RichText text,
-                   bool selection_only) {
-    if (!gaps.reads_poorly) return edit.ReadRtf(rtf, selection_only);
-    ConvertPictures(text);
-    return selection_only ? ReadSelection(edit, text) : ReadDocument(edit, std::move(text));
+ReadOutcome ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
+                          RichText text, bool selection_only) {
+    if (!gaps.reads_poorly) {
+        return edit.ReadRtf(rtf, selection_only) ? ReadOutcome::kWhole : ReadOutcome::kDamaged;
+    }
+    const bool is_all = ConvertPictures(text) && !LeavesOut(rtf);
+    const ReadOutcome outcome =
+        selection_only ? ReadSelection(edit, text) : ReadDocument(edit, std::move(text));
+    return outcome == ReadOutcome::kWhole && !is_all ? ReadOutcome::kLeftOut : outcome;
 }
 
 std::string PictureAsRtf(const RichPicture& picture) {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,14 +36,21 @@ std::optional<std::string> WriteReportRtf(const RichEdit& edit, const RichEditGa
 // What this program understands of a document: of one that is too long, a part that is too long.
 RichText ReadReport(std::string_view rtf);
 
-// True when the document is longer than may be, or when a paragraph is so long that the control
-// would be at it for minutes.
+// The most of a paragraph: the control would be at a longer one for minutes.
+std::size_t MaxParagraphCharacters(const RichEditGaps& gaps);
+
+// True when the document, or a paragraph of it, is longer than may be.
 bool IsTooLong(const RichText& text, const RichEditGaps& gaps);
 
-// Puts `rtf`, of which ReadReport has made `text`, in place of the document or the selection. False
-// when the control could not make sense of all of it.
-bool ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf, RichText text,
-                   bool selection_only);
+enum class ReadOutcome {
+    kWhole,
+    kLeftOut,  // what neither this program nor the control can show is not there
+    kDamaged,  // the control could not make sense of all of it
+};
+
+// Puts `rtf`, of which ReadReport has made `text`, in place of the document or the selection.
+ReadOutcome ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_view rtf,
+                          RichText text, bool selection_only);
 
 // `picture`, an enhanced metafile, as a document of its own in Rich Text Format.
 std::string PictureAsRtf(const RichPicture& picture);

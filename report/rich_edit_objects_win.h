@@ -11,7 +11,7 @@ namespace tonvale {
 // that are edited in place, and the menu of the right mouse button.
 //
 // Every object has a storage of its own, "BREOBJ" and a running number, within one compound file
-// that the system deletes with the program's end. `make_menu` gives a menu that the editor shows
+// that the system deletes along with the editor. `make_menu` gives a menu that the editor shows
 // and destroys.
 // Files that are dropped on the editor go to `frame`, as by ForwardDrop.
 bool ServeObjects(HWND editor, HWND frame, std::function<HMENU()> make_menu);

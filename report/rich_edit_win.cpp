@@ -1,7 +1,5 @@
 #include "report/rich_edit_win.h"
 
-#include <commdlg.h>
-
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -75,12 +73,6 @@ int RichEdit::TextLength() const {
     return static_cast<int>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&options)));
 }
 
-int RichEdit::Find(const wchar_t* text, int from) const {
-    FINDTEXTEXW find{{from, -1}, text, {}};
-    return static_cast<int>(
-        Send(EM_FINDTEXTEXW, FR_DOWN | FR_MATCHCASE, reinterpret_cast<LPARAM>(&find)));
-}
-
 std::wstring RichEdit::SelectedText() const {
     const CHARRANGE range = Selection();
     // Room for two units wherever the control counts a line end as one.
@@ -96,7 +88,14 @@ std::wstring RichEdit::SelectedText() const {
 CHARRANGE RichEdit::Selection() const {
     CHARRANGE range{};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
-    return range;
+    const LONG length = TextLength();
+    return {std::min(range.cpMin, length), std::min(range.cpMax, length)};
+}
+
+bool RichEdit::SelectsEndOfText() const {
+    CHARRANGE range{};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    return range.cpMax > TextLength();
 }
 
 void RichEdit::Select(CHARRANGE range) {
@@ -144,11 +143,13 @@ void RichEdit::SetModified(bool modified) {
 
 QuietEdit::QuietEdit(RichEdit& edit)
     : edit_(edit), selection_(edit.Selection()), event_mask_(edit.Send(EM_SETEVENTMASK)) {
+    edit_.Send(EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled_));
     edit_.Send(WM_SETREDRAW, FALSE);
 }
 
 QuietEdit::~QuietEdit() {
     edit_.Select(selection_);
+    edit_.Send(EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled_));
     edit_.Send(EM_SETEVENTMASK, 0, event_mask_);
     edit_.Send(WM_SETREDRAW, TRUE);
     InvalidateRect(edit_.window(), nullptr, TRUE);

@@ -11,8 +11,6 @@
 
 namespace tonvale {
 
-inline constexpr int kMaxReportCharacters = 0xFFFFF;
-
 class RichEdit {
   public:
     // Creates an empty editor without formats of its own; false when it cannot be.
@@ -31,11 +29,12 @@ class RichEdit {
     void Clear();
 
     int TextLength() const;
-    // Position of `text` at or behind `from`; -1 when there is none.
-    int Find(const wchar_t* text, int from) const;
     std::wstring SelectedText() const;
 
+    // Within the text.
     CHARRANGE Selection() const;
+    // True when the selection reaches beyond the text, as that of everything does.
+    bool SelectsEndOfText() const;
     void Select(CHARRANGE range);
 
     // Of the selection. `dwMask` tells which attributes are the same all over it.
@@ -56,8 +55,8 @@ class RichEdit {
     HWND window_ = nullptr;
 };
 
-// Nothing is redrawn, nor is the selection's change told, while this lives; then the selection is
-// back where it was.
+// Nothing is redrawn, nor is the selection's change told, while this lives; then the selection and
+// what is seen of the text are as they were.
 class QuietEdit {
   public:
     explicit QuietEdit(RichEdit& edit);
@@ -69,6 +68,7 @@ class QuietEdit {
     RichEdit& edit_;
     CHARRANGE selection_;
     LRESULT event_mask_;
+    POINT scrolled_{};
 };
 
 }  // namespace tonvale

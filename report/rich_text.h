@@ -9,6 +9,9 @@
 
 namespace tonvale {
 
+// The most that a report may hold; a line end counts as two.
+inline constexpr int kMaxReportCharacters = 0xFFFFF;
+
 // Character sets of fonts, as Windows numbers them.
 inline constexpr int kDefaultCharset = 1;
 inline constexpr int kSymbolCharset = 2;  // its characters are U+F000 and their bytes

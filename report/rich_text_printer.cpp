@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "common/text.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kTwipsPerInch = 1440;
 constexpr int kMargin = kTwipsPerInch;
 constexpr int kDefaultTabDistance = 720;         // twips, behind the last tab stop
 constexpr int kBulletDistance = 200;             // twips, from the bullet to its text at least

@@ -14,19 +14,20 @@ struct DestinationWord {
     RtfDestination destination;
 };
 
-constexpr std::array<DestinationWord, 24> kDestinations = {{
+constexpr std::array<DestinationWord, 25> kDestinations = {{
     {"colortbl", RtfDestination::kColorTable}, {"fonttbl", RtfDestination::kFontTable},
     {"pict", RtfDestination::kPicture},        {"pn", RtfDestination::kNumbering},
     {"pntext", RtfDestination::kBulletText},   {"shppict", RtfDestination::kBody},
-    {"annotation", RtfDestination::kIgnored},  {"fldinst", RtfDestination::kIgnored},
-    {"footer", RtfDestination::kIgnored},      {"footerf", RtfDestination::kIgnored},
-    {"footerl", RtfDestination::kIgnored},     {"footerr", RtfDestination::kIgnored},
-    {"footnote", RtfDestination::kIgnored},    {"header", RtfDestination::kIgnored},
-    {"headerf", RtfDestination::kIgnored},     {"headerl", RtfDestination::kIgnored},
-    {"headerr", RtfDestination::kIgnored},     {"info", RtfDestination::kIgnored},
-    {"nonshppict", RtfDestination::kIgnored},  {"objdata", RtfDestination::kIgnored},
+    {"annotation", RtfDestination::kLeftOut},  {"fldinst", RtfDestination::kIgnored},
+    {"footer", RtfDestination::kLeftOut},      {"footerf", RtfDestination::kLeftOut},
+    {"footerl", RtfDestination::kLeftOut},     {"footerr", RtfDestination::kLeftOut},
+    {"footnote", RtfDestination::kLeftOut},    {"header", RtfDestination::kLeftOut},
+    {"headerf", RtfDestination::kLeftOut},     {"headerl", RtfDestination::kLeftOut},
+    {"headerr", RtfDestination::kLeftOut},     {"info", RtfDestination::kIgnored},
+    {"nonshppict", RtfDestination::kIgnored},  {"objdata", RtfDestination::kLeftOut},
     {"pntxta", RtfDestination::kIgnored},      {"pntxtb", RtfDestination::kIgnored},
     {"stylesheet", RtfDestination::kIgnored},  {"xe", RtfDestination::kIgnored},
+    {"shpinst", RtfDestination::kLeftOut},
 }};
 
 }  // namespace
@@ -48,11 +49,12 @@ void RtfGroups::Follow(const RtfToken& token) {
         const auto* row =
             std::find_if(kDestinations.begin(), kDestinations.end(),
                          [&](const DestinationWord& word) { return word.name == token.name; });
-        // Nothing in a group that is ignored is the document's.
-        if (destinations_.back() == RtfDestination::kIgnored) {
-        } else if (row != kDestinations.end()) {
+        // Nothing in a group that is not read is the document's.
+        const bool is_read = destinations_.back() != RtfDestination::kIgnored &&
+                             destinations_.back() != RtfDestination::kLeftOut;
+        if (is_read && row != kDestinations.end()) {
             destinations_.back() = row->destination;
-        } else if (is_optional_) {
+        } else if (is_read && is_optional_) {
             destinations_.back() = RtfDestination::kIgnored;
         }
     }

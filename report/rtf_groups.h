@@ -17,7 +17,8 @@ enum class RtfDestination : unsigned char {
     kPicture,
     kBulletText,  // \pntext: the bullet as older readers show it
     kNumbering,   // \*\pn: what the bullet is
-    kIgnored,
+    kLeftOut,     // text that the report document has no place for
+    kIgnored,     // what is no text
 };
 
 class RtfGroups {

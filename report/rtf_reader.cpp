@@ -9,6 +9,7 @@
 #include "common/text.h"
 #include "report/rtf_groups.h"
 #include "report/rtf_tokens.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
@@ -16,7 +17,6 @@ namespace {
 
 using Kind = RtfToken::Kind;
 
-constexpr int kTwipsPerHalfPoint = 10;
 constexpr int kMaxTwips = 31680;          // 22 inches, the most that the format is made for
 constexpr std::size_t kMaxGroups = 1000;  // deeper ones are no document's
 constexpr int kDefaultCodePage = 1252;
@@ -85,16 +85,8 @@ bool IsControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n';
 }
 
-int HexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char lower = c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c;
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 int SideTwips(const OpenPicture::Side& side, RichPicture::Format format) {
-    constexpr int kTwipsPerInch = 1440;
     constexpr int kHundredthsOfMmPerInch = 2540;
-    constexpr int kTwipsPerPixel = 15;
     const bool is_metafile = format == RichPicture::Format::kEnhancedMetafile ||
                              format == RichPicture::Format::kWindowsMetafile;
     long long twips = side.goal_twips;
@@ -297,6 +289,7 @@ RichText RtfReader::Run() {
             case RtfDestination::kBulletText:
                 TakeLabel(token);
                 break;
+            case RtfDestination::kLeftOut:
             case RtfDestination::kIgnored:
                 break;
         }
@@ -576,6 +569,19 @@ void RtfReader::TakeUnicode(const RtfToken& word) {
 
 RichText ReadRichText(std::string_view rtf, const RtfReading& reading) {
     return RtfReader(rtf, reading).Run();
+}
+
+bool LeavesOut(std::string_view rtf) {
+    RtfTokenizer tokens(rtf);
+    RtfGroups groups;
+    for (RtfToken token = tokens.Next(); token.kind != Kind::kEnd; token = tokens.Next()) {
+        groups.Follow(token);
+        const bool is_text = token.kind == Kind::kByte || token.kind == Kind::kBinary ||
+                             (token.kind == Kind::kText && !TrimBlanks(token.text).empty()) ||
+                             token.name == "u" || token.name == "chpgn";
+        if (is_text && groups.destination() == RtfDestination::kLeftOut) return true;
+    }
+    return false;
 }
 
 std::string PlainTextOf(const RichText& text) {

@@ -25,6 +25,10 @@ struct RtfReading {
 // parted by tabs that stand where the cells begin; numbers of a list are text.
 RichText ReadRichText(std::string_view rtf, const RtfReading& reading = {});
 
+// True when `rtf` has text or objects that ReadRichText leaves out: footnotes, comments, headers
+// and footers, drawn shapes, embedded objects (but for the pictures of them).
+bool LeavesOut(std::string_view rtf);
+
 // The text alone: every paragraph ends with a line feed.
 std::string PlainTextOf(const RichText& text);
 

@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 #include "report/rtf_tokens.h"
 #include "report/rtf_writer.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
@@ -12,18 +13,11 @@ namespace {
 
 using Kind = RtfToken::Kind;
 
-constexpr int kTwipsPerHalfPoint = 10;
-
 std::string Word(std::string_view name, long long parameter) {
     std::string word = "\\";
     word += name;
     word += FormatInteger(parameter);
     return word;
-}
-
-// `value` in units of `unit`, rounded to the nearest.
-long long InUnits(long long value, int unit) {
-    return value >= 0 ? (value + unit / 2) / unit : -((unit / 2 - value) / unit);
 }
 
 bool IsAscii(std::string_view text) {
@@ -92,7 +86,7 @@ class WrittenRtfRepair {
             return true;
         }
         if (faults_.offsets_in_twips && (token.name == "up" || token.name == "dn")) {
-            Write(token.name, InUnits(token.parameter, kTwipsPerHalfPoint), token);
+            Write(token.name, HalfPoints(token.parameter), token);
             return true;
         }
         if (faults_.negative_line_spacing && token.name == "sl" && token.parameter < 0) {

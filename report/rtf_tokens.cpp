@@ -20,14 +20,6 @@ bool IsLineEnd(char c) {
     return c == '\r' || c == '\n';
 }
 
-// The value of a hexadecimal digit; -1 of another character.
-int HexValue(char c) {
-    if (IsDigit(c)) return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
 // The index behind the characters that `belongs` takes, from `start` on.
 template <typename Predicate>
 std::size_t EndOf(std::string_view bytes, std::size_t start, Predicate belongs) {
@@ -36,6 +28,13 @@ std::size_t EndOf(std::string_view bytes, std::size_t start, Predicate belongs) 
 }
 
 }  // namespace
+
+int HexValue(char c) {
+    if (IsDigit(c)) return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
 
 RtfToken RtfTokenizer::Take(RtfToken::Kind kind, std::size_t length) {
     RtfToken token;

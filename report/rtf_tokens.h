@@ -25,6 +25,9 @@ struct RtfToken {
     int parameter = 0;  // of a word; 0 when it has none; held within the range of int
 };
 
+// The value of a hexadecimal digit; -1 of another character.
+int HexValue(char c);
+
 // Cuts any bytes into tokens, one after the other: their sources together are the bytes.
 class RtfTokenizer {
   public:

@@ -11,20 +11,15 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "report/twips.h"
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kTwipsPerHalfPoint = 10;
 constexpr std::size_t kMaxTabs = 32;
 constexpr std::size_t kMaxFaceCharacters = 31;
 constexpr std::size_t kPictureBytesPerLine = 64;
-
-int HalfPoints(int twips) {
-    const int half = kTwipsPerHalfPoint / 2;
-    return (twips + (twips < 0 ? -half : half)) / kTwipsPerHalfPoint;
-}
 
 std::string_view FormatWord(RichPicture::Format format) {
     switch (format) {

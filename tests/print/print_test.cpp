@@ -107,27 +107,21 @@ TEST_F(PrintTest, HearingViews) {
     AppState state;
     const LossPredictionView prediction(state.loss_prediction);
     const LossComparisonView comparison(state.loss_comparison);
-    const struct {
-        const ResultView& view;
-        ViewKind kind;
-        const char* name;
-    } printouts[] = {
-        {prediction, ViewKind::kTable, "perdite_tabella"},
-        {prediction, ViewKind::kChart, "perdite_grafico"},
-        {prediction, ViewKind::kAudiogram, "perdite_audiogramma"},
-        {comparison, ViewKind::kTable, "previsioni_tabella"},
-        {comparison, ViewKind::kChart, "previsioni_tempo"},
-        {comparison, ViewKind::kAudiogram, "previsioni_livello"},
-    };
-    for (const auto& printout : printouts) {
+    const auto print = [this](const ResultView& view, ViewKind kind, const char* name) {
         const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
         ASSERT_NE(printer, nullptr);
         const auto draw = [&](Canvas& canvas, const Rect& page, bool use_color) {
-            printout.view.Draw(printout.kind, canvas, page, {.use_color = use_color});
+            view.Draw(kind, canvas, page, {.use_color = use_color});
         };
-        ASSERT_TRUE(PrintWithFrame(*printer, printout.name, "", draw));
-        KeepPrintout(printout.name);
-    }
+        ASSERT_TRUE(PrintWithFrame(*printer, name, "", draw));
+        KeepPrintout(name);
+    };
+    print(prediction, ViewKind::kTable, "perdite_tabella");
+    print(prediction, ViewKind::kChart, "perdite_grafico");
+    print(prediction, ViewKind::kAudiogram, "perdite_audiogramma");
+    print(comparison, ViewKind::kTable, "previsioni_tabella");
+    print(comparison, ViewKind::kChart, "previsioni_tempo");
+    print(comparison, ViewKind::kAudiogram, "previsioni_livello");
 }
 
 // A report of three pages: formats, tabs, bullets, lowered text, accents.
@@ -155,7 +149,7 @@ class ReportPrintTest : public PrintTest {
     void TearDown() override { DestroyWindow(parent_); }
 
     bool Show(const std::string& rtf) {
-        return ReadReportRtf(edit_, gaps_, rtf, ReadReport(rtf), false);
+        return ReadReportRtf(edit_, gaps_, rtf, ReadReport(rtf), false) == ReadOutcome::kWhole;
     }
 
     HWND parent_ = nullptr;
