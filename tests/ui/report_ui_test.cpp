@@ -774,6 +774,43 @@ TEST_F(ReportTest, ServesObjectsOfOtherPrograms) {
               S_OK);
 }
 
+// Not every control can write every object: no part of the document is written then.
+TEST_F(ReportTest, WritesNothingRatherThanAPart) {
+    IUnknown* found = nullptr;
+    Send(EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&found));
+    const ComPointer<IUnknown> owner(found);
+    const auto objects = QueryFor<IRichEditOle>(found, IID_IRichEditOle);
+    ASSERT_TRUE(objects);
+    void* empty = nullptr;
+    ASSERT_EQ(OleCreateDefaultHandler(CLSID_NULL, nullptr, IID_IOleObject, &empty), S_OK);
+    const ComPointer<IOleObject> object(static_cast<IOleObject*>(empty));
+    REOBJECT description{};
+    description.cbStruct = sizeof description;
+    description.cp = REO_CP_SELECTION;
+    description.poleobj = object.get();
+    description.dvaspect = DVASPECT_CONTENT;
+    Type("prima ");
+    ASSERT_EQ(objects->InsertObject(&description), S_OK);
+    Type(" dopo");
+    SelectAll();
+    UiDriver ui;
+    ui.AnswerMessage("Attenzione:", "Impossibile copiare negli appunti!", IDOK);
+    host_->document.Cut();
+    EXPECT_EQ(Send(WM_GETTEXTLENGTH), 12);
+    ui.AnswerMessage("Stampa", "Il documento contiene un oggetto che non può essere stampato.",
+                     IDOK);
+    host_->document.Print();
+    EXPECT_TRUE(printer_.pages.empty());
+    const std::string path = WriteFile("vecchio.tnv", "{\\rtf1 vecchio}");
+    ui.AnswerMessage(path,
+                     "Il documento contiene un oggetto che non può essere scritto. Impossibile "
+                     "salvare!\r\nIl file resta com'era: eliminare l'oggetto e salvare di nuovo.",
+                     IDOK);
+    EXPECT_FALSE(host_->document.SaveTo(path));
+    EXPECT_EQ(ReadFile("vecchio.tnv"), "{\\rtf1 vecchio}");
+    ui.Finish();
+}
+
 TEST_F(ReportTest, SavesOnlyUnderItsOwnExtension) {
     Type("x");
     UiDriver ui;
