@@ -1,5 +1,5 @@
-// A report of 500 pages (1,000,000 characters) opened, scrolled and saved by the program, side by
-// side with the system's own WordPad:
+// A report of 500 pages (1,000,000 characters) opened, scrolled, typed in and saved by the program,
+// side by side with the system's own WordPad:
 //
 //   report_document_benchmark TONVALE.EXE [TURNS]
 //
@@ -9,15 +9,12 @@
 #include <windows.h>
 
 #include <richedit.h>
-#include <shellapi.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cwchar>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,6 +34,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kCharacters = 1'000'000;
 constexpr int kPages = 100;  // that are scrolled
+constexpr int kKeys = 50;    // that are typed in the middle
 constexpr int kDefaultTurns = 5;
 constexpr UINT kWordPadSave = 1002;  // as its menu has it
 constexpr wchar_t kWordPadPath[] = L"%ProgramFiles%\\Windows NT\\Accessories\\wordpad.exe";
@@ -56,6 +54,7 @@ struct Windows {
 struct Times {
     double open_ms;
     double page_ms;  // scrolled
+    double key_ms;   // typed
     double save_ms;
 };
 
@@ -119,6 +118,19 @@ bool ScrollPages(const Windows& windows) {
     return Send(windows.editor, EM_GETFIRSTVISIBLELINE).value_or(0) > kPages;
 }
 
+// At the place that has been scrolled to.
+bool TypeText(const Windows& windows) {
+    const auto line = Send(windows.editor, EM_GETFIRSTVISIBLELINE);
+    const auto place = Send(windows.editor, EM_LINEINDEX, line.value_or(0));
+    if (!place || !Send(windows.editor, EM_SETSEL, *place, static_cast<LPARAM>(*place))) {
+        return false;
+    }
+    for (int i = 0; i < kKeys; ++i) {
+        if (!Send(windows.editor, WM_CHAR, L'x', 1) || !Paint(windows)) return false;
+    }
+    return true;
+}
+
 std::optional<Times> Fail(const Program& program, const char* what) {
     std::printf("%ls: %s\n", program.path.c_str(), what);
     return std::nullopt;
@@ -137,7 +149,10 @@ std::optional<Times> Measure(const Program& program, const fs::path& file,
     if (!ScrollPages(windows)) return Fail(program, "did not scroll");
     times.page_ms = MillisecondsSince(scroll_start) / kPages;
 
-    Send(windows.editor, EM_SETMODIFY, TRUE);
+    const Clock::time_point type_start = Clock::now();
+    if (!TypeText(windows)) return Fail(program, "did not let type");
+    times.key_ms = MillisecondsSince(type_start) / kKeys;
+
     const Clock::time_point save_start = Clock::now();
     if (!Send(windows.main, WM_COMMAND, program.save_command)) return Fail(program, "hangs");
     times.save_ms = MillisecondsSince(save_start);
@@ -220,23 +235,17 @@ int Compare(const Program& ours, const Program& wordpad, int turns) {
     Print("to open", &Times::open_ms, our_turns, wordpad_turns);
     Print("to save", &Times::save_ms, our_turns, wordpad_turns);
     Print("to scroll by a page", &Times::page_ms, our_turns, wordpad_turns);
+    Print("to type a letter", &Times::key_ms, our_turns, wordpad_turns);
     return 0;
 }
 
 }  // namespace
 
 int main() {
-    int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> arguments(
-        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
-    const long turns =
-        count > 2 ? std::wcstol(arguments.get()[2], nullptr, 10) : long{kDefaultTurns};
-    if (count < 2 || turns < 1) {
-        std::printf("Usage: report_document_benchmark TONVALE.EXE [TURNS]\n");
-        return 2;
-    }
+    const auto request = tonvale::ReadCommandLine(kDefaultTurns);
+    if (!request) return 2;
     wchar_t wordpad[MAX_PATH] = {};
     ExpandEnvironmentStringsW(kWordPadPath, wordpad, MAX_PATH);
-    return Compare({arguments.get()[1], L"Tonvale_Class", L"RichEdit", CMD_SAVE},
-                   {wordpad, L"WORDPADTOP", L"RichEdit20W", kWordPadSave}, static_cast<int>(turns));
+    return Compare({request->program_path, L"Tonvale_Class", L"RichEdit", CMD_SAVE},
+                   {wordpad, L"WORDPADTOP", L"RichEdit20W", kWordPadSave}, request->count);
 }

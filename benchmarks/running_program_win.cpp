@@ -1,6 +1,11 @@
 #include "benchmarks/running_program_win.h"
 
+#include <shellapi.h>
+
 #include <algorithm>
+#include <cstdio>
+#include <cwchar>
+#include <memory>
 
 namespace tonvale {
 
@@ -12,6 +17,19 @@ double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     const std::size_t middle = values.size() / 2;
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+std::optional<BenchmarkRequest> ReadCommandLine(int default_count) {
+    int arguments_count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> arguments(
+        CommandLineToArgvW(GetCommandLineW(), &arguments_count), LocalFree);
+    const long count =
+        arguments_count > 2 ? std::wcstol(arguments.get()[2], nullptr, 10) : long{default_count};
+    if (arguments_count < 2 || count < 1) {
+        std::printf("Usage: %ls TONVALE.EXE [COUNT]\n", arguments.get()[0]);
+        return std::nullopt;
+    }
+    return BenchmarkRequest{arguments.get()[1], static_cast<int>(count)};
 }
 
 RunningProgram::RunningProgram(const std::wstring& path, const std::wstring& argument) {

@@ -19,6 +19,14 @@ double MillisecondsSince(Clock::time_point start);
 // Of at least one value.
 double Median(std::vector<double> values);
 
+// What a benchmark is asked for: NAME_benchmark TONVALE.EXE [COUNT].
+struct BenchmarkRequest {
+    std::wstring program_path;
+    int count;  // of starts or turns, at least one
+};
+// Of the command line; nullopt, having told how it is to be, when that is wrong.
+std::optional<BenchmarkRequest> ReadCommandLine(int default_count);
+
 // A process that is ended at the latest when this goes out of scope.
 class RunningProgram {
   public:

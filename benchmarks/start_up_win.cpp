@@ -7,12 +7,8 @@
 // their ratios; the fastest are least troubled by what else the machine does.
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <cwchar>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -89,18 +85,10 @@ int Compare(const Program& ours, const Program& theirs, int starts) {
 }  // namespace
 
 int main() {
-    int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> arguments(
-        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
-    const long starts =
-        count > 2 ? std::wcstol(arguments.get()[2], nullptr, 10) : long{kDefaultStarts};
-    if (count < 2 || starts < 1) {
-        std::printf("Usage: start_up_benchmark TONVALE.EXE [STARTS]\n");
-        return 2;
-    }
+    const auto request = tonvale::ReadCommandLine(kDefaultStarts);
+    if (!request) return 2;
     wchar_t system_folder[MAX_PATH] = {};
     GetSystemDirectoryW(system_folder, MAX_PATH);
-    return Compare({arguments.get()[1], L"Tonvale_Class"},
-                   {std::wstring(system_folder) + L"\\notepad.exe", L"Notepad"},
-                   static_cast<int>(starts));
+    return Compare({request->program_path, L"Tonvale_Class"},
+                   {std::wstring(system_folder) + L"\\notepad.exe", L"Notepad"}, request->count);
 }

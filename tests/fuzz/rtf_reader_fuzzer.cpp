@@ -46,6 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     CheckTokens(bytes);
     const tonvale::RichText text = tonvale::ReadRichText(bytes);
+    tonvale::LeavesOut(bytes);
     const std::string plain = tonvale::PlainTextOf(text);
     Check(tonvale::ValidUtf8(plain) == plain);
     tonvale::FakePrinter printer;
