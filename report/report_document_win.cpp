@@ -196,12 +196,16 @@ void ReportDocument::Parts::Adopt(const std::string& new_path, bool modified) {
     ShowState();
 }
 
-// Below the toolbar.
+// Below the toolbar. Not while nobody sees it: to wrap a long text anew takes some controls
+// seconds.
 void ReportDocument::Parts::PlaceEditor() {
+    if (!visible) {
+        ShowWindow(edit.window(), SW_HIDE);
+        return;
+    }
     const int top = static_cast<int>(area.top) + toolbar.Height();
     SetWindowPos(edit.window(), toolbar.window(), area.left, top, area.right - area.left,
-                 std::max(static_cast<int>(area.bottom) - top, 0),
-                 SWP_NOACTIVATE | static_cast<UINT>(visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+                 std::max(static_cast<int>(area.bottom) - top, 0), SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
 // For the right mouse button; the editor destroys it.
@@ -250,6 +254,7 @@ void ReportDocument::Layout(const RECT& area) {
 }
 
 void ReportDocument::Show(bool visible) {
+    const WaitCursor wait;
     parts_->visible = visible;
     ShowWindow(parts_->toolbar.window(), visible ? SW_SHOW : SW_HIDE);
     parts_->PlaceEditor();
