@@ -11,8 +11,8 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
-#include "report/picture_win.h"
-#include "report/rtf_reader.h"
+#include "report/rich_edit/picture_win.h"
+#include "report/rtf/rtf_reader.h"
 
 namespace tonvale {
 

@@ -18,8 +18,8 @@
 #include "report/report_clipboard_win.h"
 #include "report/report_file_win.h"
 #include "report/report_printing_win.h"
-#include "report/rich_edit_objects_win.h"
-#include "report/rich_edit_pictures_win.h"
+#include "report/rich_edit/rich_edit_objects_win.h"
+#include "report/rich_edit/rich_edit_pictures_win.h"
 #include "report/text_colors.h"
 #include "resources/resource.h"
 

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "common/printer_win.h"
-#include "report/picture_win.h"
-#include "report/rich_text_printer.h"
-#include "report/rtf_reader.h"
-#include "report/twips.h"
+#include "report/rich_edit/picture_win.h"
+#include "report/rtf/rich_text_printer.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

@@ -21,7 +21,7 @@
 #include "exposure/weekly_exposure.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
-#include "report/rtf_reader.h"
+#include "report/rtf/rtf_reader.h"
 #include "resources/help_contexts.h"
 
 namespace tonvale {

@@ -7,11 +7,11 @@
 #include <string_view>
 
 #include "common/text.h"
-#include "report/rich_text_printer.h"
-#include "report/rtf_reader.h"
-#include "report/rtf_repair.h"
-#include "report/rtf_tokens.h"
-#include "report/rtf_writer.h"
+#include "report/rtf/rich_text_printer.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_repair.h"
+#include "report/rtf/rtf_tokens.h"
+#include "report/rtf/rtf_writer.h"
 #include "tests/common/fake_printer.h"
 
 namespace {

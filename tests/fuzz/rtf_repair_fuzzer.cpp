@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "report/rtf_reader.h"
-#include "report/rtf_repair.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_repair.h"
 
 namespace {
 

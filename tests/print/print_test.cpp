@@ -24,8 +24,8 @@
 #include "exposure/weekly_exposure.h"
 #include "report/report_format_win.h"
 #include "report/report_printing_win.h"
-#include "report/rich_edit_gaps_win.h"
-#include "report/rich_edit_win.h"
+#include "report/rich_edit/rich_edit_gaps_win.h"
+#include "report/rich_edit/rich_edit_win.h"
 
 namespace tonvale {
 namespace {

@@ -1,4 +1,4 @@
-#include "report/rich_text_printer.h"
+#include "report/rtf/rich_text_printer.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "report/rtf_reader.h"
+#include "report/rtf/rtf_reader.h"
 #include "tests/common/fake_printer.h"
 
 namespace tonvale {

@@ -1,10 +1,10 @@
-#include "report/rtf_reader.h"
+#include "report/rtf/rtf_reader.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "report/rtf_tokens.h"
+#include "report/rtf/rtf_tokens.h"
 
 namespace tonvale {
 namespace {

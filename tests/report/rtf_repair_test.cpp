@@ -1,4 +1,4 @@
-#include "report/rtf_repair.h"
+#include "report/rtf/rtf_repair.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "report/rtf_writer.h"
+#include "report/rtf/rtf_writer.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "report/rtf_reader.h"
-#include "report/rtf_repair.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_repair.h"
 
 namespace tonvale {
 namespace {

@@ -1,4 +1,4 @@
-#include "report/rich_edit_win.h"
+#include "report/rich_edit/rich_edit_win.h"
 
 #include <algorithm>
 #include <cstring>

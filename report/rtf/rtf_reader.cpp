@@ -1,4 +1,4 @@
-#include "report/rtf_reader.h"
+#include "report/rtf/rtf_reader.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "common/text.h"
-#include "report/rtf_groups.h"
-#include "report/rtf_tokens.h"
-#include "report/twips.h"
+#include "report/rtf/rtf_groups.h"
+#include "report/rtf/rtf_tokens.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

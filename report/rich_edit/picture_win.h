@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "report/rich_text.h"
+#include "report/rtf/rich_text.h"
 
 namespace tonvale {
 

@@ -6,7 +6,7 @@
 
 #include "common/canvas.h"
 #include "common/printer.h"
-#include "report/rich_text.h"
+#include "report/rtf/rich_text.h"
 
 namespace tonvale {
 

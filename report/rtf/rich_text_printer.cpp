@@ -1,4 +1,4 @@
-#include "report/rich_text_printer.h"
+#include "report/rtf/rich_text_printer.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "common/text.h"
-#include "report/twips.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

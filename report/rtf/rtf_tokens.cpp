@@ -1,4 +1,4 @@
-#include "report/rtf_tokens.h"
+#include "report/rtf/rtf_tokens.h"
 
 #include <algorithm>
 

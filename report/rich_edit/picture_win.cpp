@@ -1,4 +1,4 @@
-#include "report/picture_win.h"
+#include "report/rich_edit/picture_win.h"
 
 #include <objidl.h>
 
@@ -10,8 +10,8 @@
 #include <cstring>
 
 #include "common/handles_win.h"
-#include "report/com_pointer_win.h"
-#include "report/twips.h"
+#include "report/rich_edit/com_pointer_win.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

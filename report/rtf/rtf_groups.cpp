@@ -1,4 +1,4 @@
-#include "report/rtf_groups.h"
+#include "report/rtf/rtf_groups.h"
 
 #include <algorithm>
 #include <array>

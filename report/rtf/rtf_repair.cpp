@@ -1,11 +1,11 @@
-#include "report/rtf_repair.h"
+#include "report/rtf/rtf_repair.h"
 
 #include <algorithm>
 
 #include "common/numbers.h"
-#include "report/rtf_tokens.h"
-#include "report/rtf_writer.h"
-#include "report/twips.h"
+#include "report/rtf/rtf_tokens.h"
+#include "report/rtf/rtf_writer.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "common/text.h"
-#include "report/rich_text.h"
+#include "report/rtf/rich_text.h"
 
 namespace tonvale {
 

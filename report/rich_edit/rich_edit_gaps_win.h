@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "report/rich_edit_win.h"
-#include "report/rich_text.h"
-#include "report/rtf_repair.h"
+#include "report/rich_edit/rich_edit_win.h"
+#include "report/rtf/rich_text.h"
+#include "report/rtf/rtf_repair.h"
 
 namespace tonvale {
 

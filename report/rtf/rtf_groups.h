@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "report/rtf_tokens.h"
+#include "report/rtf/rtf_tokens.h"
 
 namespace tonvale {
 

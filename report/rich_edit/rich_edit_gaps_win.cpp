@@ -1,4 +1,4 @@
-#include "report/rich_edit_gaps_win.h"
+#include "report/rich_edit/rich_edit_gaps_win.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,12 +7,12 @@
 
 #include "common/handles_win.h"
 #include "common/text.h"
-#include "report/code_pages_win.h"
-#include "report/picture_win.h"
-#include "report/rich_edit_pictures_win.h"
-#include "report/rtf_reader.h"
-#include "report/rtf_writer.h"
-#include "report/twips.h"
+#include "report/rich_edit/code_pages_win.h"
+#include "report/rich_edit/picture_win.h"
+#include "report/rich_edit/rich_edit_pictures_win.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_writer.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

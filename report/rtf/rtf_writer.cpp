@@ -1,4 +1,4 @@
-#include "report/rtf_writer.h"
+#include "report/rtf/rtf_writer.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
-#include "report/twips.h"
+#include "report/rtf/twips.h"
 
 namespace tonvale {
 

@@ -1,4 +1,4 @@
-#include "report/code_pages_win.h"
+#include "report/rich_edit/code_pages_win.h"
 
 #include <windows.h>
 

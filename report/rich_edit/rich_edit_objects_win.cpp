@@ -1,4 +1,4 @@
-#include "report/rich_edit_objects_win.h"
+#include "report/rich_edit/rich_edit_objects_win.h"
 
 #include <ole2.h>
 
@@ -13,7 +13,7 @@
 #include "common/handles_win.h"
 #include "common/numbers.h"
 #include "common/unicode_win.h"
-#include "report/com_pointer_win.h"
+#include "report/rich_edit/com_pointer_win.h"
 
 namespace tonvale {
 
