@@ -248,7 +248,7 @@ void MainWindow::OnDestroy() {
 
 void MainWindow::OnCommand(WPARAM wparam, LPARAM lparam) {
     const bool is_routed = lparam == reinterpret_cast<LPARAM>(&routed_path_);
-    if (is_routed && !IsWindowEnabled(window())) return;  // a dialog has opened meanwhile
+    if (is_routed && !IsWindowEnabled(window())) return;  // below a dialog nothing may change
     Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string());
 }
 
@@ -283,8 +283,7 @@ void MainWindow::ShowTip(NMHDR& header) const {
 
 void MainWindow::OnDropFiles(HDROP drop) {
     const UniqueDrop owner(drop);
-    // Below a dialog nothing may change.
-    if (IsWindowEnabled(window())) OpenFileByExtension(DroppedFileName(drop));
+    OpenFileByExtension(DroppedFileName(drop));
 }
 
 void MainWindow::OnMenuOpening(HMENU menu) const {
