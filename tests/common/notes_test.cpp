@@ -9,12 +9,7 @@ namespace tonvale {
 namespace {
 
 TEST(Notes, AreWrittenLineByLineAndReadBack) {
-    struct Case {
-        const char* notes;
-        const char* bytes;
-        const char* read;
-    };
-    const Case cases[] = {
+    const char* const cases[][3] = {
         {"", "[NOTE]\r\nNum=0\r\n", ""},
         {"a", "[NOTE]\r\n1=a\r\nNum=1\r\n", "a"},
         {"a\r\n\r\nb", "[NOTE]\r\n1=a\r\n2=\r\n3=b\r\nNum=3\r\n", "a\r\n\r\nb"},
@@ -24,11 +19,11 @@ TEST(Notes, AreWrittenLineByLineAndReadBack) {
         {" a=b \r\n[x]\r\n;c", "[NOTE]\r\n1= a=b \r\n2=[x]\r\n3=;c\r\nNum=3\r\n",
          " a=b \r\n[x]\r\n;c"},
     };
-    for (const Case& test : cases) {
+    for (const auto& [notes, bytes, read] : cases) {
         ProfileFile file;
-        WriteNotes(file, test.notes);
-        EXPECT_EQ(file.Serialize(), test.bytes);
-        EXPECT_EQ(ReadNotes(ProfileFile::Parse(test.bytes)), test.read);
+        WriteNotes(file, notes);
+        EXPECT_EQ(file.Serialize(), bytes);
+        EXPECT_EQ(ReadNotes(ProfileFile::Parse(bytes)), read);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <utility>
 
 namespace tonvale {
 namespace {
@@ -17,11 +18,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(ParseNumber, TakesTheLongestDecimalPrefix) {
-    struct Case {
-        const char* text;
-        double value;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, double> cases[] = {
         {"90,5", 90},
         {"+3", 3},
         {"  7", 7},
@@ -47,7 +44,7 @@ TEST(ParseNumber, TakesTheLongestDecimalPrefix) {
         {"0.00001e309", 1e304},
         {"0.00001e320", kInfinity},
     };
-    for (const Case& test : cases) EXPECT_EQ(ParseNumber(test.text), test.value) << test.text;
+    for (const auto& [text, value] : cases) EXPECT_EQ(ParseNumber(text), value) << text;
     for (const char* zero :
          {"", "abc", "inf", "nan", "-inf", "0x1A", "\n7", ".", "-", "+-3", "--3", "- 3", ".e5",
           "e5", "1e-400", "0e999", "1e-99999999999999999999", "100000e-330"}) {

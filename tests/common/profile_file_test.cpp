@@ -13,23 +13,6 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(ProfileFile, WritesInTheOrderOfFirstWriting) {
-    ProfileFile file;
-    file.Set("TONVALE", "Tipo", "LEPD");
-    file.Set("LEQ", "1", "  85.0");
-    file.Set("TIME", "1", "8");
-    file.Set("tonvale", "ITEMS", "1");
-    file.Set("Leq", "2", "");
-    file.Set("TONVALE", "TIPO", "LEPW");
-    EXPECT_EQ(file.Serialize(),
-              "[TONVALE]\r\nTipo=LEPW\r\nITEMS=1\r\n"
-              "[LEQ]\r\n1=  85.0\r\n2=\r\n"
-              "[TIME]\r\n1=8\r\n");
-    EXPECT_EQ(file.Find("LEQ", "2"), "");
-    EXPECT_EQ(file.Find("LEQ", "3"), std::nullopt);
-    EXPECT_EQ(file.Find("NOTE", "1"), std::nullopt);
-}
-
 TEST(ProfileFile, KeepsValuesExactly) {
     for (const std::string& value :
          {""s, "  85.0 "s, "\" quoted \""s, "a=b"s, "[x]"s, "; no comment"s, "\t"s, "perché €"s,

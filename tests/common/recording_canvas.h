@@ -2,7 +2,6 @@
 // height, and a wrapped text takes one font height a line.
 #pragma once
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -27,19 +26,14 @@ class RecordingCanvas final : public Canvas {
         Pen pen;
         bool operator==(const DrawnLine&) const = default;
     };
-    struct FilledRectangle {
-        Rect rect;
-        Color color;
-    };
 
     std::vector<DrawnText> texts;
     std::vector<DrawnLine> lines;
-    std::vector<FilledRectangle> fills;
 
     void DrawLine(Point from, Point to, const Pen& pen) override {
         lines.push_back({from, to, pen});
     }
-    void FillRectangle(const Rect& rect, Color color) override { fills.push_back({rect, color}); }
+    void FillRectangle(const Rect&, Color) override {}
     void FrameRectangle(const Rect& rect, const Pen& pen) override {
         DrawLine({rect.left, rect.top}, {rect.right, rect.top}, pen);
         DrawLine({rect.right, rect.top}, {rect.right, rect.bottom}, pen);

@@ -71,11 +71,7 @@ TEST(Utf16, ConvertsPairsAndReplacesLoneHalves) {
 }
 
 TEST(ValidUtf8, ReplacesIllFormedSequences) {
-    struct Case {
-        const char* bytes;
-        const char* text;
-    };
-    const Case cases[] = {
+    const char* const cases[][2] = {
         {"aà€😀", "aà€😀"},
         {"\x80z", "\uFFFDz"},                              // a continuation alone
         {"\xC0\xAF", "\uFFFD\uFFFD"},                      // overlong
@@ -87,7 +83,7 @@ TEST(ValidUtf8, ReplacesIllFormedSequences) {
         {"\xF4\x8F\xBF\xBF", "\U0010FFFF"},
         {"\xEF\xBF\xBD", "\uFFFD"},
     };
-    for (const Case& test : cases) EXPECT_EQ(ValidUtf8(test.bytes), test.text);
+    for (const auto& [bytes, text] : cases) EXPECT_EQ(ValidUtf8(bytes), text);
     EXPECT_EQ(Utf8ToUtf16Le("\xED\xA0\x80"), "\xFD\xFF\xFD\xFF\xFD\xFF");
 }
 

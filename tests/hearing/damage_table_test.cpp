@@ -100,10 +100,7 @@ TEST(DamageTable, TheOldTableAddsFourForASteepFallOnly) {
                      (25 + 30 + (35.55 - 4.44 / 5) + 5) * 0.6 + 4);
 }
 
-TEST(DamageTable, KnowsItsNameAndWhatIsCompensated) {
-    EXPECT_EQ(DamageTableName(DamageTable::kNew), "Nuova");
-    EXPECT_EQ(DamageTableName(DamageTable::kOld), "Vecchia");
-    EXPECT_EQ(DamageTableName(DamageTable::kBiological), "Biologico");
+TEST(DamageTable, KnowsWhatIsCompensated) {
     for (const DamageTable table : {DamageTable::kNew, DamageTable::kOld}) {
         EXPECT_TRUE(IsCompensable(11.0, table));
         EXPECT_FALSE(IsCompensable(10.99, table));

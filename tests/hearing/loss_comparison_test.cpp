@@ -9,8 +9,6 @@
 namespace tonvale {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
@@ -53,53 +51,31 @@ TEST(LossComparison, TabulatesYearsByLevels) {
     EXPECT_THAT(lines[2 + 10], StartsWith("20;13,3;17,8;"));
     EXPECT_THAT(lines[2 + 20], StartsWith("40;15,2;20,2;"));
 
-    const RecordingCanvas canvas = DrawnBy(view, ViewKind::kTable, {0, 0, 800, 600});
-    EXPECT_EQ(canvas.texts.size(), 2U + 8 + 20 * 8);
-    EXPECT_EQ(canvas.texts[1].text, " Frequenza: 4000 Hz   Frattile: 10 %");
-    EXPECT_EQ(canvas.texts[10].color, kTableRed);
-    EXPECT_EQ(canvas.texts[17].text, "20.5");
-    EXPECT_EQ(canvas.texts[17].color, kBlack);
+    EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 800, 600}).texts, SizeIs(2 + 8 + 20 * 8));
 }
 
-TEST(LossComparison, ChartsTheLossOverTime) {
-    const LossComparisonState state;
-    const Chart chart = MakeTimeChart(state);
-    EXPECT_EQ(chart.horizontal_divisions, 20);
+TEST(LossComparison, ChartsTheLossOverTimeAndOverLevel) {
+    LossComparisonState state;
+    const LossComparisonView view(state);
+    Chart chart = MakeTimeChart(state);
     EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "240");
-    EXPECT_EQ(chart.vertical_divisions, 10);
-    EXPECT_THAT(chart.legend, ElementsAre("  88 dBA", "  90 dBA", "  92 dBA", "  94 dBA",
-                                          "  96 dBA", "  98 dBA", " 100 dBA"));
+    EXPECT_EQ(chart.legend.front() + chart.legend.back(), "  88 dBA 100 dBA");
+    EXPECT_EQ(view.CurveNames(ViewKind::kChart)[0], "88 dBA");
     ASSERT_EQ(chart.curves.size(), 7U);
-    EXPECT_EQ(chart.curves[6].size(), 20U);
     EXPECT_EQ(chart.curves[6][4].x, 5);
     EXPECT_NEAR(chart.curves[6][4].y, 10 - 4.24675, 1e-9);  // 10 years at 100 dBA
-    const LossComparisonView view(state);
-    EXPECT_EQ(view.CurveNames(ViewKind::kChart)[0], "88 dBA");
-    const RecordingCanvas canvas =
-        DrawnBy(view, ViewKind::kChart, {30, 10, 930, 610}, {.selected_curve = 3});
-    EXPECT_EQ(canvas.lines.size(), 20U + 10 + 2 + 1 + 19);
-    EXPECT_EQ(canvas.lines.back().pen, (Pen{kBlack, 2}));
-    EXPECT_EQ(canvas.texts.back().text, "  94 dBA");
-}
+    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {30, 10, 930, 610}, {.selected_curve = 3}).lines,
+                SizeIs(20 + 10 + 2 + 1 + 19));
 
-TEST(LossComparison, ChartsTheLossOverLevel) {
-    LossComparisonState state;
     ASSERT_FALSE(Confirm({9, 3, "80"}, state));
-    const Chart chart = MakeLevelChart(state);
-    EXPECT_EQ(chart.horizontal_divisions, 13);
+    chart = MakeLevelChart(state);
     EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "8092");
-    EXPECT_EQ(chart.horizontal_unit, "dBA  ");
-    EXPECT_THAT(chart.legend, ElementsAre("5 anni", "10 anni", "15 anni", "20 anni", "25 anni",
-                                          "30 anni", "35 anni"));
+    EXPECT_EQ(chart.legend.front() + chart.legend.back(), "5 anni35 anni");
     ASSERT_EQ(chart.curves.size(), 7U);
-    EXPECT_EQ(chart.curves[1].size(), 13U);
     // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
     EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
-    const LossComparisonView view(state);
     EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
                 SizeIs(13 + 10 + 2 + 7 + 7 * 12));
-    EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 900, 0}).lines, IsEmpty());
-    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {900, 0, 900, 10}).lines, IsEmpty());
 }
 
 }  // namespace

@@ -99,11 +99,6 @@ TEST(ThresholdModel, AgeUpTo18LeavesTheSpreadAlone) {
         EXPECT_EQ(ComputeHTLA(young), ComputeHTLA(child));
         EXPECT_GT(ComputeHTLA(young), 8);
     }
-    // The rows that no view shows: 1.645 times bu and bl.
-    EXPECT_NEAR(ComputeHTLA({.age = 18, .frequency_hz = 8000, .fractile = 0.05}), 17.3712, 1e-12);
-    EXPECT_NEAR(ComputeHTLA({.age = 18, .frequency_hz = 125, .fractile = 0.95}), -9.5081, 1e-12);
-    EXPECT_NEAR(ComputeHTLA({.age = 28, .sex = kFemale, .frequency_hz = 1500, .fractile = 0.5}),
-                0.5, 1e-12);
 }
 
 // The sums of the columns of Annex A, and the lower spreads as four fifths of the upper ones; the
@@ -201,41 +196,6 @@ TEST(ThresholdModel, FractilesAreTakenInWholePerCents) {
         EXPECT_NEAR(multiplier(outside), 1.645, 1e-12) << outside;
     }
     EXPECT_TRUE(std::isfinite(multiplier(kNotANumber)));
-}
-
-TEST(ThresholdModel, ThresholdsFallWithTheFractileAndGrowWithTheRest) {
-    for (const int frequency_hz : kAudiometricFrequenciesHz) {
-        for (const int sex : {kMale, kFemale}) {
-            double last = kInfinity;
-            for (int percent = 5; percent <= 95; ++percent) {
-                const double fractile = percent / 100.0 + 1e-5;
-                const double level = ComputeHTLAN({35, 95, 60, sex, frequency_hz, fractile});
-                EXPECT_LT(level, last) << frequency_hz << " " << fractile;
-                last = level;
-            }
-            const double base = ComputeHTLAN({30, 95, 60, sex, frequency_hz, 0.3});
-            EXPECT_GT(ComputeHTLAN({31, 95, 60, sex, frequency_hz, 0.3}), base);
-            EXPECT_GT(ComputeHTLAN({30, 96, 60, sex, frequency_hz, 0.3}), base);
-            EXPECT_GT(ComputeHTLAN({30, 95, 61, sex, frequency_hz, 0.3}), base);
-        }
-        EXPECT_GE(ComputeHTLA({0, 0, 60, kMale, frequency_hz, 0.3}),
-                  ComputeHTLA({0, 0, 60, kFemale, frequency_hz, 0.3}));
-    }
-}
-
-TEST(ThresholdModel, AQuantityIsNamedByItsCodeAndLeavesItsPointInTheCase) {
-    PredictionCase current{35, 90, 60, kMale, 0, 0};
-    const PredictionCase point{35, 90, 60, kMale, 3000, 0.2};
-    const auto compute = [&](int code) {
-        return ComputeQuantity(current, static_cast<QuantityKind>(code), 0.2, 3000);
-    };
-    EXPECT_EQ(compute(1125), ComputeNIPTS(point));
-    EXPECT_EQ(compute(1126), ComputeHTLA(point));
-    EXPECT_EQ(compute(1127), ComputeHTLAN(point));
-    EXPECT_EQ(compute(1128), ComputeANIPTS(point));
-    EXPECT_EQ(compute(1129), 0);
-    EXPECT_EQ(current.frequency_hz, 3000);
-    EXPECT_EQ(current.fractile, 0.2);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// What the tests of the dialogs share: the item list, the status bar, tips and help of controls,
-// dropped files, file dialogs, the clipboard.
+// What the tests of the dialogs share: the item list, the status bar, tips, dropped files, file
+// dialogs, the clipboard.
 #pragma once
 
 #include <windows.h>
@@ -108,15 +108,6 @@ inline std::string TipOf(HWND dialog, int control) {
     request.uFlags = TTF_IDISHWND;
     SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
     return Narrow(request.lpszText);
-}
-
-// As F1 with the focus on the control.
-inline void AskHelp(HWND dialog, int control) {
-    HELPINFO request{};
-    request.cbSize = sizeof request;
-    request.iContextType = HELPINFO_WINDOW;
-    request.iCtrlId = control;
-    SendMessageW(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
 }
 
 inline std::string ClipboardBytes(UINT format) {

@@ -47,27 +47,23 @@ bool IsIcon(HICON icon) {
     return true;
 }
 
-bool IsAcceleratorTable(HACCEL table) {
-    return CopyAcceleratorTableW(table, nullptr, 0) > 0;
-}
-
-bool IsKernelHandle(HANDLE handle) {
-    DWORD flags = 0;
-    return GetHandleInformation(handle, &flags) != FALSE;
-}
-
 HeldObjects CountHeld() {
     constexpr unsigned kFirst = 0x20, kLast = 0xfffe;
     const auto is_menu = [](HMENU menu) { return IsMenu(menu) != FALSE; };
+    const auto is_table = [](HACCEL table) { return CopyAcceleratorTableW(table, nullptr, 0) > 0; };
     const auto is_gdi_object = [](HGDIOBJ object) { return GetObjectType(object) != 0; };
+    const auto is_kernel_handle = [](HANDLE handle) {
+        DWORD flags = 0;
+        return GetHandleInformation(handle, &flags) != FALSE;
+    };
     HANDLE process = GetCurrentProcess();
     return {
         {"windows", CountHandles<HWND>(kFirst, kLast, 2, IsOwnWindow)},
         {"menus", CountHandles<HMENU>(kFirst, kLast, 2, is_menu)},
         {"icons", CountHandles<HICON>(kFirst, kLast, 2, IsIcon)},
-        {"accelerator tables", CountHandles<HACCEL>(kFirst, kLast, 2, IsAcceleratorTable)},
+        {"accelerator tables", CountHandles<HACCEL>(kFirst, kLast, 2, is_table)},
         {"GDI objects", CountHandles<HGDIOBJ>(1, 0xffff, 1, is_gdi_object)},
-        {"kernel handles", CountHandles<HANDLE>(4, 0x4000, 4, IsKernelHandle)},
+        {"kernel handles", CountHandles<HANDLE>(4, 0x4000, 4, is_kernel_handle)},
         {kSystemsCount, static_cast<int>(GetGuiResources(process, GR_GDIOBJECTS) +
                                          GetGuiResources(process, GR_USEROBJECTS))},
     };

@@ -52,15 +52,12 @@ inline std::vector<MenuCommand> OpenPopup(HWND window, HMENU popup) {
     std::vector<MenuCommand> commands;
     for (int position = 0; position < GetMenuItemCount(popup); ++position) {
         wchar_t text[64] = {};
-        MENUITEMINFOW item{};
-        item.cbSize = sizeof item;
-        item.fMask = MIIM_ID | MIIM_STRING | MIIM_STATE | MIIM_FTYPE;
-        item.dwTypeData = text;
-        item.cch = static_cast<UINT>(std::size(text));
-        GetMenuItemInfoW(popup, static_cast<UINT>(position), TRUE, &item);
-        if (item.fType & MFT_SEPARATOR) continue;
-        commands.push_back({static_cast<int>(item.wID), Narrow(text), !(item.fState & MFS_GRAYED),
-                            (item.fState & MFS_CHECKED) != 0});
+        const UINT place = static_cast<UINT>(position);
+        GetMenuStringW(popup, place, text, static_cast<int>(std::size(text)), MF_BYPOSITION);
+        if (!*text) continue;
+        const UINT state = GetMenuState(popup, place, MF_BYPOSITION);
+        commands.push_back({static_cast<int>(GetMenuItemID(popup, position)), Narrow(text),
+                            (state & MF_GRAYED) == 0, (state & MF_CHECKED) != 0});
     }
     return commands;
 }
