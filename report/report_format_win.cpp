@@ -5,8 +5,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdlib>
+#include <string>
 #include <utility>
+
+#include "common/unicode_win.h"
 
 namespace tonvale {
 
@@ -79,7 +83,7 @@ DWORD EmptyFields(const CHARFORMAT2W& format) {
     return flags;
 }
 
-// The fields of the font dialog that may be empty.
+// The fields of the font dialog.
 struct FontField {
     DWORD flag;  // of CHOOSEFONT: starts empty
     int control;
@@ -88,7 +92,15 @@ struct FontField {
 constexpr std::array<FontField, 3> kFontFields = {{{CF_NOFACESEL, cmb1, CFM_FACE | CFM_CHARSET},
                                                    {CF_NOSTYLESEL, cmb2, CFM_BOLD | CFM_ITALIC},
                                                    {CF_NOSIZESEL, cmb3, CFM_SIZE}}};
-constexpr wchar_t kChosenProperty[] = L"Tonvale chosen attributes";
+constexpr wchar_t kChoiceProperty[] = L"Tonvale font choice";
+
+// What the user chooses in the font dialog: not what stands in fields that stay as they were. The
+// dialog rounds sizes, so that to set these would change them.
+struct FontChoice {
+    DWORD attributes = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
+                       CFM_STRIKEOUT | CFM_CHARSET;
+    std::array<std::string, kFontFields.size()> first_texts;
+};
 
 // Not every system's dialog leaves the fields empty by itself.
 void EmptyMixedFields(HWND dialog, DWORD flags) {
@@ -99,25 +111,37 @@ void EmptyMixedFields(HWND dialog, DWORD flags) {
     }
 }
 
-// Takes the attributes of the fields that are empty out of `attributes`.
-void LeaveOutEmptyFields(HWND dialog, DWORD& attributes) {
-    for (const FontField& field : kFontFields) {
-        const bool is_empty = GetWindowTextLengthW(GetDlgItem(dialog, field.control)) == 0;
-        if (is_empty) attributes &= ~field.attributes;
+std::string FieldText(HWND dialog, const FontField& field) {
+    return WindowText(GetDlgItem(dialog, field.control));
+}
+
+void NoteFirstTexts(HWND dialog, FontChoice& choice) {
+    for (std::size_t i = 0; i < kFontFields.size(); ++i) {
+        choice.first_texts.at(i) = FieldText(dialog, kFontFields.at(i));
     }
 }
 
-// Of the font dialog, whose lCustData points to the attributes that the user chooses.
+void LeaveOutWhatIsNotChosen(HWND dialog, FontChoice& choice) {
+    for (std::size_t i = 0; i < kFontFields.size(); ++i) {
+        const std::string text = FieldText(dialog, kFontFields.at(i));
+        const bool is_chosen = !text.empty() && text != choice.first_texts.at(i);
+        if (!is_chosen) choice.attributes &= ~kFontFields.at(i).attributes;
+    }
+}
+
+// Of the font dialog, whose lCustData points to the FontChoice.
 UINT_PTR CALLBACK FontHook(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
         const auto& request = *reinterpret_cast<const CHOOSEFONTW*>(lparam);
-        SetPropW(dialog, kChosenProperty, reinterpret_cast<HANDLE>(request.lCustData));
+        SetPropW(dialog, kChoiceProperty, reinterpret_cast<HANDLE>(request.lCustData));
         EmptyMixedFields(dialog, request.Flags);
+        NoteFirstTexts(dialog, *reinterpret_cast<FontChoice*>(request.lCustData));
     }
     if (message == WM_COMMAND && LOWORD(wparam) == IDOK) {
-        LeaveOutEmptyFields(dialog, *static_cast<DWORD*>(GetPropW(dialog, kChosenProperty)));
+        LeaveOutWhatIsNotChosen(dialog,
+                                *static_cast<FontChoice*>(GetPropW(dialog, kChoiceProperty)));
     }
-    if (message == WM_DESTROY) RemovePropW(dialog, kChosenProperty);
+    if (message == WM_DESTROY) RemovePropW(dialog, kChoiceProperty);
     return 0;
 }
 
@@ -230,17 +254,16 @@ void ChooseTextFont(RichEdit& edit, HWND owner) {
     dialog.lStructSize = sizeof(dialog);
     dialog.hwndOwner = owner;
     dialog.lpLogFont = &font;
-    DWORD attributes = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
-                       CFM_STRIKEOUT | CFM_CHARSET;
+    FontChoice choice;
     dialog.lpfnHook = FontHook;
-    dialog.lCustData = reinterpret_cast<LPARAM>(&attributes);
+    dialog.lCustData = reinterpret_cast<LPARAM>(&choice);
     dialog.Flags = CF_SCREENFONTS | CF_NOVERTFONTS | CF_NOSCRIPTSEL | CF_FORCEFONTEXIST |
                    CF_EFFECTS | CF_ENABLEHOOK | CF_INITTOLOGFONTSTRUCT | EmptyFields(format);
     const bool has_color = (format.dwEffects & CFE_AUTOCOLOR) == 0;
     dialog.rgbColors = has_color ? format.crTextColor : GetSysColor(COLOR_WINDOWTEXT);
     if (!ChooseFontW(&dialog)) return;
     CHARFORMAT2W chosen = FormatOf(dialog);
-    chosen.dwMask = attributes;
+    chosen.dwMask = choice.attributes;
     edit.SetCharacterFormat(chosen);
 }
 

@@ -197,33 +197,44 @@ TEST_F(ReportTest, ChoosesFontOnItsOwnScale) {
     UiDriver ui;
     constexpr int kFace = 0x470;
     constexpr int kSize = 0x472;
-    ui.Do([this] { PostMessageW(host_->window, WM_COMMAND, CMD_FONT, 0); });
-    ui.OnWindowOfClass("#32770", [](HWND dialog) {
+    const int dpi = static_cast<int>(GetDpiForSystem());
+    const auto ask = [this] { PostMessageW(host_->window, WM_COMMAND, CMD_FONT, 0); };
+    CHARFORMAT2W size = Format(0, 5);
+    size.dwMask = CFM_SIZE;
+    size.yHeight = 220;
+    Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&size));
+    ui.Do(ask).OnWindowOfClass("#32770", [dpi](HWND dialog) {
         EXPECT_EQ(TextOf(dialog, kFace), "Arial");
-        EXPECT_EQ(TextOf(dialog, kSize), "15");  // 20 pixels at 96 dpi
+        EXPECT_EQ(TextOf(dialog, kSize), std::to_string(MulDiv(22, 72, dpi)));  // 22 pixels
     });
     ui.Screenshot("report_font_dialog").Command(IDOK);
     ui.WaitUntil("closed", [] { return !FindWindowW(L"#32770", nullptr); });
-    ui.Do([this] {
+    ui.Do([this, ask] {
         const CHARFORMAT2W format = Format(0, 5);
-        EXPECT_EQ(format.yHeight, 200);
+        EXPECT_EQ(format.yHeight, 220) << "rounded by the dialog";
         EXPECT_NE(format.dwEffects & CFE_ITALIC, 0U);
         EXPECT_EQ(format.dwEffects & CFE_AUTOCOLOR, 0U);
         Command(CMD_SUPERSCRIPT);
         SelectAll();
-        PostMessageW(host_->window, WM_COMMAND, CMD_FONT, 0);
+        ask();
     });
     ui.OnWindowOfClass("#32770", [](HWND dialog) {
         EXPECT_EQ(TextOf(dialog, kSize), "");  // mixed
         EXPECT_EQ(TextOf(dialog, kFace), "Arial");
     });
     ui.Command(IDOK).WaitUntil("closed", [] { return !FindWindowW(L"#32770", nullptr); });
-    ui.Run();
-    // What was mixed still is.
-    EXPECT_EQ(Format(0, 5).yHeight, 150);
-    EXPECT_EQ(Format(6, 11).yHeight, 200);
-    EXPECT_NE(Format(0, 5).dwEffects & CFE_ITALIC, 0U);
-    EXPECT_EQ(Format(6, 11).dwEffects & CFE_ITALIC, 0U);
+    ui.Do([this, ask] {
+        // What was mixed still is.
+        EXPECT_EQ(Format(0, 5).yHeight, 150);
+        EXPECT_EQ(Format(6, 11).yHeight, 200);
+        EXPECT_NE(Format(0, 5).dwEffects & CFE_ITALIC, 0U);
+        EXPECT_EQ(Format(6, 11).dwEffects & CFE_ITALIC, 0U);
+        SelectAll();
+        ask();
+    });
+    ui.OnWindowOfClass("#32770").SetText(kSize, "18").Command(IDOK);
+    ui.WaitUntil("closed", [] { return !FindWindowW(L"#32770", nullptr); }).Run();
+    EXPECT_EQ(Format(0, 11).yHeight, 10 * MulDiv(18, dpi, 72));
 }
 
 TEST_F(ReportTest, PrintsTheSelectionOrAll) {
