@@ -21,34 +21,38 @@ namespace {
 
 constexpr char kStorageName[] = "BREOBJ";
 
-// Counts its references; the last one deletes it.
-class ReferenceCount {
+// A component object of one interface. It counts its references; the last one deletes it.
+template <typename Interface>
+class CountedObject : public Interface {
   public:
-    ULONG Add() { return ++count_; }
-    ULONG Remove() { return --count_; }
-
-  private:
-    ULONG count_ = 1;
-};
-
-// The main window, as an object edited in place sees it. It gives its menu and its borders to none.
-class InPlaceFrame final : public IOleInPlaceFrame {
-  public:
-    explicit InPlaceFrame(HWND frame) : frame_(frame) {}
-
     STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        const bool is_known = id == IID_IUnknown || id == IID_IOleWindow ||
-                              id == IID_IOleInPlaceUIWindow || id == IID_IOleInPlaceFrame;
+        const bool is_known = Has(id);
         *object = is_known ? this : nullptr;
         if (is_known) AddRef();
         return is_known ? S_OK : E_NOINTERFACE;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return references_.Add(); }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
     STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = references_.Remove();
+        const ULONG left = --references_;
         if (left == 0) delete this;
         return left;
     }
+
+  protected:
+    virtual ~CountedObject() = default;
+
+  private:
+    // Of the interface and those that it extends.
+    virtual bool Has(REFIID id) const = 0;
+
+    ULONG references_ = 1;
+};
+
+// The main window, as an object edited in place sees it. It gives its menu and its borders to none.
+class InPlaceFrame final : public CountedObject<IOleInPlaceFrame> {
+  public:
+    explicit InPlaceFrame(HWND frame) : frame_(frame) {}
+
     STDMETHODIMP GetWindow(HWND* window) override {
         *window = frame_;
         return S_OK;
@@ -66,29 +70,18 @@ class InPlaceFrame final : public IOleInPlaceFrame {
     STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
   private:
-    virtual ~InPlaceFrame() = default;
+    bool Has(REFIID id) const override {
+        return id == IID_IUnknown || id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow ||
+               id == IID_IOleInPlaceFrame;
+    }
 
     HWND frame_;
-    ReferenceCount references_;
 };
 
-class ObjectCallback final : public IRichEditOleCallback {
+class ObjectCallback final : public CountedObject<IRichEditOleCallback> {
   public:
     ObjectCallback(HWND frame, std::function<HMENU()> make_menu)
         : frame_(frame), make_menu_(std::move(make_menu)) {}
-
-    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-        const bool is_known = id == IID_IUnknown || id == IID_IRichEditOleCallback;
-        *object = is_known ? this : nullptr;
-        if (is_known) AddRef();
-        return is_known ? S_OK : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return references_.Add(); }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = references_.Remove();
-        if (left == 0) delete this;
-        return left;
-    }
 
     STDMETHODIMP GetNewStorage(LPSTORAGE* storage) override;
     STDMETHODIMP GetInPlaceContext(LPOLEINPLACEFRAME* frame, LPOLEINPLACEUIWINDOW* document,
@@ -108,11 +101,12 @@ class ObjectCallback final : public IRichEditOleCallback {
     }
 
   private:
-    virtual ~ObjectCallback() = default;
+    bool Has(REFIID id) const override {
+        return id == IID_IUnknown || id == IID_IRichEditOleCallback;
+    }
 
     HWND frame_;
     std::function<HMENU()> make_menu_;
-    ReferenceCount references_;
     ComPointer<IStorage> file_;
     long objects_ = 0;
 };
