@@ -87,6 +87,7 @@ inline constexpr unsigned long kHelpHearingViews = 110198;
 inline constexpr unsigned long kHelpHearingTable = 110199;
 inline constexpr unsigned long kHelpHearingChart = 110200;
 inline constexpr unsigned long kHelpHearingAudiogram = 110201;
+inline constexpr unsigned long kHelpDamageTables = 110202;
 
 // CONFRONTO
 inline constexpr unsigned long kHelpPredictions = 100200;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -20,6 +21,7 @@
 #include "common/text.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/damage_table.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
 #include "report/rtf/rtf_reader.h"
@@ -339,6 +341,48 @@ TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
         for (std::size_t i = 0; i < 4; ++i) {
             const double loss = ComparedLoss({}, ParseNumber(row.at(0)), levels[i]);
             EXPECT_EQ(row.at(i + 1), Shown(loss)) << row.at(0);
+        }
+    }
+}
+
+// The column of a printed table: every row's contribution, five decibels from row to row, from no
+// damage to the most there is.
+void ExpectContributions(const std::vector<std::vector<std::string>>& rows, std::size_t column,
+                         int frequency_hz, DamageTable table) {
+    constexpr double kAboveEveryRowDb = 1000;
+    ASSERT_FALSE(rows.empty());
+    double threshold_db = ParseNumber(rows.front().at(0));
+    for (const auto& row : rows) {
+        EXPECT_EQ(ParseNumber(row.at(0)), threshold_db);
+        EXPECT_DOUBLE_EQ(ParseNumber(row.at(column)),
+                         DamageTableValue(threshold_db, frequency_hz, table));
+        threshold_db += 5;
+    }
+    EXPECT_EQ(DamageTableValue(ParseNumber(rows.front().at(0)), frequency_hz, table), 0);
+    EXPECT_EQ(ParseNumber(rows.back().at(column)),
+              DamageTableValue(kAboveEveryRowDb, frequency_hz, table));
+}
+
+TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
+    constexpr int kFrequenciesHz[] = {500, 1000, 2000, 3000, 4000};
+    const auto example = TableRows(kHelpDamageTables, "Contributi");
+    ASSERT_EQ(example.size(), 4U);
+    LossPredictionState state;  // the example's: men of 60 years, 35 of them at 90 dBA
+    const auto losses_db = ComputeRows(state).at(1).losses_db;
+    for (std::size_t i = 1; i <= 3; ++i) {
+        const std::vector<std::string>& cells = example[i];
+        state.table =
+            std::array{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}.at(i - 1);
+        EXPECT_EQ(cells.at(0), DamageTableName(state.table));
+        EXPECT_EQ(cells.at(6), TenPercentRow(state).back());
+        const auto rows = TableRows(kHelpDamageTables, cells.at(0) + " (dB)");
+        for (std::size_t column = 1; column <= 5; ++column) {
+            const int frequency_hz = kFrequenciesHz[column - 1];
+            const double loss_db = losses_db.at(column - 1);
+            const double contribution = DamageTableValue(loss_db, frequency_hz, state.table);
+            EXPECT_EQ(example[0].at(column), Shown(loss_db));
+            EXPECT_EQ(cells.at(column), contribution == 0 ? "0" : FormatFixed(contribution, 4, 2));
+            ExpectContributions(rows, column, frequency_hz, state.table);
         }
     }
 }
