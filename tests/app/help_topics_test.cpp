@@ -224,6 +224,26 @@ TEST(Guide, LinksLeadSomewhereAndNoMarkIsLeftOver) {
     }
 }
 
+// What the help window shows at its first size: formulas unbroken, tables with room for the last
+// column.
+TEST(Guide, FormulasAndTablesFitTheWindow) {
+    constexpr std::size_t kFormulaCharacters = 50;
+    constexpr int kLastColumnTwips = 5500;
+    constexpr std::string_view kTabStop = "\\tx";
+    for (const HelpTopic& topic : Guide().topics()) {
+        for (const HelpBlock& block : topic.blocks) {
+            if (block.kind != HelpBlockKind::kPreformatted) continue;
+            EXPECT_LE(CharacterCount(PlainText(block)), kFormulaCharacters) << PlainText(block);
+        }
+        const std::string rtf = MakeHelpRtf(topic).rtf;
+        for (std::size_t at = rtf.find(kTabStop); at != std::string::npos;
+             at = rtf.find(kTabStop, at + 1)) {
+            EXPECT_LE(ParseInteger(rtf.substr(at + kTabStop.size(), 8)), kLastColumnTwips)
+                << topic.title;
+        }
+    }
+}
+
 TEST(Guide, AControlsNumberShowsThatControl) {
     const std::map<unsigned long, std::string> beginnings = {
         {kHelpWeeklyDays, "L'elenco dei giorni"},
@@ -375,7 +395,7 @@ TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
             std::array{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}.at(i - 1);
         EXPECT_EQ(cells.at(0), DamageTableName(state.table));
         EXPECT_EQ(cells.at(6), TenPercentRow(state).back());
-        const auto rows = TableRows(kHelpDamageTables, cells.at(0) + " (dB)");
+        const auto rows = TableRows(kHelpDamageTables, cells.at(0));
         for (std::size_t column = 1; column <= 5; ++column) {
             const int frequency_hz = kFrequenciesHz[column - 1];
             const double loss_db = losses_db.at(column - 1);
