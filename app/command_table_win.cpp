@@ -1,6 +1,8 @@
 #include "app/command_table_win.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 
 #include "app/main_window.h"
@@ -178,6 +180,13 @@ constexpr CommandEntry kCommands[] = {
     {CMD_ABOUT, ShowAbout},
 };
 
+// The command that opens a file of each kind, in the order of the kinds.
+constexpr std::array<int, 9> kCommandsOfKinds = {
+    CMD_DAILY_EXPOSURE,      CMD_WEEKLY_EXPOSURE, CMD_GROUP_STATISTICS,
+    CMD_AUDIOGRAM_DAMAGE,    CMD_NOISE_SPECTRUM,  CMD_ATTENUATION_SPECTRUM,
+    CMD_PROTECTOR_SELECTION, CMD_UNCERTAINTY,     CMD_NEW_DOCUMENT,
+};
+
 const CommandEntry* FindCommand(int id) {
     const auto* entry = std::find_if(std::begin(kCommands), std::end(kCommands),
                                      [id](const CommandEntry& row) { return row.id == id; });
@@ -185,6 +194,10 @@ const CommandEntry* FindCommand(int id) {
 }
 
 }  // namespace
+
+int CommandOfKind(FileKind kind) {
+    return kCommandsOfKinds[static_cast<std::size_t>(kind)];
+}
 
 void RunCommand(MainWindow& window, int id, const std::string& path) {
     if (CanRunCommand(window, id)) FindCommand(id)->run(window, path);

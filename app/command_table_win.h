@@ -3,9 +3,14 @@
 
 #include <string>
 
+#include "common/file_kinds.h"
+
 namespace tonvale {
 
 class MainWindow;
+
+// The command that opens a file of `kind`.
+int CommandOfKind(FileKind kind);
 
 // Carries a command out. `path` is the file that it works on; empty for a command that comes from
 // the menu.

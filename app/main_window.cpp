@@ -8,7 +8,6 @@
 #include <iterator>
 #include <utility>
 
-#include "app/calculator_table.h"
 #include "app/command_table_win.h"
 #include "app/program_file_win.h"
 #include "app/version_info_win.h"
@@ -135,7 +134,7 @@ void MainWindow::OpenFileByExtension(const std::string& path) {
     const FileKindInfo* kind = FileKindOfPath(path);
     if (!kind) return;
     routed_path_ = path;
-    PostMessageW(window(), WM_COMMAND, static_cast<WPARAM>(CalculatorOf(kind->kind).command),
+    PostMessageW(window(), WM_COMMAND, static_cast<WPARAM>(CommandOfKind(kind->kind)),
                  reinterpret_cast<LPARAM>(&routed_path_));
 }
 
@@ -143,7 +142,7 @@ void MainWindow::OpenAnyFile() {
     const std::optional<ChosenFile> chosen = ChooseAnyFile(context_, window());
     if (!chosen) return;
     const FileKindInfo& kind = FileKinds().at(static_cast<std::size_t>(chosen->filter_index - 1));
-    RunCommand(*this, CalculatorOf(kind.kind).command, chosen->path);
+    RunCommand(*this, CommandOfKind(kind.kind), chosen->path);
 }
 
 void MainWindow::PredictLoss(int command, QuantityKind quantity) {

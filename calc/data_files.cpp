@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <variant>
 #include <vector>
 
-#include "app/calculator_table.h"
+#include "calc/assessment_table.h"
 #include "calc/json_writer.h"
 #include "calc/options.h"
 #include "common/numbers.h"
@@ -23,7 +25,7 @@ namespace {
 struct OpenedFile {
     const std::string& path;
     ProfileFile file;
-    const CalculatorInfo& calculator;
+    const AssessedKind& kind;
 };
 
 std::string_view WhyUnreadable(const std::string& path) {
@@ -46,33 +48,36 @@ bool ForEachDataFile(std::span<const std::string> paths, FileSystem& files, Cons
     bool all_opened = true;
     for (const std::string& path : paths) {
         auto file = ProfileFile::Read(files, path);
-        const CalculatorInfo* calculator = file ? CalculatorOfFile(*file) : nullptr;
-        if (calculator != nullptr && calculator->assess != nullptr) {
-            use({path, std::move(*file), *calculator});
+        const AssessedKind* kind = file ? AssessedKindOf(*file) : nullptr;
+        if (kind != nullptr && kind->assess != nullptr) {
+            use({path, std::move(*file), *kind});
             continue;
         }
         all_opened = false;
         ReportFailure(console, path,
-                      !file                   ? WhyUnreadable(path)
-                      : calculator == nullptr ? "tipo di file sconosciuto"
-                                              : "il calcolo di questo tipo non è disponibile");
+                      !file             ? WhyUnreadable(path)
+                      : kind == nullptr ? "tipo di file sconosciuto"
+                                        : "il calcolo di questo tipo non è disponibile");
     }
     return all_opened;
 }
 
-std::optional<std::string> StoredResult(const ProfileFile& file, std::string_view key) {
-    return file.Text(kHeaderSection, key, kMaxValueCharacters);
+std::optional<std::string> StoredResult(const ProfileFile& file, const AssessedResult& result) {
+    if (!result.section) return std::nullopt;
+    return file.Text(*result.section, result.key, kMaxValueCharacters);
 }
 
-// Blanks around a text are no difference: the platform's profile functions strip them.
+// Blanks around a text are no difference: the platform's profile functions strip them. A result
+// that is never stored cannot differ.
 bool SameResult(const AssessedResult& result, const ProfileFile& file) {
-    const auto stored = StoredResult(file, result.key);
+    if (!result.section) return true;
+    const auto stored = StoredResult(file, result);
     return stored && TrimBlanks(*stored) == TrimBlanks(result.shown);
 }
 
 bool IsConsistent(const Assessment& assessment, const ProfileFile& file) {
-    return !assessment.message &&
-           std::all_of(assessment.results.begin(), assessment.results.end(),
+    if (!assessment.computed) return !assessment.message;
+    return std::all_of(assessment.results.begin(), assessment.results.end(),
                        [&](const AssessedResult& result) { return SameResult(result, file); });
 }
 
@@ -95,7 +100,7 @@ void WriteText(const OpenedFile& opened, const Assessment& assessment,
                const OutputSettings& settings, Console& console) {
     if (assessment.message) return WriteRefusal(opened, assessment, console);
     if (settings.one_of_many) console.Write("== " + opened.path + " ==\n");
-    console.Write(ReportAsText(assessment.report));
+    console.Write(PrintoutAsText(assessment.printout));
     if (settings.one_of_many) console.Write("\n");
 }
 
@@ -109,7 +114,7 @@ void WriteCsv(const OpenedFile& opened, const Assessment& assessment,
 void WriteResults(JsonWriter& json, std::string_view key, const Assessment& assessment,
                   const std::function<void(const AssessedResult&)>& write_value) {
     json.Key(key);
-    if (assessment.message) return json.Null();
+    if (!assessment.computed) return json.Null();
     json.BeginObject();
     for (const AssessedResult& result : assessment.results) {
         json.Key(result.key);
@@ -129,6 +134,49 @@ void WriteMessage(JsonWriter& json, const std::optional<UserMessage>& message) {
     json.EndObject();
 }
 
+void WriteStored(JsonWriter& json, const Assessment& assessment, const ProfileFile& file) {
+    json.Key("stored");
+    json.BeginObject();
+    for (const AssessedResult& result : assessment.results) {
+        const auto stored = StoredResult(file, result);
+        if (!stored) continue;
+        json.Key(result.key);
+        json.String(*stored);
+    }
+    json.EndObject();
+}
+
+// Writes a value of `details`; one call operator for each type that it can have.
+struct DetailWriter {
+    JsonWriter& json;
+
+    void operator()(std::nullptr_t) const { json.Null(); }
+    void operator()(double number) const { json.Number(number); }
+    void operator()(const std::string& text) const { json.String(text); }
+    template <typename Item>
+    void operator()(const std::vector<Item>& items) const {
+        json.BeginArray();
+        for (const Item& item : items) (*this)(item);
+        json.EndArray();
+    }
+};
+
+void WriteDetails(JsonWriter& json, const Assessment& assessment) {
+    if (assessment.details.empty() && assessment.warnings.empty()) return;
+    json.Key("details");
+    json.BeginObject();
+    const DetailWriter write{json};
+    for (const Detail& detail : assessment.details) {
+        json.Key(detail.key);
+        std::visit(write, detail.value);
+    }
+    if (!assessment.warnings.empty()) {
+        json.Key("warnings");
+        write(assessment.warnings);
+    }
+    json.EndObject();
+}
+
 void WriteJson(const OpenedFile& opened, const Assessment& assessment,
                const OutputSettings& /*settings*/, Console& console) {
     JsonWriter json;
@@ -136,22 +184,15 @@ void WriteJson(const OpenedFile& opened, const Assessment& assessment,
     json.Key("file");
     json.String(opened.path);
     json.Key("kind");
-    json.String(InfoOf(opened.calculator.kind).tag);
+    json.String(InfoOf(opened.kind.kind).tag);
     WriteResults(json, "shown", assessment, [&](const auto& result) { json.String(result.shown); });
     WriteResults(json, "values", assessment,
                  [&](const auto& result) { json.Number(result.value); });
-    json.Key("stored");
-    json.BeginObject();
-    for (const AssessedResult& result : assessment.results) {
-        const auto stored = StoredResult(opened.file, result.key);
-        if (!stored) continue;
-        json.Key(result.key);
-        json.String(*stored);
-    }
-    json.EndObject();
+    WriteStored(json, assessment, opened.file);
     json.Key("consistent");
     json.Boolean(IsConsistent(assessment, opened.file));
     WriteMessage(json, assessment.message);
+    WriteDetails(json, assessment);
     json.EndObject();
     console.Write(json.text() + "\n");
 }
@@ -169,17 +210,26 @@ constexpr std::array<OutputFormat, 3> kOutputFormats{{
 
 // --- verifica ------------------------------------------------------------------------------------
 
-std::string DescribeDifferences(const Assessment& assessment, const ProfileFile& file) {
+std::string DescribeDifference(const AssessedResult& result, const ProfileFile& file) {
+    const auto stored = StoredResult(file, result);
+    return std::string(result.key) + (stored ? " salvato \"" + *stored + "\"" : " non salvato") +
+           ", ricalcolato \"" + result.shown + "\"";
+}
+
+// What there is to tell of a file; empty when all is well.
+std::string DescribeFindings(const Assessment& assessment, const ProfileFile& file) {
     if (assessment.message) return assessment.message->text;
     std::string text;
-    for (const AssessedResult& result : assessment.results) {
-        if (SameResult(result, file)) continue;
-        const auto stored = StoredResult(file, result.key);
+    const auto append = [&text](const std::string& finding) {
         if (!text.empty()) text += "; ";
-        text += result.key;
-        text += stored ? " salvato \"" + *stored + "\"" : " non salvato";
-        text += ", ricalcolato \"" + result.shown + "\"";
+        text += finding;
+    };
+    for (const AssessedResult& result : assessment.results) {
+        if (assessment.computed && !SameResult(result, file)) {
+            append(DescribeDifference(result, file));
+        }
     }
+    for (const std::string& finding : assessment.findings) append(finding);
     return text;
 }
 
@@ -221,7 +271,7 @@ int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Consol
     settings.one_of_many = parsed.rest.size() > 1;
     bool refused = false;
     const auto write_file = [&](const OpenedFile& opened) {
-        const Assessment assessment = opened.calculator.assess(opened.file);
+        const Assessment assessment = opened.kind.assess(opened.file);
         refused = refused || assessment.message;
         write(opened, assessment, settings, console);
     };
@@ -237,11 +287,11 @@ int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Conso
     long long checked = 0;
     long long inconsistent = 0;
     const auto check_file = [&](const OpenedFile& opened) {
-        const Assessment assessment = opened.calculator.assess(opened.file);
+        const Assessment assessment = opened.kind.assess(opened.file);
         ++checked;
-        if (IsConsistent(assessment, opened.file)) return;
-        ++inconsistent;
-        console.Write(opened.path + ": " + DescribeDifferences(assessment, opened.file) + "\n");
+        if (!IsConsistent(assessment, opened.file)) ++inconsistent;
+        const std::string findings = DescribeFindings(assessment, opened.file);
+        if (!findings.empty()) console.Write(opened.path + ": " + findings + "\n");
     };
     const bool all_opened = ForEachDataFile(parsed.rest, files, console, check_file);
     console.Write("File verificati: " + FormatInteger(checked) +

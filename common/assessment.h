@@ -1,36 +1,62 @@
 // A data file recomputed from its inputs, as the command-line companion shows and checks it.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
-#include "common/report_text.h"
+#include "common/file_kinds.h"
+#include "common/printout.h"
 #include "common/user_message.h"
 
 namespace tonvale {
 
 struct AssessedResult {
-    std::string_view key;  // of the header section
-    std::string shown;     // as the calculator shows it
-    double value;          // before it was rounded
+    std::string_view key;
+    std::string shown = {};  // as the calculator shows it
+    double value = 0;        // before it was rounded
+    // Where the file keeps the text shown; nullopt: it stores no such result.
+    std::optional<std::string_view> section = kHeaderSection;
+};
+
+// What a kind tells besides its results: a member of the JSON object `details`.
+using DetailValue = std::variant<std::nullptr_t, double, std::string, std::vector<double>,
+                                 std::vector<std::string>>;
+struct Detail {
+    std::string_view key;
+    DetailValue value;
 };
 
 struct Assessment {
-    // Why the calculator refuses to compute; then there are only the keys of the results.
-    std::optional<UserMessage> message;
-    std::vector<AssessedResult> results;  // in the file's order
-    Report report;
+    // Why the calculator refuses to compute.
+    std::optional<UserMessage> message = {};
+    // True when the results have been computed: their texts and values stand for nothing otherwise.
+    bool computed = true;
+    std::vector<AssessedResult> results = {};  // in the file's order
+    std::vector<Detail> details = {};
+    // What the calculator tells and yet computes; the last of the details.
+    std::vector<std::string> warnings = {};
+    // What makes a stored file doubtful although its results follow from its inputs; `verifica`
+    // tells it.
+    std::vector<std::string> findings = {};
+    Printout printout = {};
     // The summary for the clipboard, its cells parted by the separator given.
-    std::function<std::string(std::string_view list_separator)> summarize;
+    std::function<std::string(std::string_view list_separator)> summarize = {};
 };
 
-// Adds the report and the summary of a computed form to its assessment.
+// An assessment that the calculator refuses: `results` have their keys only.
+inline Assessment RefusedAssessment(UserMessage message, std::vector<AssessedResult> results) {
+    return {.message = std::move(message), .computed = false, .results = std::move(results)};
+}
+
+// Adds the printout and the summary of a computed form to its assessment.
 template <typename Form>
 void AddTexts(Assessment& assessment, const Form& form) {
-    assessment.report = MakeReport(form);
+    assessment.printout = MakePrintout(form);
     assessment.summarize = [form](std::string_view list_separator) {
         return Summary(form, list_separator);
     };

@@ -107,7 +107,7 @@ void CalculatorDialog::ShowCurrent() {
 void CalculatorDialog::Print() {
     const WaitCursor wait;
     const std::unique_ptr<Printer> printer = app().open_printer ? app().open_printer() : nullptr;
-    if (printer) PrintReport(*printer, CurrentReport());
+    if (printer) PrintPages(*printer, CurrentPrintout());
 }
 
 }  // namespace tonvale

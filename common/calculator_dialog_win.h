@@ -8,8 +8,8 @@
 #include "common/dialog_win.h"
 #include "common/file_kinds.h"
 #include "common/notes.h"
+#include "common/printout.h"
 #include "common/profile_file.h"
-#include "common/report_text.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -36,7 +36,7 @@ class CalculatorDialog : public Dialog {
     // Recomputes and shows the results; after opening and after a dropped file.
     virtual void RecomputeResults() = 0;
     virtual std::string CurrentSummary(std::string_view list_separator) = 0;
-    virtual Report CurrentReport() = 0;
+    virtual Printout CurrentPrintout() = 0;
     // Keeps the dialog's content for its next opening.
     virtual void KeepState() = 0;
 

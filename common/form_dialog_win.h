@@ -1,5 +1,5 @@
 // The dialogs of the calculators whose core module is a form, a kept state and free functions over
-// them: FormFromState, KeepForm, LoadForm, StoreForm, Summary, MakeReport.
+// them: FormFromState, KeepForm, LoadForm, StoreForm, Summary, MakePrintout.
 #pragma once
 
 #include <string>
@@ -41,7 +41,7 @@ class FormDialog : public Base {
     std::string CurrentSummary(std::string_view list_separator) override {
         return Summary(ReadForm(), list_separator);
     }
-    Report CurrentReport() override { return MakeReport(ReadForm()); }
+    Printout CurrentPrintout() override { return MakePrintout(ReadForm()); }
     void KeepState() override { KeepForm(ReadForm(), state_); }
 
   private:

@@ -1,14 +1,17 @@
 #include "common/print_frame.h"
 
 #include <cstddef>
+#include <optional>
+#include <vector>
 
 namespace tonvale {
 
 namespace {
 
-constexpr int kFirstReportLine = 2;
+constexpr int kFirstPrintoutLine = 2;
 constexpr int kPointsPerInch = 72;
-constexpr int kReportWeight = 500;
+constexpr int kPrintoutWeight = 500;
+constexpr int kNotesBelowDrawing = 6;  // lines
 constexpr TextLayout kWrapped{.word_wrap = true};
 
 Font PrintFont(const Printer& printer, int weight) {
@@ -22,34 +25,89 @@ bool StartNewPage(Printer& printer, const Font& font) {
     return true;
 }
 
-// Draws the report from the first line on; `line` is left at the last one. False when a page break
-// has failed.
-bool PrintLines(Printer& printer, const Report& report, const Font& font, int line_height,
-                int& line) {
+// Draws `text` word-wrapped from `top` down, or at the top of a new page when it does not fit.
+// Gives its bottom edge; nothing when the new page cannot be started.
+std::optional<int> PrintWrappedText(Printer& printer, const std::string& text, const Font& font,
+                                    int top) {
     const Size page = printer.PageSize();
-    const int lines_per_page = page.height / line_height - 1;
-    for (std::size_t i = 0; i < report.lines.size(); ++i) {
-        if (i > 0 && !NextPrintLine(printer, line, lines_per_page)) return false;
-        // A new page forgets the font.
-        printer.canvas().SetFont(font);
-        printer.canvas().DrawTextAt({0, line * line_height}, report.lines[i].left);
-        if (!report.lines[i].right.empty()) {
-            printer.canvas().DrawTextAt({page.width / 2, line * line_height},
-                                        report.lines[i].right);
-        }
+    const int height = printer.canvas().MeasureWrappedText(page.width, text);
+    if (top + height > page.height) {
+        if (!StartNewPage(printer, font)) return std::nullopt;
+        top = 0;
     }
+    printer.canvas().DrawTextIn({0, top, page.width, page.height}, text, kWrapped);
+    return top + height;
+}
+
+// One printout on its way to paper: the page and how far down it the text has come.
+class PrintoutPages {
+  public:
+    PrintoutPages(Printer& printer, int line_height)
+        : printer_(printer),
+          font_(PrintFont(printer, kPrintoutWeight)),
+          line_height_(line_height),
+          page_(printer.PageSize()) {}
+
+    // Each draws one piece below the one before. False when a page break has failed, which ends the
+    // printout there.
+    bool PrintLines(const std::vector<PrintoutLine>& lines);
+    bool PrintClosingText(const std::string& text);
+    void PrintDrawing(const PrintoutDrawing& drawing, bool use_color);
+    bool PrintNotes(const Printout& printout);
+
+  private:
+    int SecondColumnX(SecondColumn column) const {
+        return column == SecondColumn::kHalf ? page_.width / 2 : page_.width * 2 / 3;
+    }
+    Printer& printer_;
+    Font font_;
+    int line_height_;
+    Size page_;
+    int line_ = kFirstPrintoutLine;
+    int last_line_top_ = 0;  // of the last line or of the closing text's last
+};
+
+bool PrintoutPages::PrintLines(const std::vector<PrintoutLine>& lines) {
+    const int lines_per_page = page_.height / line_height_ - 1;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (i > 0 && !NextPrintLine(printer_, line_, lines_per_page)) return false;
+        const int top = line_ * line_height_;
+        // A new page forgets the font.
+        printer_.canvas().SetFont(font_);
+        printer_.canvas().DrawTextAt({0, top}, lines[i].left);
+        if (lines[i].right.empty()) continue;
+        printer_.canvas().DrawTextAt({SecondColumnX(lines[i].column), top}, lines[i].right);
+    }
+    last_line_top_ = line_ * line_height_;
     return true;
 }
 
-// Draws `notes` word-wrapped from `top` down, or at the top of a new page when they do not fit.
-void PrintNotes(Printer& printer, const std::string& notes, const Font& font, int top) {
-    const Size page = printer.PageSize();
-    Rect area{0, top, page.width, page.height};
-    if (top + printer.canvas().MeasureWrappedText(page.width, notes) > page.height) {
-        if (!StartNewPage(printer, font)) return;
-        area.top = 0;
+bool PrintoutPages::PrintClosingText(const std::string& text) {
+    if (text.empty()) return true;
+    const std::optional<int> bottom =
+        PrintWrappedText(printer_, text, font_, last_line_top_ + 2 * line_height_);
+    if (bottom) last_line_top_ = *bottom - line_height_;
+    return bottom.has_value();
+}
+
+void PrintoutPages::PrintDrawing(const PrintoutDrawing& drawing, bool use_color) {
+    const int bottom = page_.height * 2 / 3;
+    Canvas& canvas = printer_.canvas();
+    canvas.SetFont(font_);
+    drawing.draw(canvas, {0, drawing.first_line * line_height_, page_.width, bottom}, use_color);
+    canvas.SetFont(font_);
+    canvas.SetTextColor(kBlack);
+    if (drawing.draw_captions) {
+        drawing.draw_captions(canvas,
+                              {0, bottom + line_height_, page_.width, bottom + 3 * line_height_});
     }
-    printer.canvas().DrawTextIn(area, notes, kWrapped);
+    last_line_top_ = bottom + kNotesBelowDrawing * line_height_;
+}
+
+bool PrintoutPages::PrintNotes(const Printout& printout) {
+    if (printout.notes.empty()) return true;
+    const int gap = printout.drawing ? 0 : printout.notes_gap * line_height_;
+    return PrintWrappedText(printer_, printout.notes, font_, last_line_top_ + gap).has_value();
 }
 
 // A device that has more colours than it can count says -1.
@@ -63,11 +121,6 @@ bool StartDocumentAndPage(Printer& printer, const std::string& document_name) {
     if (printer.StartPage()) return true;
     printer.AbortDocument();
     return false;
-}
-
-void EndPageAndDocument(Printer& printer) {
-    printer.EndPage();
-    printer.EndDocument();
 }
 
 }  // namespace
@@ -84,20 +137,19 @@ bool NextPrintLine(Printer& printer, int& line, int lines_per_page) {
     return printer.EndPage() && printer.StartPage();
 }
 
-void PrintReport(Printer& printer, const Report& report) {
+void PrintPages(Printer& printer, const Printout& printout) {
     const FontMetrics metrics = printer.DefaultFontMetrics();
     const int line_height = metrics.height + metrics.external_leading;
-    if (line_height <= 0 || !StartDocumentAndPage(printer, report.document_name)) return;
-    const Font font = PrintFont(printer, kReportWeight);
-    int line = kFirstReportLine;
-    if (!PrintLines(printer, report, font, line_height, line)) {
-        printer.EndDocument();  // with the pages before
-        return;
+    if (line_height <= 0 || !StartDocumentAndPage(printer, printout.document_name)) return;
+    PrintoutPages pages(printer, line_height);
+    bool complete =
+        pages.PrintLines(printout.lines) && pages.PrintClosingText(printout.closing_text);
+    if (complete && printout.drawing) {
+        pages.PrintDrawing(*printout.drawing, PrintsInColor(printer));
     }
-    if (!report.notes.empty()) {
-        PrintNotes(printer, report.notes, font, (line + report.notes_gap) * line_height);
-    }
-    EndPageAndDocument(printer);
+    complete = complete && pages.PrintNotes(printout);
+    if (complete) printer.EndPage();
+    printer.EndDocument();  // with the pages before
 }
 
 bool PrintWithFrame(Printer& printer, const std::string& document_name, const std::string& notes,
@@ -110,9 +162,10 @@ bool PrintWithFrame(Printer& printer, const std::string& document_name, const st
     if (!notes.empty()) {
         printer.canvas().SetFont(font);
         printer.canvas().SetTextColor(kBlack);
-        PrintNotes(printer, notes, font, page.height - page.height / 16);
+        PrintWrappedText(printer, notes, font, page.height - page.height / 16);
     }
-    EndPageAndDocument(printer);
+    printer.EndPage();
+    printer.EndDocument();
     return true;
 }
 

@@ -1,4 +1,4 @@
-// The two frames in which everything is printed: a calculator's report, line by line, and a view
+// The two frames in which everything is printed: a calculator's printout, line by line, and a view
 // of the main window with the print notes at its foot.
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <string>
 
 #include "common/printer.h"
-#include "common/report_text.h"
+#include "common/printout.h"
 
 namespace tonvale {
 
@@ -18,9 +18,9 @@ int PrinterFontHeight(const FontMetrics& default_font, int vertical_dpi);
 // whose first line is 1. False when the page cannot be ended or the next one started.
 bool NextPrintLine(Printer& printer, int& line, int lines_per_page);
 
-// Prints a report from line 2 of its first page. Nothing happens when the document or a page
-// cannot be started; a page break that fails ends the printout at that line.
-void PrintReport(Printer& printer, const Report& report);
+// Prints a calculator's printout from line 2 of its first page. Nothing happens when the document
+// or a page cannot be started; a page break that fails ends the printout there.
+void PrintPages(Printer& printer, const Printout& printout);
 
 // Draws one page; `use_color` is false on a device of two colours or fewer.
 using PageFunction = std::function<void(Canvas& canvas, const Rect& page, bool use_color)>;

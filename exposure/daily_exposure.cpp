@@ -62,6 +62,31 @@ DailyExposureValues Compute(const ConvertedItems& items, const TimeUnit& unit) {
     return values;
 }
 
+// Computes the form's results and keeps its items, as told of Recompute; nullopt when an item is
+// refused.
+std::optional<DailyExposureValues> RecomputeValues(DailyExposureForm& form,
+                                                   DailyExposureState& state) {
+    ConvertedItems items = ConvertItems(form.items);
+    std::optional<DailyExposureValues> values;
+    if (items.levels_dba.size() == form.items.size()) {
+        const TimeUnit& unit = TimeUnitAt(form.time_unit);
+        values = Compute(items, unit);
+        form.equivalent_level_dba = FormatFixed(values->equivalent_level_dba, 4, 1);
+        form.total_time = FormatTotalTime(values->total_time_s, unit);
+        form.daily_level_dba = FormatFixed(values->daily_level_dba, 4, 1);
+    }
+    state.levels_dba = std::move(items.levels_dba);
+    state.durations = std::move(items.durations);
+    state.levels_dba.resize(form.items.size());
+    state.durations.resize(form.items.size());
+    state.time_unit = form.time_unit;
+    return values;
+}
+
+UserMessage ItemsRefusal() {
+    return {"Errore", "Errore nei valori!"};
+}
+
 }  // namespace
 
 std::optional<UserMessage> CheckExposureItem(const ExposureItem& item) {
@@ -70,22 +95,8 @@ std::optional<UserMessage> CheckExposureItem(const ExposureItem& item) {
 }
 
 std::optional<UserMessage> Recompute(DailyExposureForm& form, DailyExposureState& state) {
-    ConvertedItems items = ConvertItems(form.items);
-    const bool complete = items.levels_dba.size() == form.items.size();
-    if (complete) {
-        const TimeUnit& unit = TimeUnitAt(form.time_unit);
-        const DailyExposureValues values = Compute(items, unit);
-        form.equivalent_level_dba = FormatFixed(values.equivalent_level_dba, 4, 1);
-        form.total_time = FormatTotalTime(values.total_time_s, unit);
-        form.daily_level_dba = FormatFixed(values.daily_level_dba, 4, 1);
-    }
-    state.levels_dba = std::move(items.levels_dba);
-    state.durations = std::move(items.durations);
-    state.levels_dba.resize(form.items.size());
-    state.durations.resize(form.items.size());
-    state.time_unit = form.time_unit;
-    if (!complete) return UserMessage{"Errore", "Errore nei valori!"};
-    return std::nullopt;
+    if (RecomputeValues(form, state)) return std::nullopt;
+    return ItemsRefusal();
 }
 
 DailyExposureForm FormFromState(const DailyExposureState& state) {
@@ -165,38 +176,39 @@ std::string Summary(const DailyExposureForm& form, std::string_view list_separat
     return summary.Take();
 }
 
-Report MakeReport(const DailyExposureForm& form) {
+Printout MakePrintout(const DailyExposureForm& form) {
     const std::string suffix(TimeUnitAt(form.time_unit).suffix);
-    Report report;
-    report.document_name = "Livello di esposizione personale quotidiano (Lep,d)";
-    // The report of the day carries the title of the week's: users' archives expect it so.
-    report.lines.push_back({"Livello di esposizione personale settimanale (Lep,w)", ""});
-    report.lines.push_back({"Livelli sonori equivalenti (dBA):", "Tempi di esposizione " + suffix});
+    Printout printout;
+    printout.document_name = "Livello di esposizione personale quotidiano (Lep,d)";
+    // The printout of the day carries the title of the week's: users' archives expect it so.
+    printout.lines.push_back({"Livello di esposizione personale settimanale (Lep,w)", ""});
+    printout.lines.push_back(
+        {"Livelli sonori equivalenti (dBA):", "Tempi di esposizione " + suffix});
     for (const ExposureItem& item : form.items) {
-        report.lines.push_back({item.level_dba, item.duration});
+        printout.lines.push_back({item.level_dba, item.duration});
     }
-    report.lines.push_back({"Livello equivalente (dBA): ", form.equivalent_level_dba});
-    report.lines.push_back({"Tempo d'esposizione totale " + suffix, form.total_time});
-    report.lines.push_back({"Lep,d (dBA): ", form.daily_level_dba});
-    report.notes = CutToCharacters(form.notes, kMaxKeptNotesCharacters);
-    report.notes_gap = 4;
-    return report;
+    printout.lines.push_back({"Livello equivalente (dBA): ", form.equivalent_level_dba});
+    printout.lines.push_back({"Tempo d'esposizione totale " + suffix, form.total_time});
+    printout.lines.push_back({"Lep,d (dBA): ", form.daily_level_dba});
+    printout.notes = CutToCharacters(form.notes, kMaxKeptNotesCharacters);
+    printout.notes_gap = 4;
+    return printout;
 }
 
 Assessment AssessDailyExposure(const ProfileFile& file) {
     DailyExposureForm form;
     LoadForm(file, form);
     DailyExposureState state;
+    const std::optional<DailyExposureValues> values = RecomputeValues(form, state);
+    if (!values) {
+        return RefusedAssessment(ItemsRefusal(), {{kLevelKey}, {kTotalTimeKey}, {kDailyLevelKey}});
+    }
+    const double total_time = values->total_time_s * TimeUnitAt(form.time_unit).per_second;
     Assessment assessment;
-    assessment.message = Recompute(form, state);
-    assessment.results = {{kLevelKey, {}, 0}, {kTotalTimeKey, {}, 0}, {kDailyLevelKey, {}, 0}};
-    if (assessment.message) return assessment;
-    const TimeUnit& unit = TimeUnitAt(form.time_unit);
-    const DailyExposureValues values = Compute({state.levels_dba, state.durations}, unit);
     assessment.results = {
-        {kLevelKey, form.equivalent_level_dba, values.equivalent_level_dba},
-        {kTotalTimeKey, form.total_time, values.total_time_s * unit.per_second},
-        {kDailyLevelKey, form.daily_level_dba, values.daily_level_dba},
+        {kLevelKey, form.equivalent_level_dba, values->equivalent_level_dba},
+        {kTotalTimeKey, form.total_time, total_time},
+        {kDailyLevelKey, form.daily_level_dba, values->daily_level_dba},
     };
     AddTexts(assessment, form);
     return assessment;

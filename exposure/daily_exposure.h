@@ -1,4 +1,4 @@
-// Daily personal noise exposure level Lep,d: form, kept state, files (.lep), summary, report.
+// Daily personal noise exposure level Lep,d: form, kept state, files (.lep), summary, printout.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "common/assessment.h"
+#include "common/printout.h"
 #include "common/profile_file.h"
-#include "common/report_text.h"
 #include "common/user_message.h"
 
 namespace tonvale {
@@ -59,7 +59,7 @@ bool LoadForm(const ProfileFile& file, DailyExposureForm& form);
 void StoreForm(const DailyExposureForm& form, ProfileFile& file);
 
 std::string Summary(const DailyExposureForm& form, std::string_view list_separator);
-Report MakeReport(const DailyExposureForm& form);
+Printout MakePrintout(const DailyExposureForm& form);
 
 // Recomputes a .lep file.
 Assessment AssessDailyExposure(const ProfileFile& file);

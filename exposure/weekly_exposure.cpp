@@ -71,18 +71,18 @@ std::string Summary(const WeeklyExposureForm& form, std::string_view list_separa
     return summary.Take();
 }
 
-Report MakeReport(const WeeklyExposureForm& form) {
-    Report report;
-    report.document_name = "Livello di esposizione personale settimanale (Lep,w)";
-    report.lines.push_back({report.document_name, ""});
-    report.lines.push_back({"Giorni della settimana:", "Lep,d corrispondenti (dBA):"});
+Printout MakePrintout(const WeeklyExposureForm& form) {
+    Printout printout;
+    printout.document_name = "Livello di esposizione personale settimanale (Lep,w)";
+    printout.lines.push_back({printout.document_name, ""});
+    printout.lines.push_back({"Giorni della settimana:", "Lep,d corrispondenti (dBA):"});
     for (std::size_t day = 0; day < kWeekDays; ++day) {
-        report.lines.push_back({std::string(kDayNames[day]), form.levels_dba[day]});
+        printout.lines.push_back({std::string(kDayNames[day]), form.levels_dba[day]});
     }
-    report.lines.push_back({"Lep,w (dBA): ", form.weekly_level_dba});
-    report.notes = CutToCharacters(form.notes, kMaxNotesCharacters);
-    report.notes_gap = 3;
-    return report;
+    printout.lines.push_back({"Lep,w (dBA): ", form.weekly_level_dba});
+    printout.notes = CutToCharacters(form.notes, kMaxNotesCharacters);
+    printout.notes_gap = 3;
+    return printout;
 }
 
 Assessment AssessWeeklyExposure(const ProfileFile& file) {

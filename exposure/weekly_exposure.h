@@ -1,4 +1,4 @@
-// Weekly personal noise exposure level Lep,w: form, kept state, files (.lew), summary, report.
+// Weekly personal noise exposure level Lep,w: form, kept state, files (.lew), summary, printout.
 #pragma once
 
 #include <array>
@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "common/assessment.h"
+#include "common/printout.h"
 #include "common/profile_file.h"
-#include "common/report_text.h"
 
 namespace tonvale {
 
@@ -52,7 +52,7 @@ bool LoadForm(const ProfileFile& file, WeeklyExposureForm& form);
 void StoreForm(const WeeklyExposureForm& form, ProfileFile& file);
 
 std::string Summary(const WeeklyExposureForm& form, std::string_view list_separator);
-Report MakeReport(const WeeklyExposureForm& form);
+Printout MakePrintout(const WeeklyExposureForm& form);
 
 // Recomputes a .lew file.
 Assessment AssessWeeklyExposure(const ProfileFile& file);

@@ -7,13 +7,13 @@
 namespace tonvale {
 namespace {
 
-Report ReportOfLines(int count) {
-    Report report;
-    report.document_name = "Prova";
+Printout PrintoutOfLines(int count) {
+    Printout printout;
+    printout.document_name = "Prova";
     for (int i = 0; i < count; ++i) {
-        report.lines.push_back({"riga " + std::to_string(i), i % 2 == 0 ? "valore" : ""});
+        printout.lines.push_back({"riga " + std::to_string(i), i % 2 == 0 ? "valore" : ""});
     }
-    return report;
+    return printout;
 }
 
 TEST(PrinterFontHeight, IsTheDefaultFontsInWholePointsInDeviceUnits) {
@@ -23,29 +23,30 @@ TEST(PrinterFontHeight, IsTheDefaultFontsInWholePointsInDeviceUnits) {
 }
 
 // The places of the lines, and where a page ends, are looked at in the real printouts.
-TEST(PrintReport, PutsNotesBelowTheLinesOrOnAPageOfTheirOwn) {
-    Report report = ReportOfLines(105);  // the last line is 106, the notes start at 109 of 110
-    report.notes = "nota";
+TEST(PrintPages, PutsNotesBelowTheLinesOrOnAPageOfTheirOwn) {
+    Printout printout =
+        PrintoutOfLines(105);  // the last line is 106, the notes start at 109 of 110
+    printout.notes = "nota";
     FakePrinter fits;
-    PrintReport(fits, report);
+    PrintPages(fits, printout);
     ASSERT_EQ(fits.pages.size(), 1U);
     EXPECT_EQ(fits.pages[0].back().rect, (Rect{0, 109 * 60, 4000, 6600}));
 
-    report = ReportOfLines(106);
-    report.notes = "nota";
+    printout = PrintoutOfLines(106);
+    printout.notes = "nota";
     FakePrinter overflows;
-    PrintReport(overflows, report);
+    PrintPages(overflows, printout);
     ASSERT_EQ(overflows.pages.size(), 2U);
     ASSERT_EQ(overflows.pages[1].size(), 1U);
     EXPECT_EQ(overflows.pages[1][0].rect, (Rect{0, 0, 4000, 6600}));
 }
 
-TEST(PrintReport, EndsAtAPageBreakThatFails) {
+TEST(PrintPages, EndsAtAPageBreakThatFails) {
     FakePrinter printer;
     printer.fail_at_page = 2;
-    Report report = ReportOfLines(150);
-    report.notes = "nota";
-    PrintReport(printer, report);
+    Printout printout = PrintoutOfLines(150);
+    printout.notes = "nota";
+    PrintPages(printer, printout);
     EXPECT_EQ(printer.pages.size(), 1U);
     EXPECT_FALSE(printer.aborted);
     EXPECT_TRUE(printer.ended);

@@ -73,7 +73,7 @@ TEST(DailyExposure, KeptItemsComeBackWithOneDecimal) {
     DailyExposureState state;
     KeepForm(form, state);
     EXPECT_EQ(state.notes.size(), 511U);
-    EXPECT_EQ(MakeReport(form).notes.size(), 511U);
+    EXPECT_EQ(MakePrintout(form).notes.size(), 511U);
     DailyExposureForm reopened = FormFromState(state);
     EXPECT_EQ(reopened.time_unit, 2);
     EXPECT_EQ(reopened.items[0].level_dba, "90.0");

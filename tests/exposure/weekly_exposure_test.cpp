@@ -62,7 +62,7 @@ TEST(WeeklyExposure, KeepsTheDaysOfTheLastComputation) {
     form.notes = std::string(600, 'n');
     KeepForm(form, state);
     EXPECT_EQ(state.notes.size(), 512U);
-    EXPECT_EQ(MakeReport(form).notes.size(), 512U);
+    EXPECT_EQ(MakePrintout(form).notes.size(), 512U);
     const WeeklyExposureForm reopened = FormFromState(state);
     EXPECT_THAT(reopened.levels_dba,
                 ElementsAre("90.0", "84.3", " 0.0", " 7.0", "-3.0", "100000000000000", " 0.0"));

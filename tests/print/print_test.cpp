@@ -50,10 +50,10 @@ class PrintTest : public testing::Test {
         std::filesystem::rename(printer_file_, folder_ / (name + ".ps"));
     }
 
-    void PrintAndKeep(const Report& report, const std::string& name) {
+    void PrintAndKeep(const Printout& printout, const std::string& name) {
         const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
         ASSERT_NE(printer, nullptr);
-        PrintReport(*printer, report);
+        PrintPages(*printer, printout);
         KeepPrintout(name);
     }
 
@@ -65,7 +65,7 @@ class PrintTest : public testing::Test {
         ASSERT_TRUE(file);
         Form form;
         ASSERT_TRUE(LoadForm(*file, form));
-        PrintAndKeep(MakeReport(form), name);
+        PrintAndKeep(MakePrintout(form), name);
     }
 
     std::filesystem::path printer_file_;
@@ -88,7 +88,7 @@ TEST_F(PrintTest, DailyExposureOnSeveralPages) {
     for (int i = 1; i <= 60; ++i) form.notes += "nota" + FormatInteger(i) + " ";
     DailyExposureState state;
     ASSERT_FALSE(Recompute(form, state));
-    PrintAndKeep(MakeReport(form), "pagine");
+    PrintAndKeep(MakePrintout(form), "pagine");
 }
 
 TEST_F(PrintTest, ViewWithNotesAtTheFoot) {

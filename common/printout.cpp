@@ -1,4 +1,4 @@
-#include "common/report_text.h"
+#include "common/printout.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,20 +13,28 @@ namespace {
 constexpr std::size_t kColumnGap = 2;
 
 // Column in which the second texts start: past the longest first text that has one beside it.
-std::size_t SecondColumn(const Report& report) {
+std::size_t TextColumn(const Printout& printout) {
     std::size_t column = 0;
-    for (const ReportLine& line : report.lines) {
+    for (const PrintoutLine& line : printout.lines) {
         if (!line.right.empty()) column = std::max(column, CharacterCount(line.left) + kColumnGap);
     }
     return column;
 }
 
+void AppendParagraphs(std::string_view paragraphs, std::string& text) {
+    if (!paragraphs.empty()) text += '\n';
+    for (const std::string_view line : SplitLines(paragraphs)) {
+        text += line;
+        text += '\n';
+    }
+}
+
 }  // namespace
 
-std::string ReportAsText(const Report& report) {
-    const std::size_t column = SecondColumn(report);
+std::string PrintoutAsText(const Printout& printout) {
+    const std::size_t column = TextColumn(printout);
     std::string text;
-    for (const ReportLine& line : report.lines) {
+    for (const PrintoutLine& line : printout.lines) {
         text += line.left;
         if (!line.right.empty()) {
             text.append(column - CharacterCount(line.left), ' ');
@@ -34,11 +42,8 @@ std::string ReportAsText(const Report& report) {
         }
         text += '\n';
     }
-    if (!report.notes.empty()) text += '\n';
-    for (const std::string_view line : SplitLines(report.notes)) {
-        text += line;
-        text += '\n';
-    }
+    AppendParagraphs(printout.closing_text, text);
+    AppendParagraphs(printout.notes, text);
     return text;
 }
 

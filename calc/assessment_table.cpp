@@ -1,0 +1,33 @@
+#include "calc/assessment_table.h"
+
+#include <algorithm>
+#include <array>
+
+#include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
+
+namespace tonvale {
+
+namespace {
+
+constexpr std::array<AssessedKind, 8> kAssessedKinds{{
+    {FileKind::kLepd, AssessDailyExposure},
+    {FileKind::kLepw, AssessWeeklyExposure},
+    {FileKind::kLeg, nullptr},
+    {FileKind::kIlg, nullptr},
+    {FileKind::kSpr, nullptr},
+    {FileKind::kSpi, nullptr},
+    {FileKind::kDpi, nullptr},
+    {FileKind::kErr, nullptr},
+}};
+
+}  // namespace
+
+const AssessedKind* AssessedKindOf(const ProfileFile& file) {
+    const auto* row =
+        std::find_if(kAssessedKinds.begin(), kAssessedKinds.end(),
+                     [&](const AssessedKind& candidate) { return HasKind(file, candidate.kind); });
+    return row == kAssessedKinds.end() ? nullptr : row;
+}
+
+}  // namespace tonvale
