@@ -4,6 +4,8 @@
 #include <array>
 
 #include "exposure/daily_exposure.h"
+#include "exposure/group_exposure.h"
+#include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
 
 namespace tonvale {
@@ -13,12 +15,12 @@ namespace {
 constexpr std::array<AssessedKind, 8> kAssessedKinds{{
     {FileKind::kLepd, AssessDailyExposure},
     {FileKind::kLepw, AssessWeeklyExposure},
-    {FileKind::kLeg, nullptr},
+    {FileKind::kLeg, AssessGroupExposure},
     {FileKind::kIlg, nullptr},
     {FileKind::kSpr, nullptr},
     {FileKind::kSpi, nullptr},
     {FileKind::kDpi, nullptr},
-    {FileKind::kErr, nullptr},
+    {FileKind::kErr, AssessUncertainty},
 }};
 
 }  // namespace

@@ -23,6 +23,14 @@ std::size_t DigitRun(std::string_view text) {
     return static_cast<std::size_t>(end - text.begin());
 }
 
+// The digits that `text` begins with, held at the largest value of T. from_chars would take a sign.
+template <typename T>
+T ParseDigits(std::string_view text) {
+    T value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + DigitRun(text), value);
+    return result.ec == std::errc::result_out_of_range ? std::numeric_limits<T>::max() : value;
+}
+
 // An unsigned decimal number at the start of a text.
 struct Decimal {
     std::string_view text;  // all of it
@@ -124,10 +132,11 @@ double ParseNumber(std::string_view text) {
 }
 
 int ParseInteger(std::string_view text) {
-    int value = 0;
-    // from_chars would take a sign.
-    const auto result = std::from_chars(text.data(), text.data() + DigitRun(text), value);
-    return result.ec == std::errc::result_out_of_range ? std::numeric_limits<int>::max() : value;
+    return ParseDigits<int>(text);
+}
+
+std::uint32_t ParseUnsigned(std::string_view text) {
+    return ParseDigits<std::uint32_t>(text);
 }
 
 std::string FormatFixed(double value, int width, int decimals) {

@@ -3,6 +3,7 @@
 // Both directions are independent of the locale and give the same bytes on every platform.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ double ParseNumber(std::string_view text);
 // The decimal digits that `text` begins with, as an integer: 0 when it begins with none (a sign or
 // a blank is not a digit), INT_MAX when they exceed it.
 int ParseInteger(std::string_view text);
+
+// The same as an unsigned number of 32 bits: its largest value when the digits exceed it.
+std::uint32_t ParseUnsigned(std::string_view text);
 
 // `value` with `decimals` (0 to 17) digits after the point, padded with blanks on the left to
 // `width` characters, in the manner of "%W.Pf" except that an exact tie rounds away from zero:

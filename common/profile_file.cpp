@@ -46,9 +46,11 @@ std::string OneLine(std::string_view value) {
     return line;
 }
 
-// n for the key "n" (no sign, no leading zero); one beyond int counts as very large.
-std::optional<long long> ListNumber(std::string_view key) {
-    if (key.empty() || key[0] == '0') return std::nullopt;
+// n for the key `prefix` and n (no sign, no leading zero); one beyond int counts as very large.
+std::optional<long long> ListNumber(std::string_view key, std::string_view prefix) {
+    if (!EqualsIgnoringCase(key.substr(0, prefix.size()), prefix)) return std::nullopt;
+    key.remove_prefix(prefix.size());
+    if (key.empty() || (key.size() > 1 && key[0] == '0')) return std::nullopt;
     if (key.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
     const int number = ParseInteger(key);
     if (FormatInteger(number) != key) return std::numeric_limits<long long>::max();
@@ -154,13 +156,20 @@ int ProfileFile::Integer(std::string_view section, std::string_view key) const {
 }
 
 std::vector<int> ProfileFile::NumberedKeys(std::string_view section, int limit) const {
+    std::vector<int> numbers = NumberedKeys(section, "", limit);
+    if (!numbers.empty() && numbers.front() == 0) numbers.erase(numbers.begin());
+    return numbers;
+}
+
+std::vector<int> ProfileFile::NumberedKeys(std::string_view section, std::string_view prefix,
+                                           int limit) const {
     std::vector<int> numbers;
     const std::optional<std::size_t> first = FindSection(section);
     if (!first) return numbers;
     for (std::size_t i = *first; i < sections_.size(); ++i) {
         if (sections_[i].first != *first) continue;
         for (const Line& line : sections_[i].lines) {
-            const std::optional<long long> number = ListNumber(KeyOf(line));
+            const std::optional<long long> number = ListNumber(KeyOf(line), prefix);
             if (number && *number <= limit && !line.removed) {
                 numbers.push_back(static_cast<int>(*number));
             }
@@ -195,13 +204,18 @@ void ProfileFile::Set(std::string_view section, std::string_view key, std::strin
 }
 
 void ProfileFile::RemoveNumberedKeysAbove(std::string_view section, int count) {
+    RemoveNumberedKeysAbove(section, "", std::max(count, 0));
+}
+
+void ProfileFile::RemoveNumberedKeysAbove(std::string_view section, std::string_view prefix,
+                                          int limit) {
     const std::optional<std::size_t> first = FindSection(section);
     if (!first) return;
     for (std::size_t i = *first; i < sections_.size(); ++i) {
         if (sections_[i].first != *first) continue;
         for (Line& line : sections_[i].lines) {
-            const std::optional<long long> number = ListNumber(KeyOf(line));
-            if (!number || *number <= count) continue;
+            const std::optional<long long> number = ListNumber(KeyOf(line), prefix);
+            if (!number || *number <= limit) continue;
             key_index_.erase(KeyIndexName(*first, KeyOf(line)));
             line.removed = true;
         }

@@ -42,12 +42,19 @@ class ProfileFile {
     // ascending. Costs what the section holds, whatever the limit.
     std::vector<int> NumberedKeys(std::string_view section, int limit) const;
 
+    // The same for the keys `prefix` and n, with n in 0..`limit`.
+    std::vector<int> NumberedKeys(std::string_view section, std::string_view prefix,
+                                  int limit) const;
+
     // Replaces the value in place, else appends the key to its section, else appends the section.
     // A line end inside `value` (there is no way to write one) becomes a blank.
     void Set(std::string_view section, std::string_view key, std::string_view value);
 
     // Removes the keys "n" with n > `count`: the surplus of a list that has shrunk.
     void RemoveNumberedKeysAbove(std::string_view section, int count);
+
+    // The same for the keys `prefix` and n.
+    void RemoveNumberedKeysAbove(std::string_view section, std::string_view prefix, int limit);
 
     // Windows-1252, or UTF-16LE with a byte-order mark when a character needs it.
     std::string Serialize() const;

@@ -37,6 +37,13 @@ constexpr const char* kRefused =
 constexpr const char* kWeek =
     "[TONVALE]\r\nTipo=LEPW\r\nLEPW=90.0\r\n[GIORNI]\r\nLunedi=90.0\r\nDomenica=90,5\r\n";
 
+constexpr const char* kGroup =
+    "[TONVALE]\r\nTipo=LEG\r\nSAMPLES=2\r\nLEQGROUP=87.0\r\nDEVST=2.8\r\nTOTLAV=10\r\n"
+    "ITEMS=2\r\n[LEQ]\r\n1=85\r\n2=89\r\n";
+constexpr const char* kStudy =
+    "[TONVALE]\r\nTipo=ERR\r\n[SETTINGS]\r\nCAMPLEQ=1\r\nINCSTRU=0.70\r\n[LEQ]\r\n"
+    "TIMECORR=1\r\nTIMETOT=1\r\nNUMITEM=1\r\nLEQ_0=85\r\nTIME_0=2\r\n";
+
 struct Outcome {
     int status;
     std::string output;
@@ -47,6 +54,7 @@ Outcome Execute(const std::vector<std::string>& arguments) {
     FaultyFileSystem files;
     files.contents = {{"buono.lep", kGood},   {"ritoccato.lep", kEdited},
                       {"zero.lep", kRefused}, {"settimana.lew", kWeek},
+                      {"gruppo.leg", kGroup}, {"misura.err", kStudy},
                       {"altro.txt", "ciao"},  {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
     RecordingConsole console;
     const int status = RunCompanion(arguments, files, console);
@@ -104,6 +112,26 @@ TEST(Companion, KnowsTheWeek) {
                 HasSubstr(R"("kind":"LEPW","shown":{"LEPW":"86.0"},"values":{"LEPW":86.020599)"));
     EXPECT_THAT(Execute({"verifica", "settimana.lew"}).output,
                 StartsWith("settimana.lew: LEPW salvato \"90.0\", ricalcolato \"86.0\"\n"));
+}
+
+TEST(Companion, TellsDetailsBesideTheResults) {
+    EXPECT_THAT(Execute({"calcola", "--formato", "json", "gruppo.leg"}).output,
+                AllOf(HasSubstr(R"("shown":{"SAMPLES":"2","LEQGROUP":"87.0","DEVST":" 2.8"})"),
+                      EndsWith(R"("consistent":true,"message":null,"details":{"required":null,)"
+                               R"("verdict":"Per far partire il calcolo è necessario inserire )"
+                               R"(almeno 3 campioni"}})"
+                               "\n")));
+    const Outcome study = Execute({"calcola", "--formato", "json", "misura.err"});
+    EXPECT_EQ(study.status, 0);
+    EXPECT_THAT(study.output,
+                AllOf(HasSubstr(R"("shown":{"LEQ":" 85.0","LEQ_U":"0.00","LEQ_UTOT":"0.70",)"
+                                R"("LEQ_TIME":"     2"},"values":)"),
+                      HasSubstr(R"("stored":{},"consistent":true,"message":null,)"
+                                R"("details":{"page":116,"text":"Il livello)"),
+                      HasSubstr(R"("warnings":["Il tempo totale è inferiore)")));
+    EXPECT_EQ(Execute({"verifica", "misura.err"}).output,
+              "misura.err: il file non conserva risultati: non c'è nulla da confrontare\n"
+              "File verificati: 1, non coerenti: 0\n");
 }
 
 TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {

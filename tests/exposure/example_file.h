@@ -1,0 +1,16 @@
+// The data files that the project shows its users.
+#pragma once
+
+#include <cstdlib>
+#include <string>
+
+#include "common/profile_file.h"
+
+namespace tonvale {
+
+inline std::string ExampleBytes(const std::string& name) {
+    const char* folder = std::getenv("TONVALE_EXAMPLES");
+    return SystemFiles().Read(std::string(folder ? folder : ".") + "/" + name).value_or("");
+}
+
+}  // namespace tonvale
