@@ -146,23 +146,20 @@ void MainWindow::OpenAnyFile() {
 }
 
 void MainWindow::PredictLoss(int command, QuantityKind quantity) {
-    results_.ShowAllCurves();
-    if (AskLossPrediction(context_, window(), quantity, state_.loss_prediction)) {
-        ShowResultView(kHearingLossView, command, loss_prediction_view_);
-    } else {
-        // The choice of the damage table stays, and enters what is shown.
-        results_.ShowAllCurves();
-    }
+    LossPredictionState& state = state_.loss_prediction;
+    if (!AskLossPrediction(context_, window(), quantity, state)) return;
+    ShowResultView(kHearingLossView, command,
+                   std::make_shared<LossPredictionView>(state.confirmed));
 }
 
 void MainWindow::CompareLosses() {
-    results_.ShowAllCurves();
-    if (!AskLossComparison(context_, window(), state_.loss_comparison)) return;
-    ShowResultView(kPredictionsView, CMD_PREDICTIONS, loss_comparison_view_);
+    LossComparisonState& state = state_.loss_comparison;
+    if (!AskLossComparison(context_, window(), state)) return;
+    ShowResultView(kPredictionsView, CMD_PREDICTIONS, std::make_shared<LossComparisonView>(state));
 }
 
-void MainWindow::ShowResultView(int view, int command, const ResultView& result) {
-    views_.ShowResult(GetMenu(window()), view, command, result);
+void MainWindow::ShowResultView(int view, int command, std::shared_ptr<const ResultView> result) {
+    views_.ShowResult(GetMenu(window()), view, command, std::move(result));
     ShowWindow(window(), SW_SHOWMAXIMIZED);
     UpdateButtons();
     UpdateWindow(window());

@@ -62,9 +62,8 @@ class MainWindow final : public Window {
     void CompareLosses();
 
     // Shows the outcome of a hearing-damage dialog, its table first, over the whole screen. `view`
-    // is one of the numbers in view_switch_win.h, `command` the one that opened the dialog;
-    // `result` must live on until another one is shown.
-    void ShowResultView(int view, int command, const ResultView& result);
+    // is one of the numbers in view_switch_win.h, `command` the one that opened the dialog.
+    void ShowResultView(int view, int command, std::shared_ptr<const ResultView> result);
 
     AppContext& context() { return context_; }
     AppState& state() { return state_; }
@@ -99,9 +98,6 @@ class MainWindow final : public Window {
     ReportDocument document_;
     MainToolbar toolbar_;
     ResultViewWindow results_;
-    // What the hearing-damage dialogs show here.
-    LossPredictionView loss_prediction_view_{state_.loss_prediction};
-    LossComparisonView loss_comparison_view_{state_.loss_comparison};
     ViewSwitch views_;
     std::unique_ptr<DialogTips> tips_;
     std::unique_ptr<SplashWindow> splash_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/gdi_canvas_win.h"
@@ -72,19 +73,18 @@ void ResultViewWindow::OnDpiChanged() {
     InvalidateRect(window(), nullptr, FALSE);
 }
 
-void ResultViewWindow::Show(const ResultView& result, ViewKind kind) {
-    result_ = &result;
+void ResultViewWindow::ShowResult(std::shared_ptr<const ResultView> result) {
+    result_ = std::move(result);
+    ShowKind(ViewKind::kTable);
+}
+
+void ResultViewWindow::ShowKind(ViewKind kind) {
     kind_ = kind;
     selected_curve_ = -1;
     ClearFrame();
     InvalidateRect(window(), nullptr, FALSE);
     ShowWindow(window(), SW_SHOW);
     SetFocus(window());
-}
-
-void ResultViewWindow::ShowAllCurves() {
-    selected_curve_ = -1;
-    InvalidateRect(window(), nullptr, FALSE);
 }
 
 void ResultViewWindow::Hide() {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 
 #include "app/window_win.h"
@@ -19,15 +20,14 @@ class ResultViewWindow final : public Window {
     void Layout(const RECT& area) const;
     void OnDpiChanged();
 
-    // Shows `kind` of `result`, with all its curves. The result is drawn whenever it is asked for:
-    // it must live on until it is replaced.
-    void Show(const ResultView& result, ViewKind kind);
+    // Shows the table of another result.
+    void ShowResult(std::shared_ptr<const ResultView> result);
+    // Shows another kind of the last result, with all its curves.
+    void ShowKind(ViewKind kind);
     void Hide();
-    // Draws the result anew, with all its curves.
-    void ShowAllCurves();
 
     // What is shown, or was last; nullptr before.
-    const ResultView* result() const { return result_; }
+    const ResultView* result() const { return result_.get(); }
     ViewKind kind() const { return kind_; }
     int selected_curve() const { return selected_curve_; }
 
@@ -48,7 +48,7 @@ class ResultViewWindow final : public Window {
     void ChooseCurve(POINT screen_position);
     RECT ClientArea() const;
 
-    const ResultView* result_ = nullptr;
+    std::shared_ptr<const ResultView> result_;
     ViewKind kind_ = ViewKind::kTable;
     int selected_curve_ = -1;
     UniqueFont font_;

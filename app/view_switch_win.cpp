@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "common/dialog_win.h"
 #include "common/unicode_win.h"
@@ -44,14 +45,15 @@ void FillViewPopup(HMENU popup, const ResultView& result) {
 
 }  // namespace
 
-void ViewSwitch::ShowResult(HMENU menu, int view, int command, const ResultView& result) {
+void ViewSwitch::ShowResult(HMENU menu, int view, int command,
+                            std::shared_ptr<const ResultView> result) {
     view_ = result_view_ = view;
     command_ = command;
-    if (HMENU popup = ViewPopup(menu)) FillViewPopup(popup, result);
-    for (const auto& [kind, button] : kKinds) toolbar_.ShowButton(button, result.Has(kind));
+    if (HMENU popup = ViewPopup(menu)) FillViewPopup(popup, *result);
+    for (const auto& [kind, button] : kKinds) toolbar_.ShowButton(button, result->Has(kind));
     toolbar_.ShowPredictionImages(view == kPredictionsView);
     document_.Show(false);
-    results_.Show(result, ViewKind::kTable);
+    results_.ShowResult(std::move(result));
     MarkButtons();
 }
 
@@ -60,7 +62,7 @@ void ViewSwitch::ShowKind(ViewKind kind) {
     const WaitCursor wait;
     view_ = result_view_;
     document_.Show(false);
-    results_.Show(*results_.result(), kind);
+    results_.ShowKind(kind);
     MarkButtons();
 }
 

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 
 #include "app/main_toolbar_win.h"
@@ -26,8 +27,8 @@ class ViewSwitch {
         : toolbar_(toolbar), document_(document), results_(results) {}
 
     // Shows the table of `result`, the outcome of `command`, and adapts the view menu in `menu` and
-    // the buttons to it. `result` must live on until another one is shown.
-    void ShowResult(HMENU menu, int view, int command, const ResultView& result);
+    // the buttons to it.
+    void ShowResult(HMENU menu, int view, int command, std::shared_ptr<const ResultView> result);
     // Shows another kind of the last result; nothing when CanShow says no.
     void ShowKind(ViewKind kind);
     void ShowDocument();

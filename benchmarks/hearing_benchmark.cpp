@@ -21,13 +21,13 @@ BENCHMARK(OneThreshold)->Unit(benchmark::kNanosecond);
 
 // 19 by 6 thresholds and 19 damages.
 void WholeTable(benchmark::State& state) {
-    LossPredictionState prediction;
+    const LossPrediction prediction;
     for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(ComputeRows(prediction));
 }
 BENCHMARK(WholeTable)->Unit(benchmark::kMicrosecond);
 
 void WholeTableAsText(benchmark::State& state) {
-    LossPredictionState prediction;
+    const LossPrediction prediction;
     for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(ExportNiptsTable(prediction, ";"));
 }
@@ -42,7 +42,7 @@ void Draw(benchmark::State& state, const ResultView& view, ViewKind kind) {
 }
 
 void FractileChart(benchmark::State& state) {
-    LossPredictionState prediction;
+    const LossPrediction prediction;
     Draw(state, LossPredictionView(prediction), ViewKind::kChart);
 }
 BENCHMARK(FractileChart)->Unit(benchmark::kMicrosecond);

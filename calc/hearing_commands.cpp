@@ -178,7 +178,7 @@ void WriteRow(JsonWriter& json, const LossPredictionRow& row) {
     json.EndObject();
 }
 
-std::string NiptsJson(const ResultTable& table, LossPredictionState& state) {
+std::string NiptsJson(const ResultTable& table, const LossPrediction& prediction) {
     JsonWriter json;
     json.BeginObject();
     json.Key("title");
@@ -187,7 +187,7 @@ std::string NiptsJson(const ResultTable& table, LossPredictionState& state) {
     json.String(TrimBlanks(table.parameter_line));
     json.Key("rows");
     json.BeginArray();
-    for (const LossPredictionRow& row : ComputeRows(state)) WriteRow(json, row);
+    for (const LossPredictionRow& row : ComputeRows(prediction)) WriteRow(json, row);
     json.EndArray();
     json.EndObject();
     return json.text();
@@ -218,7 +218,7 @@ std::string PrevisioniJson(const LossComparisonState& state) {
 
 int RunNipts(std::span<const std::string> arguments, FileSystem& files, Console& console) {
     LossPredictionState state;
-    LossPredictionForm form = FormFromState(state, state.quantity);
+    LossPredictionForm form = FormFromState(state, state.confirmed.quantity);
     Output output;
     std::vector<Option> options = OutputOptions(output, kNiptsViews);
     options.push_back(ChoiceOption("--quantita", kQuantities, form.quantity));
@@ -229,10 +229,10 @@ int RunNipts(std::span<const std::string> arguments, FileSystem& files, Console&
     options.push_back(ChoiceOption("--tabella", kDamageTables, form.table));
     if (!TakeArguments(arguments, options, console)) return kExitFailure;
     if (const auto message = Confirm(form, state)) return ReportRefusal(*message, console);
-    const ResultTable table = MakeTable(state);
+    const ResultTable table = MakeTable(state.confirmed);
     WriteTable(
-        table, output, [&] { return NiptsJson(table, state); }, console);
-    return WritePicture(LossPredictionView(state), output, files, console);
+        table, output, [&] { return NiptsJson(table, state.confirmed); }, console);
+    return WritePicture(LossPredictionView(state.confirmed), output, files, console);
 }
 
 int RunPrevisioni(std::span<const std::string> arguments, FileSystem& files, Console& console) {

@@ -16,7 +16,7 @@ struct DrawingStyle {
     int selected_curve = -1;  // index of the one curve to draw; -1: all
 };
 
-// Draws and tells what is current when it is called: a view holds no copy of the results.
+// A view holds a copy of what the dialog's "Ok" confirmed: nothing that happens later changes it.
 class ResultView {
   public:
     virtual ~ResultView() = default;

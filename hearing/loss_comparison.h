@@ -26,7 +26,7 @@ struct LossComparisonForm {
     std::string level_dba;
 };
 
-// What is kept between two openings of the dialog; the view shows it.
+// What is kept between two openings of the dialog: what the last "Ok" confirmed.
 struct LossComparisonState {
     // Level (the lowest of seven), frequency and fractile; the years are set for each point.
     PredictionCase base{.level_dba = 88, .frequency_hz = 4000, .fractile = 0.10};
@@ -55,7 +55,6 @@ Chart MakeLevelChart(const LossComparisonState& state);  // "Perdite-Livello"
 
 class LossComparisonView final : public ResultView {
   public:
-    // `state` must outlive the view.
     explicit LossComparisonView(const LossComparisonState& state) : state_(state) {}
 
     bool Has(ViewKind kind) const override;
@@ -67,7 +66,7 @@ class LossComparisonView final : public ResultView {
     std::string TableText(std::string_view list_separator) const override;
 
   private:
-    const LossComparisonState& state_;
+    LossComparisonState state_;
 };
 
 }  // namespace tonvale

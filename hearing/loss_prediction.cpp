@@ -93,38 +93,44 @@ std::vector<double> FractilesFrom(double first) {
     return fractiles;
 }
 
-std::string SexLetter(const PredictionCase& current) {
-    return current.sex == kMale ? "M" : "F";
+// The quantity in dB.
+double LossAt(const LossPrediction& prediction, double fractile, int frequency_hz) {
+    PredictionCase point = prediction.person;
+    return ComputeQuantity(point, prediction.quantity, fractile, frequency_hz);
 }
 
-std::string ParameterLine(const LossPredictionState& state) {
-    const PredictionCase& current = state.current;
+std::string SexLetter(const PredictionCase& person) {
+    return person.sex == kMale ? "M" : "F";
+}
+
+std::string ParameterLine(const LossPrediction& prediction) {
+    const PredictionCase& person = prediction.person;
     std::string line;
-    if (state.quantity != QuantityKind::kHtla) {
-        line += " Anni di esposizione: " + FormatFixed(current.years, 3, 0);
-        line += "   Leq: " + FormatFixed(current.level_dba, 4, 1) + " dBA";
+    if (prediction.quantity != QuantityKind::kHtla) {
+        line += " Anni di esposizione: " + FormatFixed(person.years, 3, 0);
+        line += "   Leq: " + FormatFixed(person.level_dba, 4, 1) + " dBA";
     }
-    if (state.quantity != QuantityKind::kNipts) {
-        line += "   Età: " + FormatFixed(current.age, 3, 0);
-        line += "  Sesso: " + SexLetter(current);
+    if (prediction.quantity != QuantityKind::kNipts) {
+        line += "   Età: " + FormatFixed(person.age, 3, 0);
+        line += "  Sesso: " + SexLetter(person);
         line += "   Tabella: ";
-        line += DamageTableName(state.table);
+        line += DamageTableName(prediction.table);
     }
     return line;
 }
 
-std::vector<std::string> ParameterCells(const LossPredictionState& state) {
-    const PredictionCase& current = state.current;
+std::vector<std::string> ParameterCells(const LossPrediction& prediction) {
+    const PredictionCase& person = prediction.person;
     std::vector<std::string> cells;
-    if (state.quantity != QuantityKind::kHtla) {
-        cells.push_back("Anni di esposizione: " + FormatFixed(current.years, 0, 0));
-        cells.push_back("Leq: " + FormatFixed(current.level_dba, 0, 1) + " dBA");
+    if (prediction.quantity != QuantityKind::kHtla) {
+        cells.push_back("Anni di esposizione: " + FormatFixed(person.years, 0, 0));
+        cells.push_back("Leq: " + FormatFixed(person.level_dba, 0, 1) + " dBA");
     }
-    if (state.quantity != QuantityKind::kNipts) {
-        cells.push_back("Età: " + FormatFixed(current.age, 0, 0));
-        cells.push_back("Sesso: " + SexLetter(current));
+    if (prediction.quantity != QuantityKind::kNipts) {
+        cells.push_back("Età: " + FormatFixed(person.age, 0, 0));
+        cells.push_back("Sesso: " + SexLetter(person));
         cells.emplace_back("Tabella: ");
-        cells.back() += DamageTableName(state.table);
+        cells.back() += DamageTableName(prediction.table);
     }
     return cells;
 }
@@ -139,29 +145,30 @@ std::vector<TableCell> TableRow(const LossPredictionRow& row) {
 }
 
 // Title, loss axis and pens of both charts.
-Chart MakeLossChart(const LossPredictionState& state) {
-    const std::string parameters = ParameterLine(state);
+Chart MakeLossChart(const LossPrediction& prediction) {
+    const std::string parameters = ParameterLine(prediction);
     Chart chart;
-    chart.titles = {QuantityTitle(state.quantity) + "   " + std::string(TrimBlanks(parameters)),
-                    std::string(InfoOf(state.quantity).abbreviation) + " -" + parameters};
+    chart.titles = {
+        QuantityTitle(prediction.quantity) + "   " + std::string(TrimBlanks(parameters)),
+        std::string(InfoOf(prediction.quantity).abbreviation) + " -" + parameters};
     chart.pen_count = kPenCount;
     SetLossAxis(chart);
     return chart;
 }
 
-Curve FractileCurve(LossPredictionState& state, int frequency_hz) {
+Curve FractileCurve(const LossPrediction& prediction, int frequency_hz) {
     Curve curve;
     for (const double fractile : FractilesFrom(kFirstChartFractile)) {
-        const double loss = ComputeQuantity(state.current, state.quantity, fractile, frequency_hz);
+        const double loss = LossAt(prediction, fractile, frequency_hz);
         curve.push_back({static_cast<double>(curve.size() + 1), LossAxisPosition(loss)});
     }
     return curve;
 }
 
-Curve AudiogramCurve(LossPredictionState& state, double fractile) {
+Curve AudiogramCurve(const LossPrediction& prediction, double fractile) {
     Curve curve;
     for (const int frequency_hz : kAudiometricFrequenciesHz) {
-        const double loss = ComputeQuantity(state.current, state.quantity, fractile, frequency_hz);
+        const double loss = LossAt(prediction, fractile, frequency_hz);
         curve.push_back({static_cast<double>(frequency_hz), LossAxisPosition(loss)});
     }
     return curve;
@@ -199,36 +206,36 @@ std::string QuantityTitle(QuantityKind quantity) {
 }
 
 LossPredictionForm FormFromState(const LossPredictionState& state, QuantityKind quantity) {
-    return {.years = FormatFixed(state.current.years, 3, 0),
-            .level_dba = FormatFixed(state.current.level_dba, 3, 0),
-            .age = FormatFixed(state.current.age, 3, 0),
+    const PredictionCase& person = state.confirmed.person;
+    return {.years = FormatFixed(person.years, 3, 0),
+            .level_dba = FormatFixed(person.level_dba, 3, 0),
+            .age = FormatFixed(person.age, 3, 0),
             .sex = state.sex_choice,
             .quantity = quantity,
-            .table = state.table};
+            .table = state.table_choice};
 }
 
 std::optional<UserMessage> Confirm(const LossPredictionForm& form, LossPredictionState& state) {
     const LossPredictionFields fields = FieldsOf(form.quantity);
-    PredictionCase confirmed = state.current;
+    PredictionCase person = state.confirmed.person;
     double years = 0;
     if (fields.noise) {
         years = ReadField(form.years);
         if (years == 0 || years > kMaxYears) return InvalidField("Anni di esposizione.");
         const double level = ReadField(form.level_dba);
         if (level == 0 || level > kMaxLevelDba) return InvalidField("Livello di esposizione.");
-        confirmed.years = years;
-        confirmed.level_dba = level;
+        person.years = years;
+        person.level_dba = level;
     }
     if (fields.person) {
         const double age = ReadField(form.age);
         if (age == 0 || age - years < kMinAgeAtExposure) return InvalidField("Età individuo.");
-        confirmed.age = age;
-        confirmed.sex = form.sex == kMale ? kMale : kFemale;
+        person.age = age;
+        person.sex = form.sex == kMale ? kMale : kFemale;
     }
-    state.current = confirmed;
-    state.quantity = form.quantity;
+    state.confirmed = {person, form.quantity, form.table};
     state.sex_choice = form.sex;
-    state.table = form.table;
+    state.table_choice = form.table;
     return std::nullopt;
 }
 
@@ -236,44 +243,44 @@ UserMessage InvalidField(std::string field) {
     return {std::move(field), "Errore! Dati non validi"};
 }
 
-std::vector<LossPredictionRow> ComputeRows(LossPredictionState& state) {
+std::vector<LossPredictionRow> ComputeRows(const LossPrediction& prediction) {
     std::vector<LossPredictionRow> rows;
     for (const double fractile : FractilesFrom(kFirstTableFractile)) {
         LossPredictionRow row;
         row.fractile = fractile;
         for (std::size_t i = 0; i < row.losses_db.size(); ++i) {
-            row.losses_db[i] = ComputeQuantity(state.current, state.quantity, fractile,
-                                               kAudiometricFrequenciesHz[i]);
+            row.losses_db[i] = LossAt(prediction, fractile, kAudiometricFrequenciesHz[i]);
         }
-        if (HasDamage(state.quantity)) {
+        if (HasDamage(prediction.quantity)) {
             EarLosses scored{};
             std::copy_n(row.losses_db.begin(), scored.size(), scored.begin());
-            row.damage_percent = EarDamagePercent(scored, state.table);
-            row.is_compensable = IsCompensable(*row.damage_percent, state.table);
+            row.damage_percent = EarDamagePercent(scored, prediction.table);
+            row.is_compensable = IsCompensable(*row.damage_percent, prediction.table);
         }
         rows.push_back(row);
     }
     return rows;
 }
 
-ResultTable MakeTable(LossPredictionState& state) {
+ResultTable MakeTable(const LossPrediction& prediction) {
     ResultTable table;
-    table.title = QuantityTitle(state.quantity);
-    table.parameter_line = ParameterLine(state);
-    table.parameter_cells = ParameterCells(state);
+    table.title = QuantityTitle(prediction.quantity);
+    table.parameter_line = ParameterLine(prediction);
+    table.parameter_cells = ParameterCells(prediction);
     table.column_count = kTableColumns;
     table.header = {"q (%)"};
     for (std::string& label : FrequencyLabels()) table.header.push_back(std::move(label));
-    if (HasDamage(state.quantity)) table.header.emplace_back("Danno (%)");
+    if (HasDamage(prediction.quantity)) table.header.emplace_back("Danno (%)");
     table.column_colors.assign(kTableColumns, kBlack);
     table.column_colors.front() = kTableRed;
     table.column_colors[1 + kAudiometricFrequenciesHz.size()] = kTableGreen;
-    for (const LossPredictionRow& row : ComputeRows(state)) table.rows.push_back(TableRow(row));
+    for (const LossPredictionRow& row : ComputeRows(prediction))
+        table.rows.push_back(TableRow(row));
     return table;
 }
 
-Chart MakeFractileChart(LossPredictionState& state) {
-    Chart chart = MakeLossChart(state);
+Chart MakeFractileChart(const LossPrediction& prediction) {
+    Chart chart = MakeLossChart(prediction);
     chart.horizontal_divisions = kFractileDivisions;
     chart.horizontal_unit = "q (%)";
     for (int i = 1; i <= kFractileDivisions; ++i) {
@@ -281,29 +288,29 @@ Chart MakeFractileChart(LossPredictionState& state) {
     }
     chart.legend = FrequencyLabels();
     for (const int frequency_hz : kAudiometricFrequenciesHz) {
-        chart.curves.push_back(FractileCurve(state, frequency_hz));
+        chart.curves.push_back(FractileCurve(prediction, frequency_hz));
     }
     return chart;
 }
 
-Chart MakeAudiogram(LossPredictionState& state) {
-    Chart chart = MakeLossChart(state);
+Chart MakeAudiogram(const LossPrediction& prediction) {
+    Chart chart = MakeLossChart(prediction);
     chart.horizontal_axis = HorizontalAxis::kFrequency;
     chart.horizontal_unit = "f (Hz)";
     chart.legend = AudiogramLabels();
     for (const double fractile : AudiogramFractiles()) {
-        chart.curves.push_back(AudiogramCurve(state, fractile));
+        chart.curves.push_back(AudiogramCurve(prediction, fractile));
     }
     return chart;
 }
 
-void DrawNiptsTable(LossPredictionState& state, Canvas& canvas, const Rect& area,
+void DrawNiptsTable(const LossPrediction& prediction, Canvas& canvas, const Rect& area,
                     const DrawingStyle& style) {
-    DrawResultTable(canvas, area, MakeTable(state), style);
+    DrawResultTable(canvas, area, MakeTable(prediction), style);
 }
 
-std::string ExportNiptsTable(LossPredictionState& state, std::string_view separator) {
-    return ResultTableCells(MakeTable(state), separator);
+std::string ExportNiptsTable(const LossPrediction& prediction, std::string_view separator) {
+    return ResultTableCells(MakeTable(prediction), separator);
 }
 
 bool LossPredictionView::Has(ViewKind /*kind*/) const {
@@ -336,16 +343,16 @@ void LossPredictionView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
                               const DrawingStyle& style) const {
     switch (kind) {
         case ViewKind::kTable:
-            return DrawNiptsTable(state_, canvas, area, style);
+            return DrawNiptsTable(prediction_, canvas, area, style);
         case ViewKind::kChart:
-            return DrawChart(canvas, area, MakeFractileChart(state_), style);
+            return DrawChart(canvas, area, MakeFractileChart(prediction_), style);
         case ViewKind::kAudiogram:
-            return DrawChart(canvas, area, MakeAudiogram(state_), style);
+            return DrawChart(canvas, area, MakeAudiogram(prediction_), style);
     }
 }
 
 std::string LossPredictionView::TableText(std::string_view list_separator) const {
-    return ExportNiptsTable(state_, list_separator);
+    return ExportNiptsTable(prediction_, list_separator);
 }
 
 }  // namespace tonvale

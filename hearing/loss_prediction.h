@@ -26,15 +26,21 @@ struct LossPredictionForm {
     DamageTable table = DamageTable::kNew;
 };
 
-// What is kept between two openings of the dialog; the view shows it.
-struct LossPredictionState {
-    // Shared by dialog, views and ComputeQuantity, which leaves its fractile and frequency in it.
-    PredictionCase current{.years = 35, .level_dba = 90, .age = 60, .sex = kMale};
+// What is predicted, for whom, and by which table the damage is scored: all that tables and charts
+// are made of.
+struct LossPrediction {
+    // Years, level, age and sex; fractile and frequency are set for each value.
+    PredictionCase person{.years = 35, .level_dba = 90, .age = 60, .sex = kMale};
     QuantityKind quantity = QuantityKind::kHtlan;
-    // The buttons clicked last. The dialog stores them at the click, whatever becomes of it; the
-    // case takes its sex at "Ok" only, and not with NIPTS.
-    int sex_choice = kMale;
     DamageTable table = DamageTable::kNew;
+};
+
+// What is kept between two openings of the dialog.
+struct LossPredictionState {
+    LossPrediction confirmed;  // by the last "Ok"
+    // The buttons clicked last. The dialog stores them at the click, whatever becomes of it.
+    int sex_choice = kMale;
+    DamageTable table_choice = DamageTable::kNew;
 };
 
 // What of the dialog enters a quantity and is enabled along with it.
@@ -69,22 +75,21 @@ struct LossPredictionRow {
 
 // Nineteen rows. Their fractile grows by adding 0.05, and so the eleventh, shown as 55 %, lies
 // just below and is computed with the multiplier of 54 %: archived tables have it so.
-std::vector<LossPredictionRow> ComputeRows(LossPredictionState& state);
+std::vector<LossPredictionRow> ComputeRows(const LossPrediction& prediction);
 
-ResultTable MakeTable(LossPredictionState& state);
-Chart MakeFractileChart(LossPredictionState& state);
-Chart MakeAudiogram(LossPredictionState& state);
+ResultTable MakeTable(const LossPrediction& prediction);
+Chart MakeFractileChart(const LossPrediction& prediction);
+Chart MakeAudiogram(const LossPrediction& prediction);
 
-void DrawNiptsTable(LossPredictionState& state, Canvas& canvas, const Rect& area,
+void DrawNiptsTable(const LossPrediction& prediction, Canvas& canvas, const Rect& area,
                     const DrawingStyle& style);
 // Title, parameters, header and rows: each parameter is a cell ("Leq: 90,0 dBA"), each number as
 // the table shows it, with a decimal comma.
-std::string ExportNiptsTable(LossPredictionState& state, std::string_view separator);
+std::string ExportNiptsTable(const LossPrediction& prediction, std::string_view separator);
 
 class LossPredictionView final : public ResultView {
   public:
-    // `state` must outlive the view.
-    explicit LossPredictionView(LossPredictionState& state) : state_(state) {}
+    explicit LossPredictionView(const LossPrediction& prediction) : prediction_(prediction) {}
 
     bool Has(ViewKind kind) const override;
     std::string_view MenuText(ViewKind kind) const override;
@@ -95,7 +100,7 @@ class LossPredictionView final : public ResultView {
     std::string TableText(std::string_view list_separator) const override;
 
   private:
-    LossPredictionState& state_;
+    LossPrediction prediction_;
 };
 
 }  // namespace tonvale

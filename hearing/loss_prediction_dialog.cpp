@@ -136,7 +136,7 @@ bool LossPredictionDialog::OnCommand(int id, int notification) {
         case IDC_TABLE_NEW:
         case IDC_TABLE_OLD:
         case IDC_TABLE_BIOLOGICAL:
-            state_.table = form_.table = static_cast<DamageTable>(id);
+            state_.table_choice = form_.table = static_cast<DamageTable>(id);
             return true;
         case IDC_MALE:
         case IDC_FEMALE:

@@ -329,8 +329,8 @@ std::string Shown(double value) {
 }
 
 // The row of 10 % in the program's table, as the guide writes it.
-std::vector<std::string> TenPercentRow(LossPredictionState state) {
-    const LossPredictionRow row = ComputeRows(state).at(1);
+std::vector<std::string> TenPercentRow(const LossPrediction& prediction) {
+    const LossPredictionRow row = ComputeRows(prediction).at(1);
     std::vector<std::string> cells{"10"};
     for (const double loss : row.losses_db) cells.push_back(Shown(loss));
     if (row.damage_percent) {
@@ -340,14 +340,14 @@ std::vector<std::string> TenPercentRow(LossPredictionState state) {
 }
 
 TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
-    LossPredictionState noise;
+    LossPrediction noise;
     noise.quantity = QuantityKind::kNipts;
-    noise.current.years = 30;
-    noise.current.level_dba = 95;
-    LossPredictionState age;
+    noise.person.years = 30;
+    noise.person.level_dba = 95;
+    LossPrediction age;
     age.quantity = QuantityKind::kHtla;
-    const std::pair<unsigned long, LossPredictionState> examples[] = {
-        {kHelpNipts, noise}, {kHelpHtla, age}, {kHelpHtlan, LossPredictionState()}};
+    const std::pair<unsigned long, LossPrediction> examples[] = {
+        {kHelpNipts, noise}, {kHelpHtla, age}, {kHelpHtlan, LossPrediction()}};
     for (const auto& [context, state] : examples) {
         const auto rows = TableRows(context, "q (%)");
         ASSERT_EQ(rows.size(), 1U) << context;
@@ -387,22 +387,22 @@ TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
     constexpr int kFrequenciesHz[] = {500, 1000, 2000, 3000, 4000};
     const auto example = TableRows(kHelpDamageTables, "Contributi");
     ASSERT_EQ(example.size(), 4U);
-    LossPredictionState state;  // the example's: men of 60 years, 35 of them at 90 dBA
-    const auto losses_db = ComputeRows(state).at(1).losses_db;
+    LossPrediction prediction;  // the example's: men of 60 years, 35 of them at 90 dBA
+    const auto losses_db = ComputeRows(prediction).at(1).losses_db;
     for (std::size_t i = 1; i <= 3; ++i) {
         const std::vector<std::string>& cells = example[i];
-        state.table =
+        prediction.table =
             std::array{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}.at(i - 1);
-        EXPECT_EQ(cells.at(0), DamageTableName(state.table));
-        EXPECT_EQ(cells.at(6), TenPercentRow(state).back());
+        EXPECT_EQ(cells.at(0), DamageTableName(prediction.table));
+        EXPECT_EQ(cells.at(6), TenPercentRow(prediction).back());
         const auto rows = TableRows(kHelpDamageTables, cells.at(0));
         for (std::size_t column = 1; column <= 5; ++column) {
             const int frequency_hz = kFrequenciesHz[column - 1];
             const double loss_db = losses_db.at(column - 1);
-            const double contribution = DamageTableValue(loss_db, frequency_hz, state.table);
+            const double contribution = DamageTableValue(loss_db, frequency_hz, prediction.table);
             EXPECT_EQ(example[0].at(column), Shown(loss_db));
             EXPECT_EQ(cells.at(column), contribution == 0 ? "0" : FormatFixed(contribution, 4, 2));
-            ExpectContributions(rows, column, frequency_hz, state.table);
+            ExpectContributions(rows, column, frequency_hz, prediction.table);
         }
     }
 }

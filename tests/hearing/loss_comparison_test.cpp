@@ -74,7 +74,7 @@ TEST(LossComparison, ChartsTheLossOverTimeAndOverLevel) {
     ASSERT_EQ(chart.curves.size(), 7U);
     // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
     EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
-    EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
+    EXPECT_THAT(DrawnBy(LossComparisonView(state), ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
                 SizeIs(13 + 10 + 2 + 7 + 7 * 12));
 }
 

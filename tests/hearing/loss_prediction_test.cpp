@@ -26,22 +26,22 @@ LossPredictionForm FormOf(QuantityKind quantity, std::string years, std::string 
     return form;
 }
 
-LossPredictionState StateOf(const LossPredictionForm& form) {
+LossPrediction PredictionOf(const LossPredictionForm& form) {
     LossPredictionState state;
     EXPECT_FALSE(Confirm(form, state));
-    return state;
+    return state.confirmed;
 }
 
 // The caption of the refusal, after checking that it changed nothing; empty when accepted.
 std::string Refusal(const LossPredictionForm& form) {
     LossPredictionState state;
-    state.current = {12, 87, 45, kFemale, 1000, 0.5};
+    state.confirmed.person = {12, 87, 45, kFemale, 1000, 0.5};
     const auto message = Confirm(form, state);
     if (!message) return {};
     EXPECT_EQ(message->text, "Errore! Dati non validi");
-    EXPECT_EQ(state.current.years, 12);
-    EXPECT_EQ(state.current.level_dba, 87);
-    EXPECT_EQ(state.current.age, 45);
+    EXPECT_EQ(state.confirmed.person.years, 12);
+    EXPECT_EQ(state.confirmed.person.level_dba, 87);
+    EXPECT_EQ(state.confirmed.person.age, 45);
     return message->caption;
 }
 
@@ -76,19 +76,19 @@ TEST(LossPrediction, KeepsWhatTheQuantityDoesNotUse) {
     LossPredictionForm form = FormOf(QuantityKind::kHtla, "1", "1", "25");
     form.sex = kFemale;
     ASSERT_FALSE(Confirm(form, state));
-    EXPECT_EQ(state.current.years, 35);
-    EXPECT_EQ(state.current.level_dba, 90);
-    EXPECT_EQ(state.current.age, 25);
+    EXPECT_EQ(state.confirmed.person.years, 35);
+    EXPECT_EQ(state.confirmed.person.level_dba, 90);
+    EXPECT_EQ(state.confirmed.person.age, 25);
     ASSERT_FALSE(Confirm(FormOf(QuantityKind::kNipts, "2", "87.5", "70"), state));
     EXPECT_EQ(FormFromState(state, QuantityKind::kHtla).level_dba, " 88");
-    EXPECT_EQ(state.current.age, 25);
-    EXPECT_EQ(state.current.sex, kFemale);  // of the case
-    EXPECT_EQ(state.sex_choice, kMale);     // of the buttons
+    EXPECT_EQ(state.confirmed.person.age, 25);
+    EXPECT_EQ(state.confirmed.person.sex, kFemale);  // of the case
+    EXPECT_EQ(state.sex_choice, kMale);              // of the buttons
 }
 
 TEST(LossPrediction, TheRowOf55PerCentUsesTheMultiplierOf54) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtla, "", "", "18"));
-    const std::vector<LossPredictionRow> rows = ComputeRows(state);
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtla, "", "", "18"));
+    const std::vector<LossPredictionRow> rows = ComputeRows(prediction);
     ASSERT_EQ(rows.size(), 19U);
     EXPECT_EQ(rows[10].fractile, 0.5499999999999999);
     EXPECT_NEAR(rows[10].losses_db[0], -0.100 * 4.89, 1e-12);
@@ -97,26 +97,26 @@ TEST(LossPrediction, TheRowOf55PerCentUsesTheMultiplierOf54) {
     EXPECT_NEAR(rows[11].losses_db[0], -0.253 * 4.89, 1e-12);
     EXPECT_NEAR(rows[18].losses_db[0], -1.645 * 4.89, 1e-12);
     // The chart does not fall short: 0.126 at 55 %.
-    const Chart chart = MakeFractileChart(state);
+    const Chart chart = MakeFractileChart(prediction);
     EXPECT_NEAR(chart.curves[0][10].y, LossAxisPosition(-0.126 * 4.89), 1e-12);
 }
 
 TEST(LossPrediction, MarksADamageThatIsCompensated) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    state.table = DamageTable::kOld;
-    const LossPredictionRow row = ComputeRows(state)[0];
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    prediction.table = DamageTable::kOld;
+    const LossPredictionRow row = ComputeRows(prediction)[0];
     EarLosses losses{};
     std::copy_n(row.losses_db.begin(), losses.size(), losses.begin());
     EXPECT_EQ(row.damage_percent, EarDamagePercent(losses, DamageTable::kOld));
-    EXPECT_EQ(MakeTable(state).rows[0].back().mark, " *");
-    EXPECT_EQ(MakeTable(state).rows[18].back().mark, "");
-    state.quantity = QuantityKind::kNipts;
-    EXPECT_FALSE(ComputeRows(state)[0].damage_percent);
+    EXPECT_EQ(MakeTable(prediction).rows[0].back().mark, " *");
+    EXPECT_EQ(MakeTable(prediction).rows[18].back().mark, "");
+    prediction.quantity = QuantityKind::kNipts;
+    EXPECT_FALSE(ComputeRows(prediction)[0].damage_percent);
 }
 
 TEST(LossPrediction, ExportsTheTableInCells) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const std::string text = ExportNiptsTable(state, ";");
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const std::string text = ExportNiptsTable(prediction, ";");
     EXPECT_THAT(text, StartsWith("HTLAN - Hearing Threshold Level associated with Age and Noise\r\n"
                                  "Anni di esposizione: 35;Leq: 90,0 dBA;Età: 60;Sesso: M;"
                                  "Tabella: Nuova\r\n"
@@ -126,16 +126,16 @@ TEST(LossPrediction, ExportsTheTableInCells) {
     EXPECT_THAT(text, HasSubstr("\r\n50; 6,2; 7,1;17,5;30,0;39,2;38,7; 1,1\r\n"));
     EXPECT_THAT(SplitLines(text), SizeIs(3 + 19));
 
-    state = StateOf(FormOf(QuantityKind::kNipts, "-5", "90.26", ""));
-    EXPECT_THAT(ExportNiptsTable(state, "\t"),
+    prediction = PredictionOf(FormOf(QuantityKind::kNipts, "-5", "90.26", ""));
+    EXPECT_THAT(ExportNiptsTable(prediction, "\t"),
                 AllOf(StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
                                  "Anni di esposizione: -5\tLeq: 90,3 dBA\r\n"),
                       HasSubstr("\t6000 Hz\r\n 5\t nan\t nan\t nan\t nan\t nan\t nan\r\n")));
 }
 
 TEST(LossPrediction, DrawsTheTableInNineColumns) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const LossPredictionView view(state);
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const LossPredictionView view(prediction);
     const RecordingCanvas canvas = DrawnBy(view, ViewKind::kTable, {50, 20, 950, 620});
     // Two marks beside the lines, the header and the rows.
     ASSERT_EQ(canvas.texts.size(), 2U + 8 + 19 * 8 + 2);
@@ -147,48 +147,50 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
     EXPECT_EQ(canvas.texts[17].text + canvas.texts[18].text, "18.5 *");
     EXPECT_EQ(canvas.texts[18].color, kTableGreen);
 
-    state.quantity = QuantityKind::kNipts;
-    const RecordingCanvas black =
-        DrawnBy(view, ViewKind::kTable, {0, 0, 900, 600}, {.use_color = false});
+    prediction.quantity = QuantityKind::kNipts;
+    const RecordingCanvas black = DrawnBy(LossPredictionView(prediction), ViewKind::kTable,
+                                          {0, 0, 900, 600}, {.use_color = false});
     EXPECT_EQ(black.texts.size(), 2U + 7 + 19 * 7);
     for (const auto& text : black.texts) EXPECT_EQ(text.color, kBlack);
 
     // Smaller where there is little room, but not too small to be read.
-    const RecordingCanvas low = DrawnBy(view, ViewKind::kTable, {0, 0, 900, 22 * 10});
+    const LossPredictionView nipts(prediction);
+    const RecordingCanvas low = DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 22 * 10});
     EXPECT_THAT(low.texts, SizeIs(2 + 7 + 19 * 7));
     EXPECT_EQ(low.texts.back().rect.bottom, 22 * 8);
-    EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 6 * 4 + 5}).texts, SizeIs(2 + 7 + 7));
+    EXPECT_THAT(DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 6 * 4 + 5}).texts, SizeIs(2 + 7 + 7));
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 0}).texts, IsEmpty());
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 0, 900}).texts, IsEmpty());
 }
 
 TEST(LossPrediction, ChartsTheQuantityOverTheFractile) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kNipts, "40", "100", ""));
-    const Chart chart = MakeFractileChart(state);
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kNipts, "40", "100", ""));
+    const Chart chart = MakeFractileChart(prediction);
     ASSERT_EQ(chart.curves.size(), 6U);
     for (const Curve& curve : chart.curves) EXPECT_EQ(curve.size(), 19U);
     EXPECT_EQ(chart.curves[4][9].x, 10);
     EXPECT_NEAR(chart.curves[4][9].y, 10 - 4.0657, 1e-4);
-    const LossPredictionView view(state);
+    const LossPredictionView view(prediction);
     EXPECT_EQ(view.CurveNames(ViewKind::kChart), chart.legend);
     // Grid, axes, legend and eighteen pieces a curve.
     EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {0, 0, 1000, 700}, {.selected_curve = 4}).lines,
                 SizeIs(19 + 10 + 2 + 1 + 18));
-    state.current.years = -5;  // no number
-    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {0, 0, 1000, 700}).lines, SizeIs(19 + 10 + 2 + 6));
+    prediction.person.years = -5;  // no number
+    EXPECT_THAT(DrawnBy(LossPredictionView(prediction), ViewKind::kChart, {0, 0, 1000, 700}).lines,
+                SizeIs(19 + 10 + 2 + 6));
 }
 
 TEST(LossPrediction, DrawsSevenFractilesAsAudiograms) {
-    LossPredictionState state = StateOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const Chart chart = MakeAudiogram(state);
+    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
+    const Chart chart = MakeAudiogram(prediction);
     EXPECT_THAT(chart.legend, ElementsAre(" 5 %", "10 %", "25 %", "50 %", "75 %", "90 %", "95 %"));
-    const std::vector<LossPredictionRow> rows = ComputeRows(state);
+    const std::vector<LossPredictionRow> rows = ComputeRows(prediction);
     ASSERT_EQ(chart.curves.size(), 7U);
     for (std::size_t i = 0; i < 6; ++i) {
         EXPECT_EQ(chart.curves[2][i].x, kAudiometricFrequenciesHz[i]);
         EXPECT_EQ(chart.curves[2][i].y, LossAxisPosition(rows[4].losses_db[i]));
     }
-    const LossPredictionView view(state);
+    const LossPredictionView view(prediction);
     EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 1000, 700}, {.selected_curve = 0}).lines,
                 SizeIs(6 + 10 + 2 + 1 + 5));
 }

@@ -105,7 +105,7 @@ TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
 // Tables and charts of hearing loss, of the values that the program starts with.
 TEST_F(PrintTest, HearingViews) {
     AppState state;
-    const LossPredictionView prediction(state.loss_prediction);
+    const LossPredictionView prediction(state.loss_prediction.confirmed);
     const LossComparisonView comparison(state.loss_comparison);
     const auto print = [this](const ResultView& view, ViewKind kind, const char* name) {
         const std::unique_ptr<Printer> printer = OpenDefaultPrinter();

@@ -84,6 +84,17 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
         EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_FEMALE));
         EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_TABLE_BIOLOGICAL));
     });
+    // Clicks are remembered, but change nothing of what is shown until they are confirmed.
+    ui.Click(IDC_TABLE_OLD).Click(IDC_MALE).Click(IDCANCEL).WaitClosed(kTitle);
+    ui.OnWindowOfClass(kMainClass, [](HWND) {
+        const std::string table = TheProgram().results().result()->TableText(";");
+        EXPECT_NE(table.find("Sesso: F;Tabella: Biologico"), std::string::npos) << table;
+    });
+    Open(ui, CMD_HTLAN);
+    ui.OnWindow(kTitle, [](HWND dialog) {
+        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_MALE));
+        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_TABLE_OLD));
+    });
     ui.Click(IDCANCEL).WaitClosed(kTitle);
     RunToEnd(ui);
 }

@@ -67,9 +67,9 @@ class ShellTest : public MainWindowTest {
     static HWND Toolbar() { return GetDlgItem(Main(), IDC_TOOLBAR); }
     static HWND Results() { return GetDlgItem(Main(), IDC_RESULT_VIEW); }
 
-    static void Show(UiDriver& ui, const ResultView& result, int view = kHearingLossView,
-                     int command = CMD_NIPTS) {
-        ui.OnWindowOfClass(kMainClass, [&result, view, command](HWND) {
+    static void Show(UiDriver& ui, std::shared_ptr<const ResultView> result,
+                     int view = kHearingLossView, int command = CMD_NIPTS) {
+        ui.OnWindowOfClass(kMainClass, [result, view, command](HWND) {
             TheProgram().ShowResultView(view, command, result);
         });
     }
@@ -142,11 +142,10 @@ TEST_F(ShellTest, ToolbarFollowsTheMenusAndGrowsWithTheResolution) {
 }
 
 TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
-    FakeResult risk;
-    risk.has_audiogram = false;
-    const LossComparisonState comparison;
-    const LossComparisonView predictions(comparison);
-    FakeResult losses;
+    const auto risk = std::make_shared<FakeResult>();
+    risk->has_audiogram = false;
+    const auto predictions = std::make_shared<LossComparisonView>(LossComparisonState());
+    const auto losses = std::make_shared<FakeResult>();
     const auto chart_image = [] {
         return SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0);
     };
@@ -181,7 +180,7 @@ TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
     ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico-*|&Tabella|Do&cumento|");
         UpdateWindow(Results());
-        EXPECT_EQ(losses.drawn_kind, ViewKind::kChart);
+        EXPECT_EQ(losses->drawn_kind, ViewKind::kChart);
     });
     ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
         return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
@@ -193,7 +192,7 @@ TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
     // The last result is still there.
     ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
         UpdateWindow(Results());
-        EXPECT_EQ(losses.drawn_kind, ViewKind::kAudiogram);
+        EXPECT_EQ(losses->drawn_kind, ViewKind::kAudiogram);
     });
     RunToEnd(ui);
 }
@@ -209,7 +208,7 @@ SIZE ClipboardPictureSize() {
 
 TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHeld) {
     const UINT csv = RegisterClipboardFormatW(L"Csv");
-    FakeResult result;
+    const auto result = std::make_shared<FakeResult>();
     HWND holder = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                   nullptr, nullptr);
     UiDriver ui;
@@ -225,7 +224,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
     });
     ui.Command(CMD_COPY).Do([&] {
         EXPECT_EQ(ClipboardBytes(csv).c_str(), "Et\xe0" + ListSeparator() + "1,5\r\n");
-        result.first_cell = std::string(5000, '9');
+        result->first_cell = std::string(5000, '9');
     });
     ui.Command(CMD_COPY).Do([&] { EXPECT_EQ(std::strlen(ClipboardBytes(csv).c_str()), 4095U); });
     ui.Command(CMD_VIEW_CHART).Command(CMD_COPY).Do([] {
@@ -252,7 +251,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
 }
 
 TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
-    FakeResult result;
+    const auto result = std::make_shared<FakeResult>();
     SwitchableDisk disk;
     UiDriver ui;
     Show(ui, result);
@@ -311,7 +310,7 @@ TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
 }
 
 TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
-    FakeResult result;
+    const auto result = std::make_shared<FakeResult>();
     FakePrinter printer;
     UiDriver ui;
     Show(ui, result);
@@ -325,8 +324,8 @@ TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(printer.document, "Tabella");
         EXPECT_EQ(printer.pages.back().back().text, "al tornio");
-        EXPECT_EQ(result.drawn_area, (Rect{0, 0, 4000, 6600}));
-        EXPECT_FALSE(result.drawn_style.use_color);
+        EXPECT_EQ(result->drawn_area, (Rect{0, 0, 4000, 6600}));
+        EXPECT_FALSE(result->drawn_style.use_color);
     });
     ui.Command(CMD_VIEW_CHART).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
@@ -362,7 +361,7 @@ void ChooseCurve(UiDriver& ui, const std::string& expected, int steps_down) {
 }
 
 TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
-    FakeResult result;
+    const auto result = std::make_shared<FakeResult>();
     UiDriver ui;
     Show(ui, result);
     ui.Do([] {
@@ -374,7 +373,7 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
     ChooseCurve(ui, "Tutte*|500 Hz|1000 Hz|2000 Hz|", 3);
     ui.OnWindowOfClass(kMainClass, [&](HWND) {
         UpdateWindow(Results());
-        EXPECT_EQ(result.drawn_style.selected_curve, 1);
+        EXPECT_EQ(result->drawn_style.selected_curve, 1);
     });
     ChooseCurve(ui, "Tutte|500 Hz|1000 Hz*|2000 Hz|", 4);
     // Another result starts with all its curves.
@@ -459,7 +458,7 @@ bool IsFormatChecked(int command) {
 TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
     const std::string first = WriteFile("primo.tnv", "{\\rtf1\\ansi uno}");
     const std::string second = WriteFile("secondo.TNV", "{\\rtf1\\ansi due}");
-    FakeResult result;
+    const auto result = std::make_shared<FakeResult>();
     UiDriver ui;
     ui.WaitUntil("first document", [] { return DocumentText().starts_with("uno"); });
     ui.OnWindowOfClass(kMainClass, [](HWND main) {
