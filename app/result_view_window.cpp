@@ -15,7 +15,7 @@ namespace tonvale {
 namespace {
 
 constexpr wchar_t kClassName[] = L"Tonvale_Result";
-constexpr wchar_t kAllCurves[] = L"Tutte";
+constexpr wchar_t kAllCurvesText[] = L"Tutte";
 // Commands of the menu of curves; curve 0 and those after it follow. 0 tells that none was chosen.
 constexpr UINT kAllCurvesCommand = 1;
 constexpr UINT kFirstCurveCommand = 2;
@@ -38,7 +38,7 @@ LONG HeightOf(const RECT& area) {
 
 UniqueMenu MakeCurveMenu(const std::vector<std::string>& curves, int selected) {
     UniqueMenu menu(CreatePopupMenu());
-    AppendMenuW(menu.get(), MF_STRING, kAllCurvesCommand, kAllCurves);
+    AppendMenuW(menu.get(), MF_STRING, kAllCurvesCommand, kAllCurvesText);
     AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
     UINT command = kFirstCurveCommand;
     for (const std::string& name : curves) {
@@ -75,12 +75,12 @@ void ResultViewWindow::OnDpiChanged() {
 
 void ResultViewWindow::ShowResult(std::shared_ptr<const ResultView> result) {
     result_ = std::move(result);
+    selected_curves_.fill(kAllCurves);
     ShowKind(ViewKind::kTable);
 }
 
 void ResultViewWindow::ShowKind(ViewKind kind) {
     kind_ = kind;
-    selected_curve_ = -1;
     ClearFrame();
     InvalidateRect(window(), nullptr, FALSE);
     ShowWindow(window(), SW_SHOW);
@@ -152,7 +152,7 @@ void ResultViewWindow::DrawResult(HDC dc, const RECT& area) const {
     GdiCanvas canvas(dc);
     result_->Draw(kind_, canvas,
                   {0, 0, static_cast<int>(area.right), static_cast<int>(area.bottom)},
-                  {.use_color = true, .selected_curve = selected_curve_});
+                  {.use_color = true, .selected_curve = selected_curve()});
 }
 
 UniqueBitmap ResultViewWindow::TakePicture() const {
@@ -227,11 +227,12 @@ void ResultViewWindow::ChooseCurve(POINT screen_position) {
         screen_position = {ClientArea().right / 2, ClientArea().bottom / 2};
         ClientToScreen(window(), &screen_position);
     }
-    const UniqueMenu menu = MakeCurveMenu(curves, selected_curve_);
+    const UniqueMenu menu = MakeCurveMenu(curves, selected_curve());
     const BOOL command = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                         screen_position.x, screen_position.y, 0, window(), nullptr);
     if (command == 0) return;
-    selected_curve_ = command - static_cast<int>(kFirstCurveCommand);
+    selected_curves_[static_cast<std::size_t>(kind_)] =
+        command - static_cast<int>(kFirstCurveCommand);
     InvalidateRect(window(), nullptr, FALSE);
 }
 

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -20,16 +22,17 @@ class ResultViewWindow final : public Window {
     void Layout(const RECT& area) const;
     void OnDpiChanged();
 
-    // Shows the table of another result.
+    // Shows the table of another result, of whose charts all curves are drawn.
     void ShowResult(std::shared_ptr<const ResultView> result);
-    // Shows another kind of the last result, with all its curves.
+    // Shows another kind of the last result, with the curves chosen for it.
     void ShowKind(ViewKind kind);
     void Hide();
 
     // What is shown, or was last; nullptr before.
     const ResultView* result() const { return result_.get(); }
     ViewKind kind() const { return kind_; }
-    int selected_curve() const { return selected_curve_; }
+    // The one curve that is drawn of what is shown, or kAllCurves.
+    int selected_curve() const { return selected_curves_[static_cast<std::size_t>(kind_)]; }
 
     // A picture of the rectangle that the user has drawn, without its frame, else of the whole
     // view; nullptr when there is nothing to be seen.
@@ -50,7 +53,9 @@ class ResultViewWindow final : public Window {
 
     std::shared_ptr<const ResultView> result_;
     ViewKind kind_ = ViewKind::kTable;
-    int selected_curve_ = -1;
+    // One a kind, whose curves differ: those of a chart are frequencies, those of an audiogram
+    // fractiles.
+    std::array<int, kViewKindCount> selected_curves_{kAllCurves, kAllCurves, kAllCurves};
     UniqueFont font_;
     // The corners of the rectangle that the user draws; both the same: there is none.
     POINT frame_start_{};

@@ -1,6 +1,7 @@
 // The results of a hearing-damage dialog, as the main window shows them instead of the document.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,10 +11,13 @@
 namespace tonvale {
 
 enum class ViewKind { kTable, kChart, kAudiogram };
+inline constexpr std::size_t kViewKindCount = 3;
+
+inline constexpr int kAllCurves = -1;
 
 struct DrawingStyle {
-    bool use_color = true;    // else everything is black, as on a two-colour printer
-    int selected_curve = -1;  // index of the one curve to draw; -1: all
+    bool use_color = true;            // else everything is black, as on a two-colour printer
+    int selected_curve = kAllCurves;  // or the index of the one curve to draw
 };
 
 // A view holds a copy of what the dialog's "Ok" confirmed: nothing that happens later changes it.

@@ -197,7 +197,7 @@ void DrawLegend(Canvas& canvas, const Rect& rect, const CurvePens& pens,
     const int count = static_cast<int>(std::min(labels.size(), pens.size()));
     const int width = rect.Width() / static_cast<int>(labels.size());
     for (int i = 0; i < count; ++i) {
-        if (selected_curve != -1 && selected_curve != i) continue;
+        if (selected_curve != kAllCurves && selected_curve != i) continue;
         const Rect cell{rect.left + i * width, rect.top, rect.left + (i + 1) * width, rect.bottom};
         canvas.DrawLine({cell.left + kLegendLineInset, cell.top},
                         {cell.right - kLegendLineInset, cell.top},
@@ -260,7 +260,8 @@ void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const Drawi
     const CurvePens pens = CreateCurvePens(chart.pen_count, style.use_color);
     DrawLegend(canvas, layout.legend, pens, chart.legend, style.selected_curve);
     for (std::size_t i = 0; i < std::min(chart.curves.size(), pens.size()); ++i) {
-        if (style.selected_curve != -1 && style.selected_curve != static_cast<int>(i)) continue;
+        if (style.selected_curve != kAllCurves && style.selected_curve != static_cast<int>(i))
+            continue;
         DrawCurve(canvas, layout.plot, ToDeviceUnits(chart.curves[i], chart, layout.plot), pens[i]);
     }
     canvas.SetTextColor(kBlack);

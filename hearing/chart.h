@@ -46,7 +46,7 @@ void DrawVerticalUnit(Canvas& canvas, const Rect& rect, std::string_view text);
 using CurvePens = std::vector<Pen>;
 CurvePens CreateCurvePens(int count, bool use_color);
 
-// One cell per label, a line of its pen above it; of one selected curve (not -1) only its cell.
+// One cell per label, a line of its pen above it; of one selected curve only its cell.
 void DrawLegend(Canvas& canvas, const Rect& rect, const CurvePens& pens,
                 std::span<const std::string> labels, int selected_curve);
 

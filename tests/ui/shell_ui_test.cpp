@@ -376,9 +376,20 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
         EXPECT_EQ(result->drawn_style.selected_curve, 1);
     });
     ChooseCurve(ui, "Tutte|500 Hz|1000 Hz*|2000 Hz|", 4);
+    // It is still chosen after a look at another chart, the table and the document.
+    const auto expect_curve = [&](int command, int curve) {
+        ui.OnWindowOfClass(kMainClass).Command(command).Do([curve] {
+            EXPECT_EQ(TheProgram().results().selected_curve(), curve);
+        });
+    };
+    ChooseCurve(ui, "Tutte|500 Hz|1000 Hz|2000 Hz*|", 2);
+    expect_curve(CMD_VIEW_AUDIOGRAM, kAllCurves);
+    expect_curve(CMD_VIEW_TABLE, kAllCurves);
+    expect_curve(CMD_VIEW_DOCUMENT, kAllCurves);
+    expect_curve(CMD_VIEW_CHART, 0);
     // Another result starts with all its curves.
     Show(ui, result);
-    ui.Do([] { EXPECT_EQ(TheProgram().results().selected_curve(), -1); });
+    expect_curve(CMD_VIEW_CHART, kAllCurves);
     RunToEnd(ui);
 }
 
