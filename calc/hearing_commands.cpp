@@ -228,7 +228,7 @@ int RunNipts(std::span<const std::string> arguments, FileSystem& files, Console&
     options.push_back(ChoiceOption("--sesso", kSexes, form.sex));
     options.push_back(ChoiceOption("--tabella", kDamageTables, form.table));
     if (!TakeArguments(arguments, options, console)) return kExitFailure;
-    if (const auto message = Confirm(form, state)) return ReportRefusal(*message, console);
+    if (const auto refusal = Confirm(form, state)) return ReportRefusal(refusal->message, console);
     const ResultTable table = MakeTable(state.confirmed);
     WriteTable(
         table, output, [&] { return NiptsJson(table, state.confirmed); }, console);
@@ -244,7 +244,7 @@ int RunPrevisioni(std::span<const std::string> arguments, FileSystem& files, Con
     options.push_back(ListOption("--frattile", ComparisonFractiles(), form.fractile_position));
     options.push_back(TextOption("--livello", form.level_dba));
     if (!TakeArguments(arguments, options, console)) return kExitFailure;
-    if (const auto message = Confirm(form, state)) return ReportRefusal(*message, console);
+    if (const auto refusal = Confirm(form, state)) return ReportRefusal(refusal->message, console);
     WriteTable(
         MakeTable(state), output, [&] { return PrevisioniJson(state); }, console);
     return WritePicture(LossComparisonView(state), output, files, console);

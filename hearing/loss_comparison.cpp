@@ -101,9 +101,9 @@ LossComparisonForm FormFromState(const LossComparisonState& state) {
             .level_dba = FormatFixed(state.base.level_dba, 3, 0)};
 }
 
-std::optional<UserMessage> Confirm(const LossComparisonForm& form, LossComparisonState& state) {
+std::optional<HearingRefusal> Confirm(const LossComparisonForm& form, LossComparisonState& state) {
     const double level = ParseNumber(CutToCharacters(form.level_dba, kMaxLevelCharacters));
-    if (level == 0 || level > kMaxStartLevelDba) return InvalidField("Livello di esposizione.");
+    if (level == 0 || level > kMaxStartLevelDba) return RefusalOf(HearingField::kLevel);
     state.base.level_dba = level;
     state.base.fractile = ParseNumber(ItemAt(ComparisonFractiles(), form.fractile_position)) * 0.01;
     state.base.frequency_hz =

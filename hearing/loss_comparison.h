@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "common/result_view.h"
-#include "common/user_message.h"
 #include "hearing/chart.h"
+#include "hearing/hearing_fields.h"
 #include "hearing/result_table.h"
 #include "hearing/threshold_model.h"
 
@@ -37,7 +37,7 @@ struct LossComparisonState {
 LossComparisonForm FormFromState(const LossComparisonState& state);
 
 // "Ok": takes the form into the state; a refused level leaves all of it unchanged.
-std::optional<UserMessage> Confirm(const LossComparisonForm& form, LossComparisonState& state);
+std::optional<HearingRefusal> Confirm(const LossComparisonForm& form, LossComparisonState& state);
 
 inline constexpr int kComparedLevels = 7;
 inline constexpr int kComparedYears = 20;

@@ -94,8 +94,8 @@ int LossComparisonDialog::ListPosition(int list) const {
 void LossComparisonDialog::ConfirmForm() {
     const LossComparisonForm form{ListPosition(IDC_FRACTILE_LIST), ListPosition(IDC_FREQUENCY_LIST),
                                   ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters)};
-    if (const std::optional<UserMessage> refusal = Confirm(form, state_)) {
-        Refuse(*refusal, IDC_EXPOSURE_LEVEL);
+    if (const std::optional<HearingRefusal> refusal = Confirm(form, state_)) {
+        Refuse(refusal->message, IDC_EXPOSURE_LEVEL);
     } else {
         End(IDOK);
     }

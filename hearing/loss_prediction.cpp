@@ -215,21 +215,21 @@ LossPredictionForm FormFromState(const LossPredictionState& state, QuantityKind 
             .table = state.table_choice};
 }
 
-std::optional<UserMessage> Confirm(const LossPredictionForm& form, LossPredictionState& state) {
+std::optional<HearingRefusal> Confirm(const LossPredictionForm& form, LossPredictionState& state) {
     const LossPredictionFields fields = FieldsOf(form.quantity);
     PredictionCase person = state.confirmed.person;
     double years = 0;
     if (fields.noise) {
         years = ReadField(form.years);
-        if (years == 0 || years > kMaxYears) return InvalidField("Anni di esposizione.");
+        if (years == 0 || years > kMaxYears) return RefusalOf(HearingField::kYears);
         const double level = ReadField(form.level_dba);
-        if (level == 0 || level > kMaxLevelDba) return InvalidField("Livello di esposizione.");
+        if (level == 0 || level > kMaxLevelDba) return RefusalOf(HearingField::kLevel);
         person.years = years;
         person.level_dba = level;
     }
     if (fields.person) {
         const double age = ReadField(form.age);
-        if (age == 0 || age - years < kMinAgeAtExposure) return InvalidField("Età individuo.");
+        if (age == 0 || age - years < kMinAgeAtExposure) return RefusalOf(HearingField::kAge);
         person.age = age;
         person.sex = form.sex == kMale ? kMale : kFemale;
     }
@@ -237,10 +237,6 @@ std::optional<UserMessage> Confirm(const LossPredictionForm& form, LossPredictio
     state.sex_choice = form.sex;
     state.table_choice = form.table;
     return std::nullopt;
-}
-
-UserMessage InvalidField(std::string field) {
-    return {std::move(field), "Errore! Dati non validi"};
 }
 
 std::vector<LossPredictionRow> ComputeRows(const LossPrediction& prediction) {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "common/result_view.h"
-#include "common/user_message.h"
 #include "hearing/chart.h"
 #include "hearing/damage_table.h"
+#include "hearing/hearing_fields.h"
 #include "hearing/result_table.h"
 #include "hearing/threshold_model.h"
 
@@ -60,10 +60,7 @@ std::string QuantityTitle(QuantityKind quantity);
 LossPredictionForm FormFromState(const LossPredictionState& state, QuantityKind quantity);
 
 // "Ok": takes what the quantity needs into the state; a refused field leaves all of it unchanged.
-std::optional<UserMessage> Confirm(const LossPredictionForm& form, LossPredictionState& state);
-
-// "Errore! Dati non validi" with the field as caption.
-UserMessage InvalidField(std::string field);
+std::optional<HearingRefusal> Confirm(const LossPredictionForm& form, LossPredictionState& state);
 
 // One row of the table: a fractile over the six frequencies.
 struct LossPredictionRow {

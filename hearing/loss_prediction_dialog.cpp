@@ -92,6 +92,18 @@ unsigned long HelpOf(QuantityKind quantity) {
     }
 }
 
+int ControlOf(HearingField field) {
+    switch (field) {
+        case HearingField::kYears:
+            return IDC_EXPOSURE_YEARS;
+        case HearingField::kLevel:
+            return IDC_EXPOSURE_LEVEL;
+        case HearingField::kAge:
+            break;
+    }
+    return IDC_AGE;
+}
+
 class LossPredictionDialog : public Dialog {
   public:
     LossPredictionDialog(AppContext& app, QuantityKind quantity, LossPredictionState& state)
@@ -182,8 +194,8 @@ void LossPredictionDialog::ReadFields() {
 
 void LossPredictionDialog::ConfirmForm() {
     ReadFields();
-    if (const std::optional<UserMessage> refusal = Confirm(form_, state_)) {
-        Refuse(*refusal, FirstField());
+    if (const std::optional<HearingRefusal> refusal = Confirm(form_, state_)) {
+        Refuse(refusal->message, ControlOf(refusal->field));
     } else {
         End(IDOK);
     }

@@ -36,13 +36,13 @@ LossPrediction PredictionOf(const LossPredictionForm& form) {
 std::string Refusal(const LossPredictionForm& form) {
     LossPredictionState state;
     state.confirmed.person = {12, 87, 45, kFemale, 1000, 0.5};
-    const auto message = Confirm(form, state);
-    if (!message) return {};
-    EXPECT_EQ(message->text, "Errore! Dati non validi");
+    const auto refusal = Confirm(form, state);
+    if (!refusal) return {};
+    EXPECT_EQ(refusal->message.text, "Errore! Dati non validi");
     EXPECT_EQ(state.confirmed.person.years, 12);
     EXPECT_EQ(state.confirmed.person.level_dba, 87);
     EXPECT_EQ(state.confirmed.person.age, 45);
-    return message->caption;
+    return refusal->message.caption;
 }
 
 TEST(LossPrediction, RefusesFieldsInTheirOrderAndChangesNothing) {

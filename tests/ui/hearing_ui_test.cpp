@@ -22,6 +22,15 @@ class HearingUiTest : public MainWindowTest {
         ui.OnWindowOfClass(kMainClass).Command(command);
         ui.OnWindow(kTitle);
     }
+    // Expects that the next key typed replaces what the field holds.
+    static void ExpectSelected(UiDriver& ui, int field) {
+        ui.OnWindow(kTitle, [field](HWND dialog) {
+            HWND edit = GetDlgItem(dialog, field);
+            EXPECT_EQ(GetFocus(), edit);
+            EXPECT_EQ(SendMessageW(edit, EM_GETSEL, 0, 0),
+                      MAKELRESULT(0, GetWindowTextLengthW(edit)));
+        });
+    }
     // Looks at the view that has come, and leaves a picture of it.
     static void ExpectView(UiDriver& ui, int command, ViewKind kind, const char* picture) {
         ui.WaitClosed(kTitle).OnWindowOfClass(kMainClass);
@@ -67,8 +76,16 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
     UiDriver ui;
     Open(ui, CMD_HTLAN);
     ui.SetText(IDC_EXPOSURE_YEARS, "41").SetText(IDC_EXPOSURE_LEVEL, "100").SetText(IDC_AGE, "58");
-    ui.Click(IDOK).AnswerMessage("Anni di esposizione.", kInvalid, IDOK).OnWindow(kTitle);
-    ui.SetText(IDC_EXPOSURE_YEARS, "40");
+    ui.Click(IDOK).AnswerMessage("Anni di esposizione.", kInvalid, IDOK);
+    ExpectSelected(ui, IDC_EXPOSURE_YEARS);
+    // Each refused field is the one to be typed anew.
+    ui.SetText(IDC_EXPOSURE_YEARS, "40").SetText(IDC_EXPOSURE_LEVEL, "101").Click(IDOK);
+    ui.AnswerMessage("Livello di esposizione.", kInvalid, IDOK);
+    ExpectSelected(ui, IDC_EXPOSURE_LEVEL);
+    ui.SetText(IDC_EXPOSURE_LEVEL, "100").SetText(IDC_AGE, "57").Click(IDOK);
+    ui.AnswerMessage("Età individuo.", kInvalid, IDOK);
+    ExpectSelected(ui, IDC_AGE);
+    ui.SetText(IDC_AGE, "58");
     ui.Click(IDC_TABLE_BIOLOGICAL).Click(IDC_FEMALE).Click(IDOK);
     ExpectView(ui, 0, ViewKind::kTable, "htlan_table");
     ui.OnWindowOfClass(kMainClass, [](HWND) {
@@ -110,7 +127,8 @@ TEST_F(HearingUiTest, ShowsTheLossesOverYearsAndLevels) {
     });
     ui.Screenshot("confronto_dialog");
     ui.SetText(IDC_EXPOSURE_LEVEL, "89").Click(IDOK);
-    ui.AnswerMessage("Livello di esposizione.", kInvalid, IDOK).OnWindow(kTitle);
+    ui.AnswerMessage("Livello di esposizione.", kInvalid, IDOK);
+    ExpectSelected(ui, IDC_EXPOSURE_LEVEL);
     ui.SetText(IDC_EXPOSURE_LEVEL, "85").Click(IDOK);
     ExpectView(ui, 0, ViewKind::kTable, "predictions_table");
     ExpectView(ui, CMD_VIEW_CHART, ViewKind::kChart, "predictions_time");
