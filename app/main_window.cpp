@@ -161,6 +161,7 @@ void MainWindow::CompareLosses() {
 void MainWindow::ShowResultView(int view, int command, std::shared_ptr<const ResultView> result) {
     views_.ShowResult(GetMenu(window()), view, command, std::move(result));
     ShowWindow(window(), SW_SHOWMAXIMIZED);
+    ShowStatus();
     UpdateButtons();
     UpdateWindow(window());
 }
@@ -229,7 +230,11 @@ bool MainWindow::OnCreate() {
 
 // What the user is asked about is shown.
 void MainWindow::OnClose() {
-    if (!views_.ShowsDocument()) views_.ShowDocument();
+    if (!views_.ShowsDocument()) {
+        views_.ShowDocument();
+        UpdateButtons();
+        ShowStatus();
+    }
     if (document_.MayDiscard()) DestroyWindow(window());
 }
 
@@ -254,7 +259,7 @@ void MainWindow::Run(int id, const std::string& path) {
     }
     if (!window()) return;
     UpdateButtons();
-    if (shown_path_ != document_.path()) Layout();
+    if (shown_status_ != StatusText()) ShowStatus();
 }
 
 LRESULT MainWindow::OnNotify(NMHDR& header) {
@@ -331,8 +336,22 @@ void MainWindow::Layout() {
     content.bottom = std::max(content.bottom - (bar.bottom - bar.top), content.top);
     document_.Layout(content);
     results_.Layout(content);
-    shown_path_ = document_.path();
-    ShowCurrentFile(status_bar_, shown_path_);
+    ShowStatus();
+}
+
+// The path of the document, or what the result is about.
+std::string MainWindow::StatusText() const {
+    if (views_.ShowsDocument()) return document_.path();
+    return results_.result()->StatusText(results_.kind());
+}
+
+void MainWindow::ShowStatus() {
+    shown_status_ = StatusText();
+    if (views_.ShowsDocument()) {
+        ShowCurrentFile(status_bar_, shown_status_);
+    } else {
+        SetWindowTextUtf8(status_bar_, shown_status_);
+    }
 }
 
 void MainWindow::FocusOnContent() {

@@ -90,6 +90,8 @@ class MainWindow final : public Window {
     void UpdateButtons() const;
     void SetFonts();
     void Layout();
+    std::string StatusText() const;
+    void ShowStatus();
     void FocusOnContent();
 
     AppContext context_;
@@ -104,7 +106,7 @@ class MainWindow final : public Window {
     bool about_follows_ = false;  // the splash window
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
-    std::string shown_path_;  // in the status bar
+    std::string shown_status_;
     // The file of a command posted by OpenFileByExtension; its address marks that command.
     std::string routed_path_;
 };

@@ -35,6 +35,9 @@ class ResultView {
     // nothing.
     virtual void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
                       const DrawingStyle& style) const = 0;
+    // One line that names the case ("HTLAN, 35 anni, 90 dBA, ..."); where `kind` shows nothing of
+    // it, the reason first.
+    virtual std::string StatusText(ViewKind kind) const = 0;
     // The table for the clipboard and for .csv files, lines ended by CR LF.
     virtual std::string TableText(std::string_view list_separator) const = 0;
 };

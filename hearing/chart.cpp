@@ -267,6 +267,14 @@ void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const Drawi
     canvas.SetTextColor(kBlack);
 }
 
+bool ShowsAnyPoint(const Chart& chart) {
+    return std::any_of(chart.curves.begin(), chart.curves.end(), [&](const Curve& curve) {
+        return std::any_of(curve.begin(), curve.end(), [&](const CurvePoint& point) {
+            return point.y >= 0 && point.y <= chart.vertical_divisions;
+        });
+    });
+}
+
 void SetLossAxis(Chart& chart) {
     chart.vertical_divisions = kLossDivisions;
     chart.vertical_unit = "dB";

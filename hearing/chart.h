@@ -99,6 +99,9 @@ struct Chart {
 // Draws all curves or the selected one; nothing when `area` has no room for a plot.
 void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const DrawingStyle& style);
 
+// Whether any point of any curve lies between the ends of the vertical axis.
+bool ShowsAnyPoint(const Chart& chart);
+
 // The vertical axis of the charts of losses: 0 dB at the top to 100 dB at the bottom.
 void SetLossAxis(Chart& chart);
 // The place of a loss on that axis, in divisions from the bottom up.

@@ -226,6 +226,12 @@ void LossComparisonView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
     }
 }
 
+std::string LossComparisonView::StatusText(ViewKind /*kind*/) const {
+    return "Previsioni NIPTS, " + FormatInteger(state_.base.frequency_hz) + " Hz, frattile " +
+           FormatFixed(state_.base.fractile * 100, 0, 0) + " %, da " +
+           FormatShortest(state_.base.level_dba) + " dBA";
+}
+
 std::string LossComparisonView::TableText(std::string_view list_separator) const {
     return ResultTableCells(MakeTable(state_), list_separator);
 }

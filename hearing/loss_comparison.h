@@ -63,6 +63,7 @@ class LossComparisonView final : public ResultView {
     std::vector<std::string> CurveNames(ViewKind kind) const override;
     void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
               const DrawingStyle& style) const override;
+    std::string StatusText(ViewKind kind) const override;
     std::string TableText(std::string_view list_separator) const override;
 
   private:

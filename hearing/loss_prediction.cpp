@@ -1,6 +1,7 @@
 #include "hearing/loss_prediction.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -144,6 +145,22 @@ std::vector<TableCell> TableRow(const LossPredictionRow& row) {
     return cells;
 }
 
+// "HTLAN, 35 anni, 90 dBA, età 60, sesso M, tabella Nuova", of what enters the quantity.
+std::string CaseName(const LossPrediction& prediction) {
+    const PredictionCase& person = prediction.person;
+    const LossPredictionFields fields = FieldsOf(prediction.quantity);
+    std::string name(InfoOf(prediction.quantity).abbreviation);
+    if (fields.noise) {
+        name += ", " + FormatShortest(person.years) + (person.years == 1 ? " anno, " : " anni, ");
+        name += FormatShortest(person.level_dba) + " dBA";
+    }
+    if (fields.person) {
+        name += ", età " + FormatShortest(person.age) + ", sesso " + SexLetter(person);
+    }
+    if (fields.table) name.append(", tabella ").append(DamageTableName(prediction.table));
+    return name;
+}
+
 // Title, loss axis and pens of both charts.
 Chart MakeLossChart(const LossPrediction& prediction) {
     const std::string parameters = ParameterLine(prediction);
@@ -154,6 +171,28 @@ Chart MakeLossChart(const LossPrediction& prediction) {
     chart.pen_count = kPenCount;
     SetLossAxis(chart);
     return chart;
+}
+
+bool HasAnyValue(const LossPrediction& prediction) {
+    const std::vector<LossPredictionRow> rows = ComputeRows(prediction);
+    return std::any_of(rows.begin(), rows.end(), [](const LossPredictionRow& row) {
+        return std::any_of(row.losses_db.begin(), row.losses_db.end(),
+                           [](double loss) { return std::isfinite(loss); });
+    });
+}
+
+// Why a view of this kind is empty; empty when it is not.
+std::string_view ReasonForNothing(const LossPrediction& prediction, ViewKind kind) {
+    if (!HasAnyValue(prediction)) {
+        const bool is_negative = FieldsOf(prediction.quantity).noise && prediction.person.years < 0;
+        return is_negative ? "Nessun risultato: gli anni di esposizione sono negativi"
+                           : "Nessun risultato: i dati sono fuori scala";
+    }
+    if (kind == ViewKind::kTable) return {};
+    return ShowsAnyPoint(kind == ViewKind::kChart ? MakeFractileChart(prediction)
+                                                  : MakeAudiogram(prediction))
+               ? std::string_view()
+               : "Nessuna curva: tutte le perdite sono fuori dalla scala, da 0 a 100 dB";
 }
 
 Curve FractileCurve(const LossPrediction& prediction, int frequency_hz) {
@@ -345,6 +384,12 @@ void LossPredictionView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
         case ViewKind::kAudiogram:
             return DrawChart(canvas, area, MakeAudiogram(prediction_), style);
     }
+}
+
+std::string LossPredictionView::StatusText(ViewKind kind) const {
+    const std::string name = CaseName(prediction_);
+    const std::string_view reason = ReasonForNothing(prediction_, kind);
+    return reason.empty() ? name : std::string(reason) + " (" + name + ")";
 }
 
 std::string LossPredictionView::TableText(std::string_view list_separator) const {

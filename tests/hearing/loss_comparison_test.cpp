@@ -38,6 +38,8 @@ TEST(LossComparison, RefusesALevelAndChangesNothing) {
 TEST(LossComparison, TabulatesYearsByLevels) {
     const LossComparisonState state;
     const LossComparisonView view(state);
+    EXPECT_EQ(view.StatusText(ViewKind::kTable),
+              "Previsioni NIPTS, 4000 Hz, frattile 10 %, da 88 dBA");
     const std::string text = view.TableText(";");
     EXPECT_THAT(text, StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
                                  "Frequenza: 4000 Hz;Frattile: 10 %\r\n"

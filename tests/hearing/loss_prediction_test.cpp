@@ -133,6 +133,26 @@ TEST(LossPrediction, ExportsTheTableInCells) {
                       HasSubstr("\t6000 Hz\r\n 5\t nan\t nan\t nan\t nan\t nan\t nan\r\n")));
 }
 
+TEST(LossPrediction, NamesTheCaseAndSaysWhyNothingIsShown) {
+    const auto status = [](QuantityKind quantity, const char* years, const char* age,
+                           ViewKind kind = ViewKind::kChart) {
+        return LossPredictionView(PredictionOf(FormOf(quantity, years, "90.26", age)))
+            .StatusText(kind);
+    };
+    EXPECT_EQ(status(QuantityKind::kHtlan, "1", "60"),
+              "HTLAN, 1 anno, 90.26 dBA, età 60, sesso M, tabella Nuova");
+    EXPECT_EQ(status(QuantityKind::kHtla, "", "18.5"), "HTLA, età 18.5, sesso M, tabella Nuova");
+    EXPECT_EQ(
+        status(QuantityKind::kNipts, "-5", ""),
+        "Nessun risultato: gli anni di esposizione sono negativi (NIPTS, -5 anni, 90.26 dBA)");
+    EXPECT_THAT(status(QuantityKind::kHtla, "", "1e999", ViewKind::kTable),
+                StartsWith("Nessun risultato: i dati sono fuori scala (HTLA, "));
+    // An age that no one reaches: numbers in the table, but none within the chart.
+    EXPECT_THAT(status(QuantityKind::kHtla, "", "500", ViewKind::kTable), StartsWith("HTLA, "));
+    EXPECT_THAT(status(QuantityKind::kHtla, "", "500", ViewKind::kAudiogram),
+                StartsWith("Nessuna curva: tutte le perdite sono fuori dalla scala"));
+}
+
 TEST(LossPrediction, DrawsTheTableInNineColumns) {
     LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
     const LossPredictionView view(prediction);

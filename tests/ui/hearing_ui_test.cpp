@@ -91,6 +91,8 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
     ui.OnWindowOfClass(kMainClass, [](HWND) {
         const std::string table = TheProgram().results().result()->TableText(";");
         EXPECT_NE(table.find("Sesso: F;Tabella: Biologico"), std::string::npos) << table;
+        EXPECT_EQ(TextOf(Main(), IDC_STATUS_BAR),
+                  "HTLAN, 40 anni, 100 dBA, età 58, sesso F, tabella Biologico");
     });
     ExpectView(ui, CMD_VIEW_CHART, ViewKind::kChart, "htlan_chart");
     ExpectView(ui, CMD_VIEW_AUDIOGRAM, ViewKind::kAudiogram, "htlan_audiogram");

@@ -57,6 +57,9 @@ class FakeResult final : public ResultView {
         canvas.DrawLine({area.left, area.top}, {area.right, area.bottom}, {{255, 0, 0}, 3});
         canvas.DrawTextAt({20, 5}, "Età 45 anni");
     }
+    std::string StatusText(ViewKind kind) const override {
+        return kind == ViewKind::kTable ? "NIPTS, 35 anni" : "Nessuna curva";
+    }
     std::string TableText(std::string_view separator) const override {
         return first_cell + std::string(separator) + "1,5\r\n";
     }
@@ -279,6 +282,12 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     SaveNewFile(ui, Path("relazione.TNV"));
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(ReadFile("relazione.TNV").substr(0, 6), "{\\rtf1");
+        EXPECT_EQ(Status(window), "Nessuna curva");
+    });
+    ui.Command(CMD_VIEW_TABLE).OnWindowOfClass(kMainClass, [&](HWND window) {
+        EXPECT_EQ(Status(window), "NIPTS, 35 anni");
+    });
+    ui.Command(CMD_VIEW_DOCUMENT).OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(Status(window), "relazione.TNV");
     });
     RunToEnd(ui);
