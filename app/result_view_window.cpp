@@ -113,13 +113,20 @@ std::optional<LRESULT> ResultViewWindow::Dispatch(UINT message, WPARAM wparam, L
             EndFrame();
             return 0;
         case WM_KEYDOWN:
-            if (wparam == VK_ESCAPE) ClearFrame();
+            OnKey(wparam);
             return 0;
         case WM_CONTEXTMENU:
             ChooseCurve(at);
             return 0;
         default:
             return std::nullopt;
+    }
+}
+
+void ResultViewWindow::OnKey(WPARAM key) {
+    if (key == VK_ESCAPE) ClearFrame();
+    if (key == 'C' && GetKeyState(VK_CONTROL) < 0) {
+        SendMessageW(GetParent(window()), WM_COMMAND, CMD_COPY, 0);
     }
 }
 

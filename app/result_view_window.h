@@ -40,6 +40,7 @@ class ResultViewWindow final : public Window {
 
   private:
     std::optional<LRESULT> Dispatch(UINT message, WPARAM wparam, LPARAM lparam) override;
+    void OnKey(WPARAM key);
     void Paint();
     void DrawResult(HDC dc, const RECT& area) const;
     void BeginFrame(POINT at);
