@@ -156,7 +156,7 @@ void ResultViewWindow::DrawResult(HDC dc, const RECT& area) const {
     FillRect(dc, &area, GetSysColorBrush(COLOR_WINDOW));
     if (!result_) return;
     const ScopedSelection font(dc, font_.get());
-    GdiCanvas canvas(dc);
+    GdiCanvas canvas(dc, static_cast<int>(GetDpiForWindow(window())));
     result_->Draw(kind_, canvas,
                   {0, 0, static_cast<int>(area.right), static_cast<int>(area.bottom)},
                   {.use_color = true, .selected_curve = selected_curve()});

@@ -1,7 +1,10 @@
 // What charts, tables and printouts are drawn on, in integer device units (y grows downwards).
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -39,7 +42,7 @@ struct Color {
 inline constexpr Color kBlack{0, 0, 0};
 inline constexpr Color kGrey{128, 128, 128};
 
-// A solid line `width` device units wide.
+// A solid line `width` device units wide, its ends and corners round.
 struct Pen {
     Color color;
     int width = 1;
@@ -68,10 +71,25 @@ struct TextLayout {
 class Canvas {
   public:
     virtual ~Canvas() = default;
-    virtual void DrawLine(Point from, Point to, const Pen& pen) = 0;
+    // Device units an inch.
+    virtual int Resolution() const = 0;
+    // As long on this device as `length` pixels on a screen of 96 dpi: the measure of line widths,
+    // markers and gaps. At least 1.
+    int Scaled(int length) const { return std::max(1, (length * Resolution() + 48) / 96); }
+
+    // Joins the points by lines, from the first to the last, both included.
+    virtual void DrawPolyline(std::span<const Point> points, const Pen& pen) = 0;
+    void DrawLine(Point from, Point to, const Pen& pen) {
+        DrawPolyline(std::array<Point, 2>{from, to}, pen);
+    }
+    // Shapes filled and outlined: the polygon of these corners, the ellipse that touches the edges
+    // of `rect`.
+    virtual void DrawPolygon(std::span<const Point> corners, Color fill, const Pen& outline) = 0;
+    virtual void DrawEllipse(const Rect& rect, Color fill, const Pen& outline) = 0;
     virtual void FillRectangle(const Rect& rect, Color color) = 0;
     virtual void FrameRectangle(const Rect& rect, const Pen& pen) = 0;
     virtual void SetFont(const Font& font) = 0;  // of the texts that follow
+    virtual const Font& CurrentFont() const = 0;
     virtual void SetTextColor(Color color) = 0;  // black at first
     // One line of text whose upper left corner is `at`.
     virtual void DrawTextAt(Point at, std::string_view text) = 0;

@@ -1,5 +1,7 @@
 #include "common/gdi_canvas_win.h"
 
+#include <vector>
+
 #include "common/unicode_win.h"
 
 namespace tonvale {
@@ -16,6 +18,40 @@ RECT ToRect(const Rect& rect) {
     return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
+std::vector<POINT> ToPoints(std::span<const Point> points) {
+    std::vector<POINT> converted;
+    converted.reserve(points.size());
+    for (const Point& point : points) converted.push_back({point.x, point.y});
+    return converted;
+}
+
+Font SelectedFont(HDC dc) {
+    LOGFONTW description{};
+    GetObjectW(GetCurrentObject(dc, OBJ_FONT), sizeof description, &description);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    return {.face = Narrow(description.lfFaceName),
+            .character_height = static_cast<int>(metrics.tmHeight - metrics.tmInternalLeading),
+            .weight = static_cast<int>(metrics.tmWeight),
+            .italic = metrics.tmItalic != 0};
+}
+
+// The pen and the brush of a shape, for as long as this lives.
+class ScopedShape {
+  public:
+    ScopedShape(HDC dc, Color fill, const Pen& outline)
+        : pen_(CreatePen(PS_SOLID, outline.width, ColorRef(outline.color))),
+          brush_(CreateSolidBrush(ColorRef(fill))),
+          pen_selection_(dc, pen_.get()),
+          brush_selection_(dc, brush_.get()) {}
+
+  private:
+    UniquePen pen_;
+    UniqueBrush brush_;
+    ScopedSelection pen_selection_;
+    ScopedSelection brush_selection_;
+};
+
 UINT DrawTextFlags(TextLayout layout) {
     UINT flags = kTextFlags;
     if (layout.horizontal == HorizontalAlignment::kCenter) flags |= DT_CENTER;
@@ -28,7 +64,10 @@ UINT DrawTextFlags(TextLayout layout) {
 
 }  // namespace
 
-GdiCanvas::GdiCanvas(HDC dc) : dc_(dc), saved_state_(SaveDC(dc)) {
+GdiCanvas::GdiCanvas(HDC dc) : GdiCanvas(dc, GetDeviceCaps(dc, LOGPIXELSY)) {}
+
+GdiCanvas::GdiCanvas(HDC dc, int resolution)
+    : dc_(dc), resolution_(resolution), saved_state_(SaveDC(dc)), font_(SelectedFont(dc)) {
     SetBkMode(dc_, TRANSPARENT);
     SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
     ::SetTextColor(dc_, ColorRef(kBlack));
@@ -38,13 +77,27 @@ GdiCanvas::~GdiCanvas() {
     RestoreDC(dc_, saved_state_);
 }
 
-void GdiCanvas::DrawLine(Point from, Point to, const Pen& pen) {
+// A pen wider than one unit has round ends and corners.
+void GdiCanvas::DrawPolyline(std::span<const Point> points, const Pen& pen) {
+    if (points.empty()) return;
     const UniquePen handle(CreatePen(PS_SOLID, pen.width, ColorRef(pen.color)));
     const ScopedSelection selection(dc_, handle.get());
-    MoveToEx(dc_, from.x, from.y, nullptr);
-    LineTo(dc_, to.x, to.y);
-    // A thin line stops short of its end, a wide one has round ends.
-    if (pen.width <= 1) SetPixelV(dc_, to.x, to.y, ColorRef(pen.color));
+    const std::vector<POINT> corners = ToPoints(points);
+    Polyline(dc_, corners.data(), static_cast<int>(corners.size()));
+    // A thin line stops short of its end.
+    if (pen.width <= 1) SetPixelV(dc_, points.back().x, points.back().y, ColorRef(pen.color));
+}
+
+void GdiCanvas::DrawPolygon(std::span<const Point> corners, Color fill, const Pen& outline) {
+    const ScopedShape shape(dc_, fill, outline);
+    const std::vector<POINT> points = ToPoints(corners);
+    Polygon(dc_, points.data(), static_cast<int>(points.size()));
+}
+
+void GdiCanvas::DrawEllipse(const Rect& rect, Color fill, const Pen& outline) {
+    const ScopedShape shape(dc_, fill, outline);
+    // The right and bottom edges of the system's are exclusive.
+    Ellipse(dc_, rect.left, rect.top, rect.right + 1, rect.bottom + 1);
 }
 
 void GdiCanvas::FillRectangle(const Rect& rect, Color color) {

@@ -17,8 +17,6 @@ constexpr double kLineHeight = 1.15;
 constexpr double kAscent = 0.905;
 constexpr double kCapitalHeight = 0.716;
 constexpr double kDescent = 0.212;
-// Keeps labels off the axis that they end at.
-constexpr double kRightGap = 0.25;
 constexpr double kFixedPitchWidth = 0.6;
 constexpr double kProportionalWidth = 0.5;
 
@@ -78,18 +76,36 @@ std::string FontFamily(const Font& font) {
     return font.face + (IsFixedPitch(font) ? ", monospace" : ", Helvetica, sans-serif");
 }
 
-// Shared by lines and frames; horizontal and vertical strokes stay sharp.
+// A device unit is a pixel: its middle is where a line runs.
+double PixelMiddle(int position) {
+    return position + 0.5;
+}
+
+double Middle(int from, int to) {
+    return PixelMiddle(from) + (to - from) / 2.0;
+}
+
+std::string PointList(std::span<const Point> points) {
+    std::string list;
+    for (const Point& point : points) {
+        if (!list.empty()) list += ' ';
+        list += Number(PixelMiddle(point.x)) + ',' + Number(PixelMiddle(point.y));
+    }
+    return list;
+}
+
+// Horizontal and vertical strokes stay sharp.
 std::string Stroke(const Pen& pen, bool is_sharp) {
-    std::string text = Attribute("fill", "none") + Attribute("stroke", HexColor(pen.color)) +
-                       Attribute("stroke-width", pen.width);
+    std::string text =
+        Attribute("stroke", HexColor(pen.color)) + Attribute("stroke-width", pen.width);
     text += is_sharp ? Attribute("shape-rendering", "crispEdges")
                      : Attribute("stroke-linejoin", "round") + Attribute("stroke-linecap", "round");
     return text;
 }
 
-double AnchorX(const Rect& rect, HorizontalAlignment alignment, int character_height) {
+double AnchorX(const Rect& rect, HorizontalAlignment alignment) {
     if (alignment == HorizontalAlignment::kLeft) return rect.left;
-    if (alignment == HorizontalAlignment::kRight) return rect.right - kRightGap * character_height;
+    if (alignment == HorizontalAlignment::kRight) return rect.right;
     return (rect.left + rect.right) / 2.0;
 }
 
@@ -108,33 +124,28 @@ double BaselineY(const Rect& rect, VerticalAlignment alignment, int character_he
 
 SvgCanvas::SvgCanvas(Size size) : size_(size), font_{"Arial", 14} {}
 
-void SvgCanvas::DrawLine(Point from, Point to, const Pen& pen) {
-    if (path_.empty() || path_.back() != from || path_pen_ != pen) {
-        EndPath();
-        path_.push_back(from);
-        path_pen_ = pen;
+void SvgCanvas::DrawPolyline(std::span<const Point> points, const Pen& pen) {
+    bool is_sharp = true;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        is_sharp = is_sharp && (points[i].x == points[i - 1].x || points[i].y == points[i - 1].y);
     }
-    path_.push_back(to);
+    body_ += "<polyline" + Attribute("points", PointList(points)) + Attribute("fill", "none") +
+             Stroke(pen, is_sharp) + "/>\n";
 }
 
-void SvgCanvas::EndPath() {
-    if (path_.empty()) return;
-    std::string points;
-    bool is_sharp = true;
-    for (std::size_t i = 0; i < path_.size(); ++i) {
-        if (i > 0) {
-            points += ' ';
-            is_sharp = is_sharp && (path_[i].x == path_[i - 1].x || path_[i].y == path_[i - 1].y);
-        }
-        // A device unit is a pixel: its middle is where a line runs.
-        points += Number(path_[i].x + 0.5) + ',' + Number(path_[i].y + 0.5);
-    }
-    body_ += "<polyline" + Attribute("points", points) + Stroke(path_pen_, is_sharp) + "/>\n";
-    path_.clear();
+void SvgCanvas::DrawPolygon(std::span<const Point> corners, Color fill, const Pen& outline) {
+    body_ += "<polygon" + Attribute("points", PointList(corners)) +
+             Attribute("fill", HexColor(fill)) + Stroke(outline, false) + "/>\n";
+}
+
+void SvgCanvas::DrawEllipse(const Rect& rect, Color fill, const Pen& outline) {
+    body_ += "<ellipse" + Attribute("cx", Middle(rect.left, rect.right)) +
+             Attribute("cy", Middle(rect.top, rect.bottom)) + Attribute("rx", rect.Width() / 2.0) +
+             Attribute("ry", rect.Height() / 2.0) + Attribute("fill", HexColor(fill)) +
+             Stroke(outline, false) + "/>\n";
 }
 
 void SvgCanvas::AddRectangle(const Rect& rect, std::string_view paint) {
-    EndPath();
     body_ += "<rect" + Attribute("x", rect.left) + Attribute("y", rect.top) +
              Attribute("width", std::max(rect.Width(), 0)) +
              Attribute("height", std::max(rect.Height(), 0));
@@ -147,7 +158,7 @@ void SvgCanvas::FillRectangle(const Rect& rect, Color color) {
 }
 
 void SvgCanvas::FrameRectangle(const Rect& rect, const Pen& pen) {
-    AddRectangle(rect, Stroke(pen, true));
+    AddRectangle(rect, Attribute("fill", "none") + Stroke(pen, true));
 }
 
 void SvgCanvas::SetFont(const Font& font) {
@@ -159,7 +170,6 @@ void SvgCanvas::SetTextColor(Color color) {
 }
 
 void SvgCanvas::AddText(double x, double baseline, std::string_view anchor, std::string_view text) {
-    EndPath();
     body_ += "<text" + Attribute("x", x) + Attribute("y", baseline) +
              Attribute("text-anchor", anchor) + Attribute("fill", HexColor(text_color_)) +
              Attribute("font-family", Escaped(FontFamily(font_))) +
@@ -174,7 +184,7 @@ void SvgCanvas::DrawTextAt(Point at, std::string_view text) {
 }
 
 void SvgCanvas::DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) {
-    const double x = AnchorX(rect, layout.horizontal, font_.character_height);
+    const double x = AnchorX(rect, layout.horizontal);
     const std::string_view anchor = AnchorName(layout.horizontal);
     if (!layout.word_wrap) {
         return AddText(x, BaselineY(rect, layout.vertical, font_.character_height), anchor, text);
@@ -222,14 +232,12 @@ int SvgCanvas::MeasureWrappedText(int width, std::string_view text) {
 }
 
 std::string SvgCanvas::Document() const {
-    SvgCanvas complete = *this;
-    complete.EndPath();
     const std::string width = FormatInteger(size_.width);
     const std::string height = FormatInteger(size_.height);
     return "<svg" + Attribute("xmlns", "http://www.w3.org/2000/svg") + Attribute("width", width) +
            Attribute("height", height) + Attribute("viewBox", "0 0 " + width + " " + height) +
            Attribute("xml:space", "preserve") + ">\n<rect width=\"100%\" height=\"100%\"" +
-           Attribute("fill", "#ffffff") + "/>\n" + complete.body_ + "</svg>\n";
+           Attribute("fill", "#ffffff") + "/>\n" + body_ + "</svg>\n";
 }
 
 }  // namespace tonvale

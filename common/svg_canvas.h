@@ -1,4 +1,4 @@
-// A canvas that writes a picture as SVG. One device unit is one unit of the picture.
+// A canvas that writes a picture as SVG. One device unit is one unit of the picture, at 96 dpi.
 #pragma once
 
 #include <string>
@@ -16,10 +16,14 @@ class SvgCanvas final : public Canvas {
     // A white picture; Arial 14 until SetFont.
     explicit SvgCanvas(Size size);
 
-    void DrawLine(Point from, Point to, const Pen& pen) override;
+    int Resolution() const override { return 96; }
+    void DrawPolyline(std::span<const Point> points, const Pen& pen) override;
+    void DrawPolygon(std::span<const Point> corners, Color fill, const Pen& outline) override;
+    void DrawEllipse(const Rect& rect, Color fill, const Pen& outline) override;
     void FillRectangle(const Rect& rect, Color color) override;
     void FrameRectangle(const Rect& rect, const Pen& pen) override;
     void SetFont(const Font& font) override;
+    const Font& CurrentFont() const override { return font_; }
     void SetTextColor(Color color) override;
     void DrawTextAt(Point at, std::string_view text) override;
     void DrawTextIn(const Rect& rect, std::string_view text, TextLayout layout) override;
@@ -34,15 +38,11 @@ class SvgCanvas final : public Canvas {
     std::vector<std::string> WrapText(int width, std::string_view text);
     void AddText(double x, double baseline, std::string_view anchor, std::string_view text);
     void AddRectangle(const Rect& rect, std::string_view paint);
-    // A line that goes on where the last one ended, with the same pen, becomes part of it.
-    void EndPath();
 
     Size size_;
     Font font_;
     Color text_color_ = kBlack;
     std::string body_;
-    std::vector<Point> path_;  // lines not yet written
-    Pen path_pen_;
 };
 
 }  // namespace tonvale

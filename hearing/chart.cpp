@@ -12,10 +12,29 @@ namespace tonvale {
 
 namespace {
 
-constexpr Pen kGridPen{kGrey, 1};
-constexpr Pen kAxisPen{kGrey, 2};
+// In pixels of a screen of 96 dpi, see Canvas::Scaled.
+constexpr int kGridWidth = 1;
+constexpr int kAxisWidth = 2;
 constexpr int kCurveWidth = 2;
+constexpr int kMarkerOutline = 1;
+constexpr int kMarkerRadius = 4;
 constexpr int kLegendLineInset = 8;
+constexpr int kLabelGap = 4;  // between an axis and its labels
+
+constexpr Color kDarkGrey{64, 64, 64};
+
+// The corners of the markers around their middle, in pixels of a screen of 96 dpi.
+constexpr Point kSquare[] = {{-4, -4}, {4, -4}, {4, 4}, {-4, 4}};
+constexpr Point kDiamond[] = {{0, -5}, {5, 0}, {0, 5}, {-5, 0}};
+constexpr Point kTriangleUp[] = {{0, -5}, {5, 4}, {-5, 4}};
+constexpr Point kTriangleDown[] = {{0, 5}, {5, -4}, {-5, -4}};
+constexpr Point kCross[] = {{0, -2}, {3, -5}, {5, -3}, {2, 0},  {5, 3},   {3, 5},
+                            {0, 2},  {-3, 5}, {-5, 3}, {-2, 0}, {-5, -3}, {-3, -5}};
+constexpr Point kPlus[] = {{-2, -5}, {2, -5}, {2, -2}, {5, -2}, {5, 2},   {2, 2},
+                           {2, 5},   {-2, 5}, {-2, 2}, {-5, 2}, {-5, -2}, {-2, -2}};
+// In the order of Marker; a circle has no corners.
+constexpr std::array<std::span<const Point>, 7> kMarkerCorners{
+    {{}, kSquare, kDiamond, kTriangleUp, kTriangleDown, kCross, kPlus}};
 
 // Magenta, blue, red; then the seven of a full set: magenta, blue, green, black, yellow, cyan, red.
 constexpr std::array<Color, 10> kCurveColors{{{255, 0, 255},
@@ -44,16 +63,31 @@ void DrawGreyText(Canvas& canvas, const Rect& rect, std::string_view text, TextL
     canvas.DrawTextIn(rect, text, layout);
 }
 
+Pen GridPen(const Canvas& canvas) {
+    return {kGrey, canvas.Scaled(kGridWidth)};
+}
+
+// The place of texts below the axis, a gap away from it.
+Rect BelowAxis(const Canvas& canvas, const Rect& rect) {
+    const int gap = canvas.Scaled(kLabelGap);
+    return {rect.left, rect.top + gap, rect.right, rect.bottom + gap};
+}
+
+// The place of texts that end to the left of the axis, a gap away from it.
+Rect BesideAxis(const Canvas& canvas, const Rect& rect) {
+    return {rect.left, rect.top, rect.right - canvas.Scaled(kLabelGap), rect.bottom};
+}
+
 void DrawHorizontalLines(Canvas& canvas, const Rect& grid, int ny) {
     const int step = grid.Height() / ny;
     for (int i = 1; i <= ny; ++i) {
         const int y = grid.bottom - i * step;
-        canvas.DrawLine({grid.left, y}, {grid.right, y}, kGridPen);
+        canvas.DrawLine({grid.left, y}, {grid.right, y}, GridPen(canvas));
     }
 }
 
 void DrawVerticalLine(Canvas& canvas, const Rect& grid, int x) {
-    canvas.DrawLine({x, grid.bottom}, {x, grid.top}, kGridPen);
+    canvas.DrawLine({x, grid.bottom}, {x, grid.top}, GridPen(canvas));
 }
 
 int Rounded(double position) {
@@ -79,6 +113,26 @@ bool ClipLine(CurvePoint& from, CurvePoint& to, const Rect& plot) {
            ClipAtEdge(from, to, [&](const CurvePoint& point) { return plot.right - point.x; }) &&
            ClipAtEdge(from, to, [&](const CurvePoint& point) { return point.y - plot.top; }) &&
            ClipAtEdge(from, to, [&](const CurvePoint& point) { return plot.bottom - point.y; });
+}
+
+void DrawMarker(Canvas& canvas, Point at, const CurvePen& pen) {
+    const Pen outline{kDarkGrey, canvas.Scaled(kMarkerOutline)};
+    const std::span<const Point> corners = kMarkerCorners[static_cast<std::size_t>(pen.marker)];
+    if (corners.empty()) {
+        const int radius = canvas.Scaled(kMarkerRadius);
+        const Rect around{at.x - radius, at.y - radius, at.x + radius, at.y + radius};
+        return canvas.DrawEllipse(around, pen.line.color, outline);
+    }
+    const double scale = canvas.Resolution() / 96.0;
+    std::vector<Point> scaled;
+    for (const Point& corner : corners) {
+        scaled.push_back({at.x + Rounded(corner.x * scale), at.y + Rounded(corner.y * scale)});
+    }
+    canvas.DrawPolygon(scaled, pen.line.color, outline);
+}
+
+Point ToDevicePoint(const CurvePoint& point) {
+    return {Rounded(point.x), Rounded(point.y)};
 }
 
 bool IsFinite(const CurvePoint& point) {
@@ -121,6 +175,24 @@ void DrawHorizontalAxis(Canvas& canvas, const ChartLayout& layout, const Chart& 
                          chart.horizontal_divisions);
 }
 
+bool IsDrawn(std::size_t curve, int selected_curve) {
+    return selected_curve == kAllCurves || selected_curve == static_cast<int>(curve);
+}
+
+// All curves or the selected one, and above them the markers of all.
+void DrawCurves(Canvas& canvas, const Rect& plot, const Chart& chart, const CurvePens& pens,
+                int selected_curve) {
+    const std::size_t count = std::min(chart.curves.size(), pens.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!IsDrawn(i, selected_curve)) continue;
+        DrawCurve(canvas, plot, ToDeviceUnits(chart.curves[i], chart, plot), pens[i].line);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!IsDrawn(i, selected_curve)) continue;
+        DrawMarkers(canvas, plot, ToDeviceUnits(chart.curves[i], chart, plot), pens[i]);
+    }
+}
+
 }  // namespace
 
 ChartLayout ComputeChartLayout(const Rect& chart) {
@@ -148,7 +220,8 @@ void DrawGrid(Canvas& canvas, const Rect& grid, int nx, int ny) {
 void DrawHorizontalLabels(Canvas& canvas, const Rect& rect, std::span<const std::string> labels,
                           int n) {
     const int step = rect.Width() / n;
-    Rect cell{rect.left + step / 2, rect.top, rect.left + 3 * step / 2, rect.bottom};
+    const Rect row = BelowAxis(canvas, rect);
+    Rect cell{row.left + step / 2, row.top, row.left + 3 * step / 2, row.bottom};
     for (const std::string& label : labels) {
         DrawGreyText(canvas, cell, label, kCentered);
         cell.left += step;
@@ -159,7 +232,8 @@ void DrawHorizontalLabels(Canvas& canvas, const Rect& rect, std::span<const std:
 void DrawVerticalLabels(Canvas& canvas, const Rect& rect, std::span<const std::string> labels,
                         int n) {
     const int step = rect.Height() / n;
-    Rect cell{rect.left, rect.bottom - 3 * step / 2, rect.right, rect.bottom - step / 2};
+    const Rect column = BesideAxis(canvas, rect);
+    Rect cell{column.left, column.bottom - 3 * step / 2, column.right, column.bottom - step / 2};
     for (const std::string& label : labels) {
         DrawGreyText(canvas, cell, label, kRightAligned);
         cell.top -= step;
@@ -168,25 +242,27 @@ void DrawVerticalLabels(Canvas& canvas, const Rect& rect, std::span<const std::s
 }
 
 void DrawAxes(Canvas& canvas, const Rect& plot) {
-    canvas.DrawLine({plot.left, plot.top}, {plot.left, plot.bottom}, kAxisPen);
-    canvas.DrawLine({plot.left, plot.bottom}, {plot.right, plot.bottom}, kAxisPen);
+    const std::array<Point, 3> axes{
+        {{plot.left, plot.top}, {plot.left, plot.bottom}, {plot.right, plot.bottom}}};
+    canvas.DrawPolyline(axes, {kGrey, canvas.Scaled(kAxisWidth)});
 }
 
 void DrawHorizontalUnit(Canvas& canvas, const Rect& rect, std::string_view text) {
-    DrawGreyText(canvas, rect, text, kCentered);
+    DrawGreyText(canvas, BelowAxis(canvas, rect), text, kCentered);
 }
 
 void DrawVerticalUnit(Canvas& canvas, const Rect& rect, std::string_view text) {
-    DrawGreyText(canvas, rect, text, kRightAligned);
+    DrawGreyText(canvas, BesideAxis(canvas, rect), text, kRightAligned);
 }
 
-CurvePens CreateCurvePens(int count, bool use_color) {
+CurvePens CreateCurvePens(const Canvas& canvas, int count, bool use_color) {
     const std::size_t size =
         std::min(static_cast<std::size_t>(std::max(count, 0)), kCurveColors.size());
     const std::size_t first = size == kFullSet ? kCurveColors.size() - kFullSet : 0;
     CurvePens pens;
     for (std::size_t i = 0; i < size; ++i) {
-        pens.push_back({use_color ? kCurveColors[first + i] : kBlack, kCurveWidth});
+        pens.push_back({{use_color ? kCurveColors[first + i] : kBlack, canvas.Scaled(kCurveWidth)},
+                        static_cast<Marker>(i % kMarkerCorners.size())});
     }
     return pens;
 }
@@ -194,15 +270,16 @@ CurvePens CreateCurvePens(int count, bool use_color) {
 void DrawLegend(Canvas& canvas, const Rect& rect, const CurvePens& pens,
                 std::span<const std::string> labels, int selected_curve) {
     if (labels.empty()) return;
-    const int count = static_cast<int>(std::min(labels.size(), pens.size()));
     const int width = rect.Width() / static_cast<int>(labels.size());
-    for (int i = 0; i < count; ++i) {
-        if (selected_curve != kAllCurves && selected_curve != i) continue;
-        const Rect cell{rect.left + i * width, rect.top, rect.left + (i + 1) * width, rect.bottom};
-        canvas.DrawLine({cell.left + kLegendLineInset, cell.top},
-                        {cell.right - kLegendLineInset, cell.top},
-                        pens[static_cast<std::size_t>(i)]);
-        DrawGreyText(canvas, cell, labels[static_cast<std::size_t>(i)],
+    const int inset = canvas.Scaled(kLegendLineInset);
+    for (std::size_t i = 0; i < std::min(labels.size(), pens.size()); ++i) {
+        if (!IsDrawn(i, selected_curve)) continue;
+        const int left = rect.left + static_cast<int>(i) * width;
+        const Rect cell{left, rect.top, left + width, rect.bottom};
+        canvas.DrawLine({cell.left + inset, cell.top}, {cell.right - inset, cell.top},
+                        pens[i].line);
+        DrawMarker(canvas, {left + width / 2, cell.top}, pens[i]);
+        DrawGreyText(canvas, cell, labels[i],
                      {HorizontalAlignment::kCenter, VerticalAlignment::kBottom});
     }
 }
@@ -229,20 +306,35 @@ void DrawFrequencyGrid(Canvas& canvas, const Rect& grid, int ny) {
 
 void DrawFrequencyLabels(Canvas& canvas, const Rect& rect) {
     const LogFrequencyAxis axis(rect);
+    const Rect row = BelowAxis(canvas, rect);
     const int half_cell = axis.OctaveWidth() / 2;
     for (const int frequency_hz : kAudiometricFrequenciesHz) {
         const int x = Rounded(axis.X(frequency_hz));
-        DrawGreyText(canvas, {x - half_cell, rect.top, x + half_cell, rect.bottom},
+        DrawGreyText(canvas, {x - half_cell, row.top, x + half_cell, row.bottom},
                      FormatInteger(frequency_hz), kCentered);
     }
 }
 
 void DrawCurve(Canvas& canvas, const Rect& plot, const Curve& points, const Pen& pen) {
+    std::vector<Point> run;  // as far as nothing is left out
     for (std::size_t i = 1; i < points.size(); ++i) {
         CurvePoint from = points[i - 1];
         CurvePoint to = points[i];
         if (!IsFinite(from) || !IsFinite(to) || !ClipLine(from, to, plot)) continue;
-        canvas.DrawLine({Rounded(from.x), Rounded(from.y)}, {Rounded(to.x), Rounded(to.y)}, pen);
+        if (run.empty() || run.back() != ToDevicePoint(from)) {
+            if (!run.empty()) canvas.DrawPolyline(run, pen);
+            run = {ToDevicePoint(from)};
+        }
+        run.push_back(ToDevicePoint(to));
+    }
+    if (!run.empty()) canvas.DrawPolyline(run, pen);
+}
+
+void DrawMarkers(Canvas& canvas, const Rect& plot, const Curve& points, const CurvePen& pen) {
+    for (const CurvePoint& point : points) {
+        const bool is_inside = point.x >= plot.left && point.x <= plot.right &&
+                               point.y >= plot.top && point.y <= plot.bottom;
+        if (is_inside) DrawMarker(canvas, ToDevicePoint(point), pen);
     }
 }
 
@@ -257,13 +349,9 @@ void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const Drawi
     DrawHorizontalUnit(canvas, layout.horizontal_unit, chart.horizontal_unit);
     DrawVerticalUnit(canvas, layout.vertical_unit, chart.vertical_unit);
     DrawTitle(canvas, layout.title, chart.titles);
-    const CurvePens pens = CreateCurvePens(chart.pen_count, style.use_color);
+    const CurvePens pens = CreateCurvePens(canvas, chart.pen_count, style.use_color);
     DrawLegend(canvas, layout.legend, pens, chart.legend, style.selected_curve);
-    for (std::size_t i = 0; i < std::min(chart.curves.size(), pens.size()); ++i) {
-        if (style.selected_curve != kAllCurves && style.selected_curve != static_cast<int>(i))
-            continue;
-        DrawCurve(canvas, layout.plot, ToDeviceUnits(chart.curves[i], chart, layout.plot), pens[i]);
-    }
+    DrawCurves(canvas, layout.plot, chart, pens, style.selected_curve);
     canvas.SetTextColor(kBlack);
 }
 

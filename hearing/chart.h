@@ -1,7 +1,8 @@
 // The charts of the hearing-damage calculators: layout, grid, labels, axes, legend and curves.
 //
-// All lengths are device units, all their divisions truncate. The operations expect rectangles with
-// a width and a height and at least one division.
+// All lengths are device units, all their divisions truncate. Lines, markers and gaps are as wide
+// on every device as on a screen. The operations expect rectangles with a width and a height and at
+// least one division.
 #pragma once
 
 #include <span>
@@ -41,12 +42,23 @@ void DrawAxes(Canvas& canvas, const Rect& plot);
 void DrawHorizontalUnit(Canvas& canvas, const Rect& rect, std::string_view text);
 void DrawVerticalUnit(Canvas& canvas, const Rect& rect, std::string_view text);
 
-// Pens two units wide, one per curve; all black without colour. A set of seven has seven colours,
-// any other count (at most ten) repeats the first few.
-using CurvePens = std::vector<Pen>;
-CurvePens CreateCurvePens(int count, bool use_color);
+// Filled with the colour of the curve, which alone would not tell yellow from the paper, nor one
+// black curve from another.
+enum class Marker { kCircle, kSquare, kDiamond, kTriangleUp, kTriangleDown, kCross, kPlus };
 
-// One cell per label, a line of its pen above it; of one selected curve only its cell.
+struct CurvePen {
+    Pen line;
+    Marker marker = Marker::kCircle;
+};
+
+// Pens two pixels of a screen wide, one per curve; all black without colour. A set of seven has
+// seven colours, any other count (at most ten) repeats the first few. The first seven markers all
+// differ.
+using CurvePens = std::vector<CurvePen>;
+CurvePens CreateCurvePens(const Canvas& canvas, int count, bool use_color);
+
+// One cell per label, a line and the marker of its pen above it; of one selected curve only its
+// cell.
 void DrawLegend(Canvas& canvas, const Rect& rect, const CurvePens& pens,
                 std::span<const std::string> labels, int selected_curve);
 
@@ -76,6 +88,8 @@ using Curve = std::vector<CurvePoint>;
 // Joins the points, given in device units, by straight lines and cuts them off at the edges of
 // `plot`. A line to or from a point that is not finite is left out.
 void DrawCurve(Canvas& canvas, const Rect& plot, const Curve& points, const Pen& pen);
+// Marks those of the points, given in device units, that lie in `plot`.
+void DrawMarkers(Canvas& canvas, const Rect& plot, const Curve& points, const CurvePen& pen);
 
 // --- A whole chart -------------------------------------------------------------------------------
 

@@ -2,6 +2,8 @@
 // height, and a wrapped text takes one font height a line.
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,11 +29,28 @@ class RecordingCanvas final : public Canvas {
         bool operator==(const DrawnLine&) const = default;
     };
 
+    struct DrawnShape {
+        std::vector<Point> corners;  // two of an ellipse: those of the rectangle around it
+        Color fill;
+    };
+
     std::vector<DrawnText> texts;
     std::vector<DrawnLine> lines;
+    std::vector<DrawnShape> shapes;
 
-    void DrawLine(Point from, Point to, const Pen& pen) override {
-        lines.push_back({from, to, pen});
+    int resolution = 96;
+
+    int Resolution() const override { return resolution; }
+    void DrawPolyline(std::span<const Point> points, const Pen& pen) override {
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            lines.push_back({points[i - 1], points[i], pen});
+        }
+    }
+    void DrawPolygon(std::span<const Point> corners, Color fill, const Pen&) override {
+        shapes.push_back({{corners.begin(), corners.end()}, fill});
+    }
+    void DrawEllipse(const Rect& rect, Color fill, const Pen&) override {
+        shapes.push_back({{{rect.left, rect.top}, {rect.right, rect.bottom}}, fill});
     }
     void FillRectangle(const Rect&, Color) override {}
     void FrameRectangle(const Rect& rect, const Pen& pen) override {
@@ -41,6 +60,7 @@ class RecordingCanvas final : public Canvas {
         DrawLine({rect.left, rect.bottom}, {rect.left, rect.top}, pen);
     }
     void SetFont(const Font& font) override { font_ = font; }
+    const Font& CurrentFont() const override { return font_; }
     void SetTextColor(Color color) override { color_ = color; }
     void DrawTextAt(Point at, std::string_view text) override {
         texts.push_back({{at.x, at.y, at.x, at.y}, std::string(text), {}, font_, color_});
@@ -60,9 +80,9 @@ class RecordingCanvas final : public Canvas {
     }
 
   private:
-    int LineHeight() const { return font_.character_height > 0 ? font_.character_height : 12; }
+    int LineHeight() const { return font_.character_height; }
 
-    Font font_;
+    Font font_{.face = "Arial", .character_height = 12};
     Color color_ = kBlack;
 };
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace tonvale {
 namespace {
 
@@ -12,21 +14,23 @@ using ::testing::Not;
 
 constexpr Pen kRedPen{{255, 0, 16}, 2};
 
-TEST(SvgCanvas, JoinsTheLinesOfACurveAndKeepsTheOrder) {
+TEST(SvgCanvas, DrawsLinesAndShapesInTheirOrder) {
     SvgCanvas canvas({100, 100});
-    canvas.DrawLine({0, 0}, {10, 5}, kRedPen);
-    canvas.DrawLine({10, 5}, {20, 0}, kRedPen);
+    const std::array<Point, 3> points{{{0, 0}, {10, 5}, {20, 0}}};
+    canvas.DrawPolyline(points, kRedPen);
     canvas.DrawLine({20, 0}, {30, 0}, {kGrey, 1});
     canvas.DrawTextAt({1, 2}, "dopo");
-    canvas.DrawLine({30, 0}, {30, 9}, {kGrey, 1});
+    canvas.DrawPolygon(points, kGrey, kRedPen);
+    canvas.DrawEllipse({10, 20, 19, 30}, kBlack, kRedPen);
     canvas.FrameRectangle({10, 20, 5, 70}, kRedPen);
     const std::string picture = canvas.Document();
     EXPECT_THAT(picture, HasSubstr("<polyline points=\"0.5,0.5 10.5,5.5 20.5,0.5\""));
     EXPECT_THAT(picture, HasSubstr("stroke=\"#808080\" stroke-width=\"1\" "
                                    "shape-rendering=\"crispEdges\"/>\n<text"));
-    EXPECT_THAT(picture, HasSubstr(">dopo</text>\n<polyline points=\"30.5,0.5 30.5,9.5\""));
+    EXPECT_THAT(picture, HasSubstr(">dopo</text>\n<polygon points=\"0.5,0.5 10.5,5.5 20.5,0.5\" "
+                                   "fill=\"#808080\" stroke=\"#ff0010\""));
     EXPECT_THAT(picture, HasSubstr("<rect x=\"10\" y=\"20\" width=\"0\" height=\"50\" "));
-    EXPECT_EQ(picture, canvas.Document());
+    EXPECT_THAT(picture, HasSubstr("<ellipse cx=\"15\" cy=\"25.5\" rx=\"4.5\" ry=\"5\" "));
 }
 
 TEST(SvgCanvas, EscapesAndPlacesTexts) {
@@ -42,7 +46,7 @@ TEST(SvgCanvas, EscapesAndPlacesTexts) {
                                 "fill=\"#808080\" font-family=\"Arial &quot;X&quot;, Helvetica, "
                                 "sans-serif\" font-size=\"10\" font-weight=\"700\" "
                                 "font-style=\"italic\">a&lt;b &amp; &quot;è&quot; \uFFFD</text>"),
-                      HasSubstr("<text x=\"97.5\" y=\"47.88\" text-anchor=\"end\"")));
+                      HasSubstr("<text x=\"100\" y=\"47.88\" text-anchor=\"end\"")));
 }
 
 TEST(SvgCanvas, MeasuresAndWrapsByTheMeanWidthOfTheFace) {

@@ -5,6 +5,8 @@
 
 #include <cmath>
 #include <limits>
+#include <set>
+#include <utility>
 
 #include "tests/common/recording_canvas.h"
 
@@ -21,6 +23,12 @@ std::vector<std::string> TextsOf(const RecordingCanvas& canvas) {
     std::vector<std::string> texts;
     for (const auto& text : canvas.texts) texts.push_back(text.text);
     return texts;
+}
+
+std::vector<std::pair<int, int>> OffsetsFrom(Point origin, const std::vector<Point>& points) {
+    std::vector<std::pair<int, int>> offsets;
+    for (const Point& point : points) offsets.push_back({point.x - origin.x, point.y - origin.y});
+    return offsets;
 }
 
 Chart SmallChart() {
@@ -115,6 +123,38 @@ TEST(Chart, PutsItsCurvesAndLabelsAtTheLinesOfTheGrid) {
             EXPECT_NEAR(cell.top + cell.bottom, 2 * horizontal[i].from.y, 2) << i;
         }
     }
+}
+
+TEST(Chart, TellsCurvesApartByMarkersAndLooksAlikeOnEveryDevice) {
+    Chart chart = SmallChart();
+    chart.legend.assign(7, "x");
+    chart.curves.assign(7, {{1, 1}, {2, 12}, {3, 3}});  // the second point lies outside
+    RecordingCanvas screen;
+    DrawChart(screen, {0, 0, 800, 600}, chart, {});
+    ASSERT_THAT(screen.shapes, SizeIs(7 + 7 * 2));
+    EXPECT_EQ(screen.lines[0].pen.width, 1);
+    EXPECT_EQ(screen.lines.back().pen.width, 2);
+    std::set<std::vector<std::pair<int, int>>> shapes;
+    for (std::size_t i = 0; i < 7; ++i) {
+        const auto& in_legend = screen.shapes[i];
+        const auto& first = screen.shapes[7 + 2 * i];
+        EXPECT_EQ(first.fill, in_legend.fill);
+        EXPECT_EQ(OffsetsFrom(first.corners.front(), first.corners),
+                  OffsetsFrom(in_legend.corners.front(), in_legend.corners));
+        shapes.insert(OffsetsFrom(screen.lines[14 + 2 + 7].from, first.corners));
+    }
+    EXPECT_THAT(shapes, SizeIs(7)) << "one shape a curve, whatever its colour";
+
+    RecordingCanvas paper;
+    paper.resolution = 600;
+    DrawChart(paper, {0, 0, 5000, 3750}, chart, {.use_color = false, .selected_curve = 1});
+    EXPECT_EQ(paper.lines[0].pen.width, 6);
+    EXPECT_EQ(paper.lines.back().pen, (Pen{kBlack, 13}));
+    ASSERT_THAT(paper.shapes, SizeIs(1 + 2));
+    const auto side = [](const RecordingCanvas::DrawnShape& shape) {
+        return shape.corners[1].x - shape.corners[0].x;
+    };
+    EXPECT_NEAR(side(paper.shapes[1]), side(screen.shapes[9]) * 600.0 / 96, 1);
 }
 
 TEST(Chart, ChoosesATitleThatFitsAndTheSelectedCurve) {
