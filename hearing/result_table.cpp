@@ -14,7 +14,75 @@ constexpr std::size_t kFirstColumnCharacters = 6;
 constexpr std::size_t kColumnCharacters = 11;
 
 constexpr std::size_t kLinesAboveRows = 3;  // title, parameters, header
-constexpr int kSmallestCharacters = 6;      // in height, device units; nobody reads smaller ones
+constexpr int kSmallestCharacters = 6;      // in height, on a screen; nobody reads smaller ones
+
+// The text of `texts` that takes most room in the current font.
+std::string Widest(Canvas& canvas, const std::vector<std::string>& texts) {
+    const auto widest = std::max_element(
+        texts.begin(), texts.end(), [&](const std::string& left, const std::string& right) {
+            return canvas.MeasureText(left).width < canvas.MeasureText(right).width;
+        });
+    return widest == texts.end() ? std::string() : *widest;
+}
+
+// Numbers and headers end where three quarters of their column do, marks begin there.
+int EdgeOf(int column_width) {
+    return column_width * 3 / 4;
+}
+
+// What limits the size of a table's font.
+class TableFit {
+  public:
+    TableFit(Canvas& canvas, const Rect& area, const ResultTable& table)
+        : canvas_(canvas),
+          area_(area),
+          column_width_(area.Width() / table.column_count),
+          line_count_(static_cast<int>(kLinesAboveRows + table.rows.size())),
+          line_(Widest(canvas, {" " + table.title, table.parameter_line})) {
+        std::vector<std::string> first_cells{table.header.front()};
+        std::vector<std::string> cells = table.header;
+        for (const auto& row : table.rows) {
+            first_cells.push_back(row.front().text);
+            for (const TableCell& cell : row) cells.push_back(cell.text);
+        }
+        first_cell_ = Widest(canvas, first_cells);
+        cell_ = Widest(canvas, cells);
+    }
+
+    // Makes the canvas's font as large as the area allows, but at most twice as large as it is.
+    void ChooseFont() {
+        Font font = canvas_.CurrentFont();
+        int fitting = canvas_.Scaled(kSmallestCharacters);
+        int too_large = std::max(font.character_height * 2, fitting) + 1;
+        while (too_large - fitting > 1) {
+            font.character_height = (fitting + too_large) / 2;
+            canvas_.SetFont(font);
+            (Fits() ? fitting : too_large) = font.character_height;
+        }
+        font.character_height = fitting;
+        canvas_.SetFont(font);
+    }
+
+  private:
+    // The lowest sixteenth of a page is for the notes. A wide text begins in the free end of the
+    // column before its own, where the first column has none.
+    bool Fits() {
+        const Size digit = canvas_.MeasureText("0");
+        return digit.height * line_count_ <= area_.Height() * 15 / 16 &&
+               canvas_.MeasureText(line_).width <= area_.Width() &&
+               canvas_.MeasureText(first_cell_).width <= EdgeOf(column_width_) &&
+               canvas_.MeasureText(cell_).width + digit.width <= column_width_;
+    }
+
+    Canvas& canvas_;
+    Rect area_;
+    int column_width_;
+    int line_count_;
+    // The widest ones.
+    std::string line_;
+    std::string first_cell_;
+    std::string cell_;
+};
 
 // Writes the lines of a table one under another.
 class TablePainter {
@@ -26,15 +94,6 @@ class TablePainter {
           line_height_(canvas.MeasureText("0").height),
           y_(area.top) {}
 
-    // Writes smaller than the canvas does as yet if `count` lines would not fit.
-    void FitLines(int count) {
-        const int room = area_.Height() / count;
-        if (line_height_ <= room) return;
-        canvas_.SetFont(
-            {.face = "Arial", .character_height = std::max(room * 4 / 5, kSmallestCharacters)});
-        line_height_ = canvas_.MeasureText("0").height;
-    }
-
     bool HasRoom() const { return y_ + line_height_ <= area_.bottom; }
     void NextLine() { y_ += line_height_; }
 
@@ -43,10 +102,9 @@ class TablePainter {
         canvas_.DrawTextAt({area_.left, y_}, text);
     }
 
-    // Numbers and headers end where three quarters of their column do, marks begin there.
     void DrawCell(int column, std::string_view text, std::string_view mark, Color color) {
         const int left = area_.left + column * column_width_;
-        const int edge = left + column_width_ * 3 / 4;
+        const int edge = left + EdgeOf(column_width_);
         canvas_.SetTextColor(color);
         canvas_.DrawTextIn({left, y_, edge, y_ + line_height_}, text,
                            {.horizontal = HorizontalAlignment::kRight});
@@ -112,8 +170,9 @@ std::string AlignedLine(const std::vector<TableCell>& row) {
 void DrawResultTable(Canvas& canvas, const Rect& area, const ResultTable& table,
                      const DrawingStyle& style) {
     if (area.Width() <= 0 || area.Height() <= 0) return;
+    const Font font = canvas.CurrentFont();
+    TableFit(canvas, area, table).ChooseFont();
     TablePainter painter(canvas, area, table.column_count);
-    painter.FitLines(static_cast<int>(kLinesAboveRows + table.rows.size()));
     for (const std::string& line : {" " + table.title, table.parameter_line}) {
         if (painter.HasRoom()) painter.DrawWholeLine(line);
         painter.NextLine();
@@ -123,6 +182,7 @@ void DrawResultTable(Canvas& canvas, const Rect& area, const ResultTable& table,
         painter.NextLine();
         if (painter.HasRoom()) DrawRow(painter, row, table.column_colors, style.use_color);
     }
+    canvas.SetFont(font);
     canvas.SetTextColor(kBlack);
 }
 

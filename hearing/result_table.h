@@ -28,7 +28,8 @@ struct ResultTable {
     std::vector<std::vector<TableCell>> rows;
 };
 
-// One text line under another from the top left corner, those that `area` has room for.
+// One text line under another from the top left corner, in the face of the current font: as large
+// as `area` allows, but at most twice as large as that font; lines without room are left out.
 void DrawResultTable(Canvas& canvas, const Rect& area, const ResultTable& table,
                      const DrawingStyle& style);
 

@@ -163,7 +163,7 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
               " Anni di esposizione:  35   Leq: 90.0 dBA   Età:  60  Sesso: M   Tabella: Nuova");
     EXPECT_EQ(canvas.texts[10].color, kTableRed);
     EXPECT_EQ(canvas.texts[12].text, "22.4");
-    EXPECT_EQ(canvas.texts[12].rect, (Rect{250, 56, 325, 68}));
+    EXPECT_EQ(canvas.texts[12].rect, (Rect{250, 80, 325, 100}));
     EXPECT_EQ(canvas.texts[17].text + canvas.texts[18].text, "18.5 *");
     EXPECT_EQ(canvas.texts[18].color, kTableGreen);
 
@@ -173,11 +173,14 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
     EXPECT_EQ(black.texts.size(), 2U + 7 + 19 * 7);
     for (const auto& text : black.texts) EXPECT_EQ(text.color, kBlack);
 
-    // Smaller where there is little room, but not too small to be read.
+    // As large as there is room for, up to twice the font; where there is little, smaller, but not
+    // too small to be read.
     const LossPredictionView nipts(prediction);
     const RecordingCanvas low = DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 22 * 10});
     EXPECT_THAT(low.texts, SizeIs(2 + 7 + 19 * 7));
-    EXPECT_EQ(low.texts.back().rect.bottom, 22 * 8);
+    EXPECT_EQ(low.texts.back().rect.bottom, 22 * 9);
+    EXPECT_EQ(DrawnBy(nipts, ViewKind::kTable, {0, 0, 3000, 2000}).texts.back().rect.bottom,
+              22 * 24);
     EXPECT_THAT(DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 6 * 4 + 5}).texts, SizeIs(2 + 7 + 7));
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 0}).texts, IsEmpty());
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 0, 900}).texts, IsEmpty());
