@@ -222,7 +222,7 @@ TEST(UncertaintyFile, LoadsWhatAFileHoldsWhateverItClaims) {
                            "LEQ_1=90\n[LEPW]\nNUMITEM=-1\nLEP_0=80\n"),
         study));
     ASSERT_EQ(study.samples.size(), 3U);
-    EXPECT_EQ(study.samples[0].level_dba, 123456789012345);
+    EXPECT_EQ(study.samples[0].level_dba, 123456789012345.0);
     EXPECT_EQ(study.samples[1].time, -4);
     EXPECT_EQ(study.samples[2].level_dba, 0);
     EXPECT_EQ(study.represented_time, 1e9);
