@@ -18,6 +18,7 @@
 #include "report/report_clipboard_win.h"
 #include "report/report_file_win.h"
 #include "report/report_printing_win.h"
+#include "report/rich_edit/rich_edit_guard_win.h"
 #include "report/rich_edit/rich_edit_objects_win.h"
 #include "report/rich_edit/rich_edit_pictures_win.h"
 #include "report/text_colors.h"
@@ -163,6 +164,7 @@ bool ReportDocument::Parts::CreateEditor() {
 }
 
 void ReportDocument::Parts::SetUpEditor() {
+    if (NeedsGuard(edit)) Guard(edit.window());
     edit.Send(EM_EXLIMITTEXT, 0, kMaxReportCharacters);
     edit.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(kPaper));
     edit.SetWordWrap(word_wrap);
