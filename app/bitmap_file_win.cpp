@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 
 namespace tonvale {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "common/toolbar_images_win.h"
+#include "dialogs/toolbar_images_win.h"
 
 namespace tonvale {
 

@@ -9,15 +9,15 @@
 #include <string>
 
 #include "app/app_state.h"
-#include "app/help_window.h"
+#include "help/help_window.h"
 #include "app/main_toolbar_win.h"
 #include "app/result_view_window.h"
 #include "app/splash_window.h"
 #include "app/view_switch_win.h"
-#include "app/window_win.h"
-#include "common/app_context_win.h"
-#include "common/dialog_tips_win.h"
-#include "common/handles_win.h"
+#include "dialogs/window_win.h"
+#include "dialogs/app_context_win.h"
+#include "dialogs/dialog_tips_win.h"
+#include "dialogs/handles_win.h"
 #include "common/result_view.h"
 #include "report/report_document_win.h"
 

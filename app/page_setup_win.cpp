@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 
 namespace tonvale {
 namespace {

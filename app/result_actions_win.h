@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/result_view_window.h"
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 #include "report/report_document_win.h"
 
 namespace tonvale {

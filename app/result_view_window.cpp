@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "common/gdi_canvas_win.h"
+#include "dialogs/gdi_canvas_win.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 

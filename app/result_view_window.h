@@ -9,8 +9,8 @@
 #include <memory>
 #include <optional>
 
-#include "app/window_win.h"
-#include "common/handles_win.h"
+#include "dialogs/window_win.h"
+#include "dialogs/handles_win.h"
 #include "common/result_view.h"
 
 namespace tonvale {

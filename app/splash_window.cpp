@@ -2,7 +2,7 @@
 
 #include <mmsystem.h>
 
-#include "common/dialog_win.h"
+#include "dialogs/dialog_win.h"
 
 namespace tonvale {
 namespace {

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "common/dialog_win.h"
+#include "dialogs/dialog_win.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <span>
 
-#include "common/form_dialog_win.h"
-#include "common/list_calculator_dialog_win.h"
+#include "dialogs/form_dialog_win.h"
+#include "dialogs/list_calculator_dialog_win.h"
 #include "common/unicode_win.h"
 #include "exposure/exposure_item_dialog.h"
 #include "exposure/time_unit.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "common/dialog_win.h"
-#include "common/file_dialogs_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/file_dialogs_win.h"
 #include "common/file_kinds.h"
 #include "resources/resource.h"
 

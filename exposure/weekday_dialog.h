@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 
 namespace tonvale {
 

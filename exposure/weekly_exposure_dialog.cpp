@@ -2,8 +2,8 @@
 
 #include <commctrl.h>
 
-#include "common/form_dialog_win.h"
-#include "common/list_calculator_dialog_win.h"
+#include "dialogs/form_dialog_win.h"
+#include "dialogs/list_calculator_dialog_win.h"
 #include "exposure/weekday_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 #include "exposure/weekly_exposure.h"
 
 namespace tonvale {

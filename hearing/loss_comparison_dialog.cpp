@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "common/dialog_win.h"
-#include "common/status_bar_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/status_bar_win.h"
 #include "common/unicode_win.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"

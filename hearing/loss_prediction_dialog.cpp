@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "common/dialog_win.h"
-#include "common/help_viewer_win.h"
-#include "common/status_bar_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/help_viewer_win.h"
+#include "dialogs/status_bar_win.h"
 #include "hearing/damage_table.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"

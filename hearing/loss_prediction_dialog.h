@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 #include "hearing/loss_prediction.h"
 
 namespace tonvale {

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "report/text_colors.h"
 #include "resources/resource.h"
 

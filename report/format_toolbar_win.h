@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "common/toolbar_images_win.h"
+#include "dialogs/toolbar_images_win.h"
 #include "report/report_format_win.h"
 
 namespace tonvale {

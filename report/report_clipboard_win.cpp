@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "common/clipboard_win.h"
+#include "dialogs/clipboard_win.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/unicode_win.h"

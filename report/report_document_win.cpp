@@ -8,11 +8,11 @@
 #include <string_view>
 #include <utility>
 
-#include "common/clipboard_win.h"
-#include "common/dialog_win.h"
-#include "common/file_dialogs_win.h"
+#include "dialogs/clipboard_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/file_dialogs_win.h"
 #include "common/file_kinds.h"
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "report/format_menus_win.h"
 #include "report/format_toolbar_win.h"
 #include "report/report_clipboard_win.h"

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 
 namespace tonvale {
 

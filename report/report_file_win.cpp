@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "common/file_system.h"
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "common/unicode_win.h"
 
 namespace tonvale {

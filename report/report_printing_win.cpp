@@ -3,7 +3,7 @@
 #include <memory>
 #include <optional>
 
-#include "common/printer_win.h"
+#include "dialogs/printer_win.h"
 #include "report/rich_edit/picture_win.h"
 #include "report/rtf/rich_text_printer.h"
 #include "report/rtf/rtf_reader.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "common/app_context_win.h"
+#include "dialogs/app_context_win.h"
 #include "common/user_message.h"
 #include "report/rich_edit/rich_edit_gaps_win.h"
 #include "report/rich_edit/rich_edit_win.h"

@@ -9,7 +9,7 @@ using std::max;
 using std::min;
 #include <gdiplus.h>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 
 namespace tonvale {
 namespace {

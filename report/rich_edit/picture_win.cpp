@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "report/rich_edit/com_pointer_win.h"
 #include "report/rtf/twips.h"
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "common/text.h"
 #include "report/rich_edit/code_pages_win.h"
 #include "report/rich_edit/picture_win.h"

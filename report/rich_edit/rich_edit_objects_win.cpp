@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "common/numbers.h"
 #include "common/unicode_win.h"
 #include "report/rich_edit/com_pointer_win.h"

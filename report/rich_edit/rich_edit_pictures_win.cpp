@@ -12,7 +12,7 @@
 #include <memory>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "report/rich_edit/com_pointer_win.h"
 
 namespace tonvale {

@@ -1,5 +1,5 @@
 // Any bytes make a help book whose places exist, and whose rich text is 7-bit with balanced braces.
-#include "app/help_topics.h"
+#include "help/help_topics.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/help_rtf.h"
+#include "help/help_rtf.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include "common/file_system.h"
 #include "common/numbers.h"
 #include "common/print_frame.h"
-#include "common/printer_win.h"
+#include "dialogs/printer_win.h"
 #include "common/profile_file.h"
 #include "common/unicode_win.h"
 #include "exposure/daily_exposure.h"

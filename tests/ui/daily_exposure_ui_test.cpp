@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "common/clipboard_win.h"
+#include "dialogs/clipboard_win.h"
 #include "common/text.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "common/file_dialogs_win.h"
-#include "common/gdi_canvas_win.h"
-#include "common/print_notes_dialog.h"
-#include "common/printer_win.h"
-#include "common/status_bar_win.h"
+#include "dialogs/file_dialogs_win.h"
+#include "dialogs/gdi_canvas_win.h"
+#include "dialogs/print_notes_dialog.h"
+#include "dialogs/printer_win.h"
+#include "dialogs/status_bar_win.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"

@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
-#include "app/help_window.h"
-#include "common/handles_win.h"
+#include "help/help_window.h"
+#include "dialogs/handles_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "resources/resource.h"

@@ -12,8 +12,8 @@
 #include <cstring>
 #include <string>
 
-#include "common/clipboard_win.h"
-#include "common/handles_win.h"
+#include "dialogs/clipboard_win.h"
+#include "dialogs/handles_win.h"
 #include "report/rich_edit/com_pointer_win.h"
 #include "report/rich_edit/rich_edit_objects_win.h"
 #include "report/rtf/rtf_reader.h"

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "common/clipboard_win.h"
+#include "dialogs/clipboard_win.h"
 #include "common/text.h"
 #include "report/report_document_win.h"
 #include "resources/resource.h"

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"

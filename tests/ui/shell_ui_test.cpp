@@ -15,7 +15,7 @@
 #include "app/bitmap_file_win.h"
 #include "app/splash_window.h"
 #include "app/view_switch_win.h"
-#include "common/clipboard_win.h"
+#include "dialogs/clipboard_win.h"
 #include "common/result_view.h"
 #include "hearing/loss_comparison.h"
 #include "resources/help_contexts.h"

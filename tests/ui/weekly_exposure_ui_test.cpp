@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "common/handles_win.h"
+#include "dialogs/handles_win.h"
 #include "exposure/weekly_exposure.h"
 #include "exposure/weekly_exposure_dialog.h"
 #include "tests/ui/calculator_fixture.h"

@@ -1,0 +1,411 @@
+#include "help/help_topics.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "help/help_rtf.h"
+#include "common/numbers.h"
+#include "common/profile_file.h"
+#include "common/text.h"
+#include "exposure/daily_exposure.h"
+#include "exposure/weekly_exposure.h"
+#include "hearing/damage_table.h"
+#include "hearing/loss_comparison.h"
+#include "hearing/loss_prediction.h"
+#include "report/rtf/rtf_reader.h"
+#include "resources/help_contexts.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+std::string ReadSource(const std::string& path) {
+    const char* examples = std::getenv("TONVALE_EXAMPLES");
+    std::ifstream stream(std::string(examples ? examples : "examples") + "/../" + path,
+                         std::ios::binary);
+    if (!stream) throw std::runtime_error("cannot read " + path);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+const HelpBook& Guide() {
+    static const HelpBook book = HelpBook::Parse(ReadSource("resources/help/tonvale.hlp"));
+    return book;
+}
+
+// "b:text" for bold, "i:" for italic, "7:" for a link, parts by "/".
+std::string Describe(const HelpText& text) {
+    std::string description;
+    for (const HelpSpan& span : text) {
+        if (!description.empty()) description += '/';
+        if (span.bold) description += "b:";
+        if (span.italic) description += "i:";
+        if (span.link) description += std::to_string(*span.link) + ":";
+        description += span.text;
+    }
+    return description;
+}
+
+std::vector<std::string> Describe(const std::vector<HelpBlock>& blocks) {
+    constexpr const char* kKinds[] = {"#", "##", "", "-", "|h", "|", ">"};
+    std::vector<std::string> descriptions;
+    for (const HelpBlock& block : blocks) {
+        std::string description = kKinds[static_cast<int>(block.kind)];
+        for (const HelpText& cell : block.cells) description += "[" + Describe(cell) + "]";
+        descriptions.push_back(description);
+    }
+    return descriptions;
+}
+
+std::string DescribeText(const std::string& text) {
+    return Describe(HelpBook::Parse("@topic 1 T\n" + text).topics().at(0).blocks).at(0);
+}
+
+TEST(HelpTopics, ReadsTopicsAndBlocks) {
+    const HelpBook book = HelpBook::Parse(
+        "\xEF\xBB\xBFpreface\n@context 9\n@topic 10  Primo \r\nuna riga\r\n  continua\r\n\r\n"
+        "altra\n# Titolo\n## Minore\n- voce\n  lunga\n- seconda\n    a = b\n      rientrata\n"
+        "| x | y |\n|---|:-:|\n| 1 | [[10|v]] |\n|| solo\n@context 11\nancora\n"
+        "@subtopic 20 Secondo\n@context 21\n@topic senza numero\n@context 22 resto\n@altro\n");
+    ASSERT_EQ(book.topics().size(), 2U);
+    const HelpTopic& first = book.topics()[0];
+    EXPECT_EQ(first.context, 10U);
+    EXPECT_EQ(first.title, "Primo");
+    EXPECT_EQ(first.level, 0);
+    EXPECT_THAT(Describe(first.blocks),
+                ElementsAre("[una riga continua]", "[altra]", "#[Titolo]", "##[Minore]",
+                            "-[voce lunga]", "-[seconda]", ">[a = b]", ">[  rientrata]", "|h[x][y]",
+                            "|[1][10:v]", "|[][solo]", "[ancora]"));
+    EXPECT_EQ(book.topics()[1].level, 1);
+    EXPECT_THAT(Describe(book.topics()[1].blocks),
+                ElementsAre("[@topic senza numero @context 22 resto @altro]"));
+
+    EXPECT_EQ(book.Find(11)->topic, 0U);
+    EXPECT_EQ(book.Find(11)->block, 11U);
+    EXPECT_EQ(book.Find(20)->block, std::nullopt);
+    EXPECT_EQ(book.Find(21)->block, 0U);
+    for (const unsigned long nowhere : {9UL, 22UL, 12UL}) EXPECT_FALSE(book.Find(nowhere));
+    EXPECT_TRUE(HelpBook::Parse("").topics().empty());
+    EXPECT_EQ(HelpBook::Parse("@topic 1 A\n@topic 1 B\n").Find(1)->topic, 0U);
+}
+
+TEST(HelpTopics, ReadsMarksInsideAText) {
+    EXPECT_EQ(DescribeText("un *molto* lungo _testo_."), "[un /b:molto/ lungo /i:testo/.]");
+    EXPECT_EQ(DescribeText("*«Sì» e _no_* fine"), "[b:«Sì» e /b:i:no/ fine]");
+    EXPECT_EQ(DescribeText("[[115|Lep,w]]: vedi *[[7|a]] b*"), "[115:Lep,w/: vedi /b:7:a/b: b]");
+    // Marks that open or close nothing stay.
+    for (const char* plain : {"*.lep e *.lew", "2 * 3 * 4", "LEQ_ITEM_%d", "*mai chiuso", "chiuso*",
+                              "[[x|y]]", "[[7|]]", "[[7|a", "[7]", "a_b_c", "\\n"}) {
+        EXPECT_EQ(DescribeText(plain), "[" + std::string(plain) + "]");
+    }
+    EXPECT_EQ(DescribeText("13.7 \\* e \\*a\\* e \\[[7|a]]"), "[13.7 * e *a* e [[7|a]]]");
+}
+
+TEST(HelpTopics, SearchesWordBeginningsWithoutCaseAndAccents) {
+    const HelpBook book = HelpBook::Parse(
+        "@topic 1 Dieta\nl'Età e\n\nil RUMORE\n@topic 2 Età e rumore\ntesto\n\netà\n@topic 3 "
+        "Lep,d\n"
+        "| Perche\xCC\x81 | così |\n@topic 4 Vuoto\n");
+    const auto search = [&](std::string_view query) {
+        std::vector<std::string> found;
+        for (const HelpPlace& place : book.Search(query)) {
+            found.push_back(std::to_string(book.topics()[place.topic].context) + "." +
+                            (place.block ? std::to_string(*place.block) : "t"));
+        }
+        return found;
+    };
+    // Titles first; "Dieta" does not begin with it.
+    EXPECT_THAT(search("eta"), ElementsAre("2.t", "1.0"));
+    EXPECT_THAT(search("  ETÀ   rum "), ElementsAre("2.t", "1.0"));
+    EXPECT_THAT(search("rumore l’età"), ElementsAre("1.0"));
+    EXPECT_THAT(search("lep,D"), ElementsAre("3.t"));
+    EXPECT_THAT(search(",d"), ElementsAre("3.t"));
+    EXPECT_THAT(search("perché COSI"), ElementsAre("3.0"));
+    for (const char* nothing : {"", "  \t", "ta", "età assente", "\xFF"}) {
+        EXPECT_THAT(search(nothing), IsEmpty()) << nothing;
+    }
+}
+
+// What a rich-edit control makes of rich text.
+std::u16string ShownText(const HelpRtf& rtf) {
+    const std::string text = PlainTextOf(ReadRichText(rtf.rtf));
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).u16string();
+}
+
+TEST(HelpRtf, EscapesEveryCharacterAndKeepsPositions) {
+    const HelpTopic topic =
+        HelpBook::Parse(
+            "@topic 1 Titolo è {\\}\n- \\\\ { } perché €\n| a | Σ 𝄞 |\n| *b* [[5|è 𝄞]] |\n"
+            "    x\x01y\n[[6|fine]] [[7|due]]\n")
+            .topics()
+            .at(0);
+    const HelpRtf rtf = MakeHelpRtf(topic);
+    const std::u16string shown = ShownText(rtf);
+    EXPECT_EQ(shown, u"Titolo è {\\}\n•\t\\ { } perché €\na\tΣ 𝄞\nb è 𝄞\nx y\nfine due\n");
+    EXPECT_THAT(rtf.rtf, HasSubstr("\\u232?"));
+    EXPECT_THAT(rtf.rtf, HasSubstr("\\u-10188?\\u-8930?"));
+
+    ASSERT_EQ(rtf.block_starts.size(), topic.blocks.size());
+    EXPECT_EQ(shown.substr(rtf.block_starts[0], 2), u"•\t");
+    EXPECT_EQ(shown.substr(rtf.block_starts[4], 4), u"fine");
+    ASSERT_EQ(rtf.links.size(), 3U);
+    EXPECT_EQ(shown.substr(rtf.links[0].start, rtf.links[0].end - rtf.links[0].start), u"è 𝄞");
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].start - 1), std::nullopt);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].start), 5U);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].end - 1), 5U);
+    EXPECT_EQ(LinkAt(rtf, rtf.links[0].end), std::nullopt);
+    // Five ends of paragraph stand before the last block, title included.
+    EXPECT_EQ(MakeHelpRtf(topic, 2).block_starts[4], rtf.block_starts[4] + 5);
+    EXPECT_EQ(MakeHelpRtf(topic, 2).links[2].start, rtf.links[2].start + 5);
+}
+
+// --- The guide itself ----------------------------------------------------------------------------
+
+// The numbers that the program has names for.
+std::set<unsigned long> NamedContexts() {
+    const std::string header = ReadSource("resources/help_contexts.h");
+    std::set<unsigned long> numbers;
+    for (const std::string_view line : SplitLines(header)) {
+        if (!line.starts_with("inline constexpr unsigned long ")) continue;
+        const int number = ParseInteger(line.substr(line.find(" = ") + 3));
+        EXPECT_TRUE(numbers.insert(static_cast<unsigned long>(number)).second) << line;
+    }
+    return numbers;
+}
+
+TEST(Guide, EveryContextIsNamedOnceAndLeadsSomewhere) {
+    ASSERT_FALSE(Guide().topics().empty());
+    std::set<unsigned long> in_guide;
+    for (const HelpTopic& topic : Guide().topics()) {
+        EXPECT_TRUE(in_guide.insert(topic.context).second) << topic.context;
+        for (const HelpAnchor& anchor : topic.anchors) {
+            EXPECT_TRUE(in_guide.insert(anchor.context).second) << anchor.context;
+            EXPECT_LT(anchor.block, topic.blocks.size()) << anchor.context;
+        }
+    }
+    EXPECT_EQ(in_guide, NamedContexts());
+    EXPECT_EQ(Guide().Find(kHelpIndex)->topic, 0U);
+}
+
+TEST(Guide, LinksLeadSomewhereAndNoMarkIsLeftOver) {
+    for (const HelpTopic& topic : Guide().topics()) {
+        EXPECT_FALSE(topic.blocks.empty()) << topic.title;
+        for (const HelpLinkRange& link : MakeHelpRtf(topic).links) {
+            EXPECT_TRUE(Guide().Find(link.context)) << topic.title << ": " << link.context;
+        }
+        std::size_t columns = 0;
+        for (const HelpBlock& block : topic.blocks) {
+            const std::string text = PlainText(block);
+            for (const char* mark : {"[[", "]]", "@", "|", "\\", "\xEF\xBF\xBD"}) {
+                EXPECT_THAT(text, Not(HasSubstr(mark))) << topic.title;
+            }
+            if (block.kind == HelpBlockKind::kTableHeader) columns = block.cells.size();
+            if (block.kind == HelpBlockKind::kTableRow) {
+                EXPECT_EQ(block.cells.size(), columns) << text;
+            }
+        }
+    }
+}
+
+// What the help window shows at its first size: formulas unbroken, tables with room for the last
+// column.
+TEST(Guide, FormulasAndTablesFitTheWindow) {
+    constexpr std::size_t kFormulaCharacters = 50;
+    constexpr int kLastColumnTwips = 5500;
+    constexpr std::string_view kTabStop = "\\tx";
+    for (const HelpTopic& topic : Guide().topics()) {
+        for (const HelpBlock& block : topic.blocks) {
+            if (block.kind != HelpBlockKind::kPreformatted) continue;
+            EXPECT_LE(CharacterCount(PlainText(block)), kFormulaCharacters) << PlainText(block);
+        }
+        const std::string rtf = MakeHelpRtf(topic).rtf;
+        for (std::size_t at = rtf.find(kTabStop); at != std::string::npos;
+             at = rtf.find(kTabStop, at + 1)) {
+            EXPECT_LE(ParseInteger(rtf.substr(at + kTabStop.size(), 8)), kLastColumnTwips)
+                << topic.title;
+        }
+    }
+}
+
+TEST(Guide, AControlsNumberShowsThatControl) {
+    const std::map<unsigned long, std::string> beginnings = {
+        {kHelpWeeklyDays, "L'elenco dei giorni"},
+        {kHelpWeeklyModify, "«Modifica»"},
+        {kHelpWeeklyLevel, "«Lep,w (dBA):»"},
+        {kHelpWeeklyNotes, "«Note:»"},
+        {kHelpWeeklyStatusBar, "La barra di stato"},
+        {kHelpWeekdayName, "«Giorno della settimana :»"},
+        {kHelpWeekdayLevel, "«Lep,d (dBA):»"},
+        {kHelpWeekdayReadLevel, "«Apri»"},
+        {kHelpWeekdayModify, "«Modifica»"},
+        {kHelpWeekdayDelete, "«Elimina»"},
+        {kHelpWeekdayCancel, "«Annulla»"},
+    };
+    for (const auto& [context, beginning] : beginnings) {
+        const HelpPlace place = *Guide().Find(context);
+        const HelpBlock& block = Guide().topics()[place.topic].blocks.at(place.block.value());
+        EXPECT_EQ(block.cells[0].at(0).text, beginning) << context;
+    }
+}
+
+// The rows below a table's header in the topic, found by the header's first cell.
+std::vector<std::vector<std::string>> TableRows(unsigned long context, std::string_view header) {
+    std::vector<std::vector<std::string>> rows;
+    bool inside = false;
+    for (const HelpBlock& block : Guide().topics()[Guide().Find(context)->topic].blocks) {
+        std::vector<std::string> cells;
+        for (const HelpText& cell : block.cells) cells.push_back(PlainText({block.kind, {cell}}));
+        if (block.kind != HelpBlockKind::kTableRow) {
+            inside = block.kind == HelpBlockKind::kTableHeader && cells.at(0) == header;
+        } else if (inside) {
+            rows.push_back(cells);
+        }
+    }
+    return rows;
+}
+
+TEST(Guide, TheDailyExampleIsWhatTheProgramComputes) {
+    DailyExposureForm form;
+    form.time_unit = 1;
+    for (const auto& row : TableRows(kHelpDailyExposure, "Lavorazione")) {
+        form.items.push_back({row.at(1), row.at(2)});
+    }
+    ASSERT_EQ(form.items.size(), 4U);
+    DailyExposureState state;
+    ASSERT_FALSE(Recompute(form, state));
+    const auto results = TableRows(kHelpDailyExposure, "Risultato");
+    ASSERT_EQ(results.size(), 3U);
+    EXPECT_EQ(results[0][1], TrimBlanks(form.equivalent_level_dba));
+    EXPECT_EQ(results[1][1], TrimBlanks(form.total_time));
+    EXPECT_EQ(results[2][1], TrimBlanks(form.daily_level_dba));
+
+    // The data file of the examples holds the same day.
+    DailyExposureForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/giornata.lep")), stored));
+    form.notes = stored.notes;
+    EXPECT_EQ(Summary(stored, ";"), Summary(form, ";"));
+}
+
+TEST(Guide, TheWeeklyExampleIsWhatTheProgramComputes) {
+    const auto days = TableRows(kHelpWeeklyExposure, "Giorno");
+    ASSERT_EQ(days.size(), kWeekDays);
+    WeeklyExposureForm form;
+    for (std::size_t day = 0; day < kWeekDays; ++day) {
+        EXPECT_EQ(days[day].at(0), kDayNames[day]);
+        form.levels_dba[day] = days[day].at(1);
+    }
+    WeeklyExposureState state;
+    Recompute(form, state);
+    const auto results = TableRows(kHelpWeeklyExposure, "Risultato");
+    ASSERT_EQ(results.size(), 1U);
+    EXPECT_EQ(results[0].at(1), form.weekly_level_dba);
+
+    // The data file of the examples holds the same week.
+    WeeklyExposureForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/settimana.lew")), stored));
+    EXPECT_EQ(stored.levels_dba, form.levels_dba);
+    EXPECT_EQ(stored.weekly_level_dba, form.weekly_level_dba);
+}
+
+std::string Shown(double value) {
+    return std::string(TrimBlanks(FormatFixed(value, 4, 1)));
+}
+
+// The row of 10 % in the program's table, as the guide writes it.
+std::vector<std::string> TenPercentRow(const LossPrediction& prediction) {
+    const LossPredictionRow row = ComputeRows(prediction).at(1);
+    std::vector<std::string> cells{"10"};
+    for (const double loss : row.losses_db) cells.push_back(Shown(loss));
+    if (row.damage_percent) {
+        cells.push_back(Shown(*row.damage_percent) + (row.is_compensable ? " *" : ""));
+    }
+    return cells;
+}
+
+TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
+    LossPrediction noise;
+    noise.quantity = QuantityKind::kNipts;
+    noise.person.years = 30;
+    noise.person.level_dba = 95;
+    LossPrediction age;
+    age.quantity = QuantityKind::kHtla;
+    const std::pair<unsigned long, LossPrediction> examples[] = {
+        {kHelpNipts, noise}, {kHelpHtla, age}, {kHelpHtlan, LossPrediction()}};
+    for (const auto& [context, state] : examples) {
+        const auto rows = TableRows(context, "q (%)");
+        ASSERT_EQ(rows.size(), 1U) << context;
+        EXPECT_EQ(rows[0], TenPercentRow(state)) << context;
+    }
+
+    const auto rows = TableRows(kHelpPredictions, "Anni");
+    ASSERT_EQ(rows.size(), 4U);
+    for (const auto& row : rows) {
+        const double levels[] = {88, 90, 94, 100};
+        for (std::size_t i = 0; i < 4; ++i) {
+            const double loss = ComparedLoss({}, ParseNumber(row.at(0)), levels[i]);
+            EXPECT_EQ(row.at(i + 1), Shown(loss)) << row.at(0);
+        }
+    }
+}
+
+// The column of a printed table: every row's contribution, five decibels from row to row, from no
+// damage to the most there is.
+void ExpectContributions(const std::vector<std::vector<std::string>>& rows, std::size_t column,
+                         int frequency_hz, DamageTable table) {
+    constexpr double kAboveEveryRowDb = 1000;
+    ASSERT_FALSE(rows.empty());
+    double threshold_db = ParseNumber(rows.front().at(0));
+    for (const auto& row : rows) {
+        EXPECT_EQ(ParseNumber(row.at(0)), threshold_db);
+        EXPECT_DOUBLE_EQ(ParseNumber(row.at(column)),
+                         DamageTableValue(threshold_db, frequency_hz, table));
+        threshold_db += 5;
+    }
+    EXPECT_EQ(DamageTableValue(ParseNumber(rows.front().at(0)), frequency_hz, table), 0);
+    EXPECT_EQ(ParseNumber(rows.back().at(column)),
+              DamageTableValue(kAboveEveryRowDb, frequency_hz, table));
+}
+
+TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
+    constexpr int kFrequenciesHz[] = {500, 1000, 2000, 3000, 4000};
+    const auto example = TableRows(kHelpDamageTables, "Contributi");
+    ASSERT_EQ(example.size(), 4U);
+    LossPrediction prediction;  // the example's: men of 60 years, 35 of them at 90 dBA
+    const auto losses_db = ComputeRows(prediction).at(1).losses_db;
+    for (std::size_t i = 1; i <= 3; ++i) {
+        const std::vector<std::string>& cells = example[i];
+        prediction.table =
+            std::array{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}.at(i - 1);
+        EXPECT_EQ(cells.at(0), DamageTableName(prediction.table));
+        EXPECT_EQ(cells.at(6), TenPercentRow(prediction).back());
+        const auto rows = TableRows(kHelpDamageTables, cells.at(0));
+        for (std::size_t column = 1; column <= 5; ++column) {
+            const int frequency_hz = kFrequenciesHz[column - 1];
+            const double loss_db = losses_db.at(column - 1);
+            const double contribution = DamageTableValue(loss_db, frequency_hz, prediction.table);
+            EXPECT_EQ(example[0].at(column), Shown(loss_db));
+            EXPECT_EQ(cells.at(column), contribution == 0 ? "0" : FormatFixed(contribution, 4, 2));
+            ExpectContributions(rows, column, frequency_hz, prediction.table);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tonvale
