@@ -9,6 +9,7 @@
 #include "dialogs/dialog_tips_win.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/handles_win.h"
+#include "dialogs/numeric_fields_win.h"
 #include "common/unicode_win.h"
 
 namespace tonvale {

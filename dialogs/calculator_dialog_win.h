@@ -5,11 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "dialogs/dialog_win.h"
-#include "common/file_kinds.h"
 #include "common/notes.h"
-#include "common/printout.h"
-#include "common/profile_file.h"
+#include "dialogs/data_file_session_win.h"
+#include "dialogs/dialog_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -21,7 +19,7 @@ inline constexpr ControlTip kNotesTip{IDC_NOTES_EDIT,
                                       L"Inserire qui delle note da salvare insieme ai dati"};
 inline constexpr ControlTextLimit kNotesLimit{IDC_NOTES_EDIT, kMaxNotesCharacters};
 
-class CalculatorDialog : public Dialog {
+class CalculatorDialog : public ModalDialog, private DataFileClient {
   public:
     // `path`, when not empty, is loaded while the dialog opens.
     CalculatorDialog(AppContext& app, const DialogDescription& description, FileKind kind,
@@ -30,35 +28,36 @@ class CalculatorDialog : public Dialog {
   protected:
     // Fills the dialog from the kept state, before a path is loaded.
     virtual void ShowKeptState() = 0;
-    // Takes a data file over into the dialog; false, and nothing changed, when it is refused.
-    virtual bool LoadFrom(const ProfileFile& file) = 0;
-    virtual void StoreTo(ProfileFile& file) = 0;
+    bool LoadFrom(const ProfileFile& file) override = 0;
+    void StoreTo(ProfileFile& file) override = 0;
+    Printout CurrentPrintout() override = 0;
     // Recomputes and shows the results; after opening and after a dropped file.
     virtual void RecomputeResults() = 0;
     virtual std::string CurrentSummary(std::string_view list_separator) = 0;
-    virtual Printout CurrentPrintout() = 0;
     // Keeps the dialog's content for its next opening.
     virtual void KeepState() = 0;
 
     bool OnInit() override;
     bool OnCommand(int id, int notification) override;
     void OnDrop(const std::string& path) override;
-    bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR& result) override;
 
   private:
-    void OpenFile();
-    void SaveFile();
-    void SaveFileAs();
-    void Print();
-    // False, and nothing changed, when the file is refused.
-    bool LoadPath(const std::string& path);
-    // On failure the user is told, and the current file stays.
-    void SavePath(const std::string& path);
-    void ShowCurrent();
+    // Shows the current file as far as the bar has room for it.
+    class StatusBar : public DialogPart {
+      public:
+        explicit StatusBar(CalculatorDialog& dialog) : dialog_(dialog) {}
+        void OnResize() override { dialog_.ShowCurrentFile(dialog_.session_.current_file()); }
 
-    FileKind kind_;
+      private:
+        CalculatorDialog& dialog_;
+    };
+
+    HWND FileOwner() const override { return window(); }
+    void ShowCurrentFile(const std::string& path) override;
+
     std::string initial_path_;
-    std::string current_file_;
+    DataFileSession session_;
+    StatusBar status_bar_{*this};
 };
 
 }  // namespace tonvale

@@ -3,10 +3,10 @@
 #include <array>
 #include <cstring>
 
-#include "dialogs/dialog_win.h"
-#include "dialogs/handles_win.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/handles_win.h"
 
 namespace tonvale {
 

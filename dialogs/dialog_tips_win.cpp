@@ -2,10 +2,7 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
-#include <iterator>
-#include <string_view>
 
 namespace tonvale {
 
@@ -25,49 +22,6 @@ TTTOOLINFOW MakeToolInfo() {
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
     return tool;
-}
-
-struct IdRange {
-    int first;
-    int last;
-};
-
-// Control identifiers of the fields that take digits, one point and backspace.
-constexpr IdRange kNumericFields[] = {
-    {362, 362},   {368, 368},   {1005, 1005}, {1007, 1007}, {1019, 1022}, {1106, 1107},
-    {1109, 1109}, {1111, 1111}, {1113, 1114}, {1118, 1120}, {1161, 1174}, {1555, 1555},
-    {1585, 1585}, {1588, 1589}, {1596, 1596}, {1598, 1598},
-};
-// The field that takes any number of points.
-constexpr int kRelaxedField = 1567;
-
-bool IsNumericField(int id) {
-    return std::any_of(
-        std::begin(kNumericFields), std::end(kNumericFields),
-        [id](const IdRange& range) { return id >= range.first && id <= range.last; });
-}
-
-bool HoldsPoint(HWND field) {
-    std::array<wchar_t, 16> text{};
-    const int length = GetWindowTextW(field, text.data(), static_cast<int>(text.size()));
-    const std::wstring_view shown(text.data(), static_cast<std::size_t>(length));
-    return shown.find(L'.') != std::wstring_view::npos;
-}
-
-bool IsDiscarded(const MSG& message) {
-    if (message.message != WM_CHAR || !HasClass(message.hwnd, L"EDIT")) return false;
-    const int id = GetDlgCtrlID(message.hwnd);
-    const bool relaxed = id == kRelaxedField;
-    if (!relaxed && !IsNumericField(id)) return false;
-    const WPARAM character = message.wParam;
-    if ((character >= L'0' && character <= L'9') || character == L'\b') return false;
-    if (character == L'.') return !relaxed && HoldsPoint(message.hwnd);
-    return true;
-}
-
-LRESULT CALLBACK FilterKeystroke(int code, WPARAM wparam, LPARAM lparam) {
-    if (code == MSGF_DIALOGBOX && IsDiscarded(*reinterpret_cast<const MSG*>(lparam))) return TRUE;
-    return CallNextHookEx(nullptr, code, wparam, lparam);
 }
 
 }  // namespace
@@ -118,13 +72,6 @@ LRESULT CALLBACK DialogTips::RelayMouse(int code, WPARAM wparam, LPARAM lparam) 
         SendMessageW(the_tips->tips_, TTM_RELAYEVENT, 0, lparam);
     }
     return CallNextHookEx(nullptr, code, wparam, lparam);
-}
-
-NumericKeystrokeFilter::NumericKeystrokeFilter()
-    : hook_(SetWindowsHookExW(WH_MSGFILTER, FilterKeystroke, nullptr, GetCurrentThreadId())) {}
-
-NumericKeystrokeFilter::~NumericKeystrokeFilter() {
-    if (hook_) UnhookWindowsHookEx(hook_);
 }
 
 }  // namespace tonvale

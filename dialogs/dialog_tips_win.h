@@ -1,5 +1,4 @@
-// The one tool-tip window of the program and the dialog that it serves, and the filter that keeps
-// numeric fields numeric.
+// The one tool-tip window of the program and the dialog that it serves.
 #pragma once
 
 #include <windows.h>
@@ -29,18 +28,6 @@ class DialogTips {
     HWND tips_ = nullptr;
     HWND served_ = nullptr;
     HHOOK mouse_hook_ = nullptr;
-};
-
-// Installed for the thread at start-up, removed at the end.
-class NumericKeystrokeFilter {
-  public:
-    NumericKeystrokeFilter();
-    ~NumericKeystrokeFilter();
-    NumericKeystrokeFilter(const NumericKeystrokeFilter&) = delete;
-    NumericKeystrokeFilter& operator=(const NumericKeystrokeFilter&) = delete;
-
-  private:
-    HHOOK hook_ = nullptr;
 };
 
 }  // namespace tonvale

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <exception>
 
+#include "common/text.h"
+#include "common/unicode_win.h"
 #include "dialogs/dialog_tips_win.h"
 #include "dialogs/file_dialogs_win.h"
 #include "dialogs/handles_win.h"
 #include "dialogs/help_viewer_win.h"
-#include "common/text.h"
-#include "common/unicode_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -46,20 +46,22 @@ bool IsAt(HWND control, POINT screen_position) {
            PtInRect(&area, screen_position);
 }
 
+COLORREF ColorOf(Surface surface) {
+    switch (surface) {
+        case Surface::kWhite:
+            return RGB(255, 255, 255);
+        case Surface::kYellow:
+            return RGB(255, 255, 0);
+        case Surface::kMenu:
+            break;
+    }
+    return GetSysColor(COLOR_MENU);
+}
+
 }  // namespace
 
 Dialog::Dialog(AppContext& app, const DialogDescription& description)
     : app_(app), description_(description) {}
-
-INT_PTR Dialog::RunModal(HWND owner) {
-    HWND served_before = app_.tips ? app_.tips->served() : nullptr;
-    const INT_PTR result = DialogBoxParamW(app_.instance, description_.template_name, owner,
-                                           Procedure, reinterpret_cast<LPARAM>(this));
-    window_ = nullptr;
-    // The window below has its tips again.
-    if (served_before && IsWindow(served_before)) app_.tips->Serve(served_before);
-    return result == -1 ? IDCANCEL : result;
-}
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
@@ -72,19 +74,24 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wparam, LPA
         return dialog->Dispatch(message, wparam, lparam);
     } catch (const std::exception&) {  // the only ones tell that memory is short
         ShowMessageBox(window, {"Errore", "Memoria insufficiente.", MessageIcon::kStop});
-        return FALSE;
+        // A wizard's page stays in front.
+        SetWindowLongPtrW(window, DWLP_MSGRESULT, -1);
+        return message == WM_NOTIFY;
     }
 }
 
 INT_PTR Dialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
-    INT_PTR result = FALSE;
     switch (message) {
         case WM_INITDIALOG:
             return Open();
         case WM_COMMAND:
-            return OnCommand(LOWORD(wparam), HIWORD(wparam));
+            Command(LOWORD(wparam), HIWORD(wparam));
+            return TRUE;
         case WM_NOTIFY:
             return Notify(*reinterpret_cast<NMHDR*>(lparam));
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT:
+            return Paint(reinterpret_cast<HDC>(wparam), reinterpret_cast<HWND>(lparam));
         case WM_DROPFILES:
             TakeDrop(reinterpret_cast<HDROP>(wparam));
             return TRUE;
@@ -99,13 +106,14 @@ INT_PTR Dialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
                 {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))});
         case WM_SIZE:  // on a change of the resolution, too
             SendMessageW(Control(IDC_STATUS_BAR), WM_SIZE, 0, 0);
-            return OnMessage(message, wparam, lparam, result) ? result : FALSE;
+            for (DialogPart* part : parts_) part->OnResize();
+            return FALSE;
         case WM_DESTROY:
             OnDestroy();
             ReleaseServices();
             return TRUE;
         default:
-            return OnMessage(message, wparam, lparam, result) ? result : FALSE;
+            return OfferToParts(message, wparam, lparam);
     }
 }
 
@@ -114,28 +122,76 @@ INT_PTR Dialog::Open() {
         SendDlgItemMessageW(window_, limit.control, EM_LIMITTEXT,
                             static_cast<WPARAM>(limit.characters), 0);
     }
-    CenterOnScreen(window_);
+    for (const ControlItems& list : description_.items) {
+        for (const std::string& item : list.items()) {
+            SendDlgItemMessageW(window_, list.control, CB_ADDSTRING, 0,
+                                reinterpret_cast<LPARAM>(Widen(item).c_str()));
+        }
+    }
+    Place();
     DragAcceptFiles(window_, description_.accepts_files);
     const bool system_sets_focus = OnInit();
-    if (app_.tips) app_.tips->Serve(window_);
+    ServeTips();
     return system_sets_focus;
+}
+
+void Dialog::ServeTips() const {
+    if (app_.tips) app_.tips->Serve(window_);
+}
+
+void Dialog::Command(int id, int notification) {
+    for (DialogPart* part : parts_) {
+        if (part->OnCommand(id, notification)) return;
+    }
+    if (RowOf(description_.items, id)) {
+        if (notification == CBN_SELCHANGE) OnItemChosen(id);
+    } else if (notification == EN_CHANGE && RowOf(description_.text_limits, id)) {
+        if (filling_ == 0) OnEdited(id);
+    } else {
+        OnCommand(id, notification);
+    }
 }
 
 INT_PTR Dialog::Notify(NMHDR& header) {
     LRESULT result = 0;
-    if (header.code == TTN_GETDISPINFOW) {
-        auto& request = reinterpret_cast<NMTTDISPINFOW&>(header);
-        const int control = (request.uFlags & TTF_IDISHWND) != 0
-                                ? GetDlgCtrlID(reinterpret_cast<HWND>(header.idFrom))
-                                : static_cast<int>(header.idFrom);
-        const ControlTip* tip = RowOf(description_.tips, control);
-        // The tip only reads the text.
-        if (tip) request.lpszText = const_cast<wchar_t*>(tip->text);
-    } else {
-        result = OnNotify(header);
+    if (!AnswerTip(header)) {
+        const bool handled = std::any_of(parts_.begin(), parts_.end(), [&](DialogPart* part) {
+            return part->OnNotify(header, result);
+        });
+        if (!handled) result = OnNotify(header);
     }
     SetWindowLongPtrW(window_, DWLP_MSGRESULT, result);
     return TRUE;
+}
+
+bool Dialog::AnswerTip(NMHDR& header) const {
+    if (header.code != TTN_GETDISPINFOW) return false;
+    auto& request = reinterpret_cast<NMTTDISPINFOW&>(header);
+    const int control = (request.uFlags & TTF_IDISHWND) != 0
+                            ? GetDlgCtrlID(reinterpret_cast<HWND>(header.idFrom))
+                            : static_cast<int>(header.idFrom);
+    const ControlTip* tip = RowOf(description_.tips, control);
+    // The tip only reads the text.
+    if (tip) request.lpszText = const_cast<wchar_t*>(tip->text);
+    return true;
+}
+
+INT_PTR Dialog::Paint(HDC device, HWND control) const {
+    const ControlColors* colors = RowOf(description_.colors, GetDlgCtrlID(control));
+    if (!colors) return FALSE;
+    const COLORREF surface = ColorOf(colors->surface);
+    if (colors->text) SetTextColor(device, *colors->text);
+    SetBkColor(device, surface);
+    SetDCBrushColor(device, surface);
+    return reinterpret_cast<INT_PTR>(GetStockObject(DC_BRUSH));
+}
+
+INT_PTR Dialog::OfferToParts(UINT message, WPARAM wparam, LPARAM lparam) {
+    INT_PTR result = FALSE;
+    for (DialogPart* part : parts_) {
+        if (part->OnMessage(message, wparam, lparam, result)) return result;
+    }
+    return FALSE;
 }
 
 void Dialog::TakeDrop(HDROP drop) {
@@ -143,7 +199,11 @@ void Dialog::TakeDrop(HDROP drop) {
     // Below another dialog nothing may change.
     if (!IsWindowEnabled(window_)) return;
     const std::string path = DroppedFileName(drop);
-    if (!path.empty()) OnDrop(path);
+    if (path.empty()) return;
+    for (DialogPart* part : parts_) {
+        if (part->OnDrop(path)) return;
+    }
+    OnDrop(path);
 }
 
 bool Dialog::ShowControlHelp(int control) {
@@ -167,31 +227,9 @@ void Dialog::ReleaseServices() {
 }
 
 bool Dialog::OnCommand(int id, int /*notification*/) {
-    switch (id) {
-        case IDCANCEL:
-            End(IDCANCEL);
-            return true;
-        case CMD_DIALOG_HELP:
-            app_.help->ShowTopic(window_, description_.main_help_context);
-            return true;
-        default:
-            return false;
-    }
-}
-
-LRESULT Dialog::OnNotify(const NMHDR& /*header*/) {
-    return 0;
-}
-
-void Dialog::OnDrop(const std::string& /*path*/) {}
-
-bool Dialog::OnMessage(UINT /*message*/, WPARAM /*wparam*/, LPARAM /*lparam*/,
-                       INT_PTR& /*result*/) {
-    return false;
-}
-
-void Dialog::End(INT_PTR result) {
-    EndDialog(window_, result);
+    if (id != CMD_DIALOG_HELP) return false;
+    app_.help->ShowTopic(window_, description_.main_help_context);
+    return true;
 }
 
 HWND Dialog::Control(int id) const {
@@ -202,12 +240,45 @@ std::string Dialog::ControlText(int id) const {
     return WindowText(Control(id));
 }
 
-std::string Dialog::ControlText(int id, std::size_t max_characters) const {
-    return std::string(CutToCharacters(ControlText(id), max_characters));
+std::string Dialog::FieldText(int id) const {
+    const ControlTextLimit* limit = RowOf(description_.text_limits, id);
+    const std::string text = ControlText(id);
+    return limit ? std::string(CutToCharacters(text, static_cast<std::size_t>(limit->characters)))
+                 : text;
 }
 
 void Dialog::SetControlText(int id, std::string_view text) {
+    ++filling_;
     SetWindowTextUtf8(Control(id), text);
+    --filling_;
+}
+
+int Dialog::ChosenItem(int control) const {
+    return static_cast<int>(SendMessageW(Control(control), CB_GETCURSEL, 0, 0));
+}
+
+void Dialog::ChooseItem(int control, int position) const {
+    SendMessageW(Control(control), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+}
+
+void Dialog::Check(int control, bool checked) const {
+    CheckDlgButton(window_, control, checked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+bool Dialog::IsChecked(int control) const {
+    return IsDlgButtonChecked(window_, control) == BST_CHECKED;
+}
+
+void Dialog::Enable(int control, bool enabled) const {
+    EnableWindow(Control(control), enabled);
+}
+
+void Dialog::Enable(std::span<const int> controls, bool enabled) const {
+    for (const int control : controls) Enable(control, enabled);
+}
+
+void Dialog::Show(std::span<const int> controls, bool shown) const {
+    for (const int control : controls) ShowWindow(Control(control), shown ? SW_SHOW : SW_HIDE);
 }
 
 int Dialog::ShowMessage(const UserMessage& message, UINT buttons) const {
@@ -216,24 +287,39 @@ int Dialog::ShowMessage(const UserMessage& message, UINT buttons) const {
     return ShowMessageBox(window_, message, buttons);
 }
 
-void Dialog::FocusOnField(int id) {
+void Dialog::FocusOnField(int id) const {
     SetFocus(Control(id));
     SendMessageW(Control(id), EM_SETSEL, 0, -1);
 }
 
-void Dialog::Refuse(const UserMessage& refusal, int field) {
+void Dialog::Refuse(const UserMessage& refusal, int field) const {
     ShowMessage(refusal);
     FocusOnField(field);
+}
+
+INT_PTR ModalDialog::RunModal(HWND owner) {
+    HWND served_before = app().tips ? app().tips->served() : nullptr;
+    const INT_PTR result = DialogBoxParamW(app().instance, description().template_name, owner,
+                                           Procedure, CreationParameter());
+    Forget();
+    // The window below has its tips again.
+    if (served_before && IsWindow(served_before)) app().tips->Serve(served_before);
+    return result == -1 ? IDCANCEL : result;
+}
+
+bool ModalDialog::OnCommand(int id, int notification) {
+    if (id != IDCANCEL) return Dialog::OnCommand(id, notification);
+    End(IDCANCEL);
+    return true;
+}
+
+void ModalDialog::Place() {
+    CenterOnScreen(window());
 }
 
 int ShowMessageBox(HWND owner, const UserMessage& message, UINT buttons) {
     return MessageBoxW(owner, Widen(message.text).c_str(), Widen(message.caption).c_str(),
                        buttons | IconFlag(message.icon));
-}
-
-INT_PTR PaintOnMenuColor(HDC device) {
-    SetBkColor(device, GetSysColor(COLOR_MENU));
-    return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_MENU));
 }
 
 void CenterOnScreen(HWND window) {

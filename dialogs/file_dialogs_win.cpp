@@ -9,11 +9,11 @@
 #include <exception>
 #include <vector>
 
-#include "dialogs/dialog_win.h"
 #include "common/file_kinds.h"
 #include "common/notes.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
+#include "dialogs/dialog_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {

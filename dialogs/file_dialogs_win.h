@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-#include "dialogs/app_context_win.h"
 #include "common/user_message.h"
+#include "dialogs/app_context_win.h"
 
 namespace tonvale {
 

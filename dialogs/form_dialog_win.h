@@ -11,14 +11,13 @@
 
 namespace tonvale {
 
-// `Base` is CalculatorDialog or a class derived from it.
-template <typename Form, typename State, typename Base = CalculatorDialog>
-class FormDialog : public Base {
+template <typename Form, typename State>
+class FormDialog : public CalculatorDialog {
   public:
     // `state` outlives the dialog.
     FormDialog(AppContext& app, const DialogDescription& description, FileKind kind,
                std::string path, State& state)
-        : Base(app, description, kind, std::move(path)), state_(state) {}
+        : CalculatorDialog(app, description, kind, std::move(path)), state_(state) {}
 
   protected:
     // Shows all of the form but its notes.
@@ -27,6 +26,7 @@ class FormDialog : public Base {
     Form& form() { return form_; }
     const Form& form() const { return form_; }
     State& state() { return state_; }
+    const State& state() const { return state_; }
 
     void ShowKeptState() override {
         form_ = FormFromState(state_);
@@ -47,12 +47,12 @@ class FormDialog : public Base {
   private:
     // The form with the notes as they are now.
     const Form& ReadForm() {
-        form_.notes = this->ControlText(IDC_NOTES_EDIT);
+        form_.notes = ControlText(IDC_NOTES_EDIT);
         return form_;
     }
     void ShowForm() {
         ShowFields();
-        this->SetControlText(IDC_NOTES_EDIT, form_.notes);
+        SetControlText(IDC_NOTES_EDIT, form_.notes);
     }
 
     State& state_;

@@ -4,13 +4,24 @@
 
 #include <algorithm>
 
-#include "dialogs/dialog_win.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {
 
-void ItemList::Attach(HWND list, std::span<const ItemListColumn> columns) {
+std::string_view ItemActionName(ItemAction action) {
+    switch (action) {
+        case ItemAction::kAdd:
+            return "Aggiungi";
+        case ItemAction::kModify:
+            return "Modifica";
+        case ItemAction::kDelete:
+            break;
+    }
+    return "Elimina";
+}
+
+void ItemList::TakeControl(HWND list, std::span<const ItemListColumn> columns) {
     list_ = list;
     columns_ = columns;
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
@@ -64,7 +75,7 @@ void ItemList::SelectAnItem() {
     Select(static_cast<std::size_t>(std::max(first, 0)));
 }
 
-bool ItemList::OnCommand(int id) {
+bool ItemList::OnCommand(int id, int /*notification*/) {
     switch (id) {
         case IDC_ADD:
             Add();
@@ -83,25 +94,28 @@ bool ItemList::OnCommand(int id) {
     }
 }
 
-LRESULT ItemList::OnNotify(const NMHDR& header) {
-    if (header.hwndFrom != list_) return 0;
+bool ItemList::OnNotify(NMHDR& header, LRESULT& result) {
+    if (header.hwndFrom != list_) return false;
     switch (header.code) {
         case LVN_GETDISPINFOW:
-            // The notification is the list's to be filled in.
-            FillText(const_cast<NMHDR&>(header));
+            FillText(header);
             break;
         case NM_DBLCLK:
             if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) Modify();
+            break;
+        case NM_SETFOCUS:
+            if (items_ == Items::kFixed) SelectAnItem();
             break;
         case LVN_KEYDOWN:
             OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
             break;
         case LVN_ODFINDITEMW:
-            return FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header));
-        default:
+            result = FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header));
             break;
+        default:
+            return false;
     }
-    return 0;
+    return true;
 }
 
 void ItemList::Add() {

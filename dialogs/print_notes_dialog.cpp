@@ -2,9 +2,10 @@
 
 #include <utility>
 
+#include "common/notes.h"
+#include "common/text.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/help_viewer_win.h"
-#include "common/notes.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -39,10 +40,10 @@ constexpr DialogDescription kDescription = {
     .accepts_files = false,
 };
 
-class PrintNotesDialog : public Dialog {
+class PrintNotesDialog : public ModalDialog {
   public:
     PrintNotesDialog(AppContext& app, std::string& notes)
-        : Dialog(app, kDescription), notes_(notes) {}
+        : ModalDialog(app, kDescription), notes_(notes) {}
 
   protected:
     bool OnInit() override {
@@ -67,12 +68,13 @@ bool PrintNotesDialog::OnCommand(int id, int notification) {
             PrintWithoutReading();
             return true;
         default:
-            return Dialog::OnCommand(id, notification);
+            return ModalDialog::OnCommand(id, notification);
     }
 }
 
 void PrintNotesDialog::Confirm() {
-    std::string typed = ControlText(IDC_NOTES_EDIT, kMaxPrintNotesCharacters);
+    std::string typed =
+        std::string(CutToCharacters(ControlText(IDC_NOTES_EDIT), kMaxPrintNotesCharacters));
     if (!typed.empty()) notes_ = std::move(typed);
     End(IDOK);
 }

@@ -5,9 +5,9 @@
 #include <array>
 #include <utility>
 
+#include "common/unicode_win.h"
 #include "dialogs/gdi_canvas_win.h"
 #include "dialogs/handles_win.h"
-#include "common/unicode_win.h"
 
 namespace tonvale {
 

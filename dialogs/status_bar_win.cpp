@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "common/file_system.h"
-#include "dialogs/handles_win.h"
 #include "common/unicode_win.h"
+#include "dialogs/handles_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {

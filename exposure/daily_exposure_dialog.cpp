@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <optional>
-#include <span>
+#include <string>
+#include <vector>
 
 #include "dialogs/form_dialog_win.h"
-#include "dialogs/list_calculator_dialog_win.h"
-#include "common/unicode_win.h"
+#include "dialogs/item_list_win.h"
 #include "exposure/exposure_item_dialog.h"
 #include "exposure/time_unit.h"
 #include "resources/help_contexts.h"
@@ -31,6 +31,8 @@ constexpr ControlTip kTips[] = {
 
 constexpr ControlTextLimit kTextLimits[] = {kNotesLimit};
 
+constexpr ControlItems kItems[] = {{IDC_TIME_UNIT, TimeUnitNames}};
+
 constexpr ControlHelp kHelp[] = {
     {IDC_ITEM_LIST, kHelpDailyItems},      {IDC_ADD, kHelpDailyAdd},
     {IDC_MODIFY, kHelpDailyModify},        {IDC_DELETE, kHelpDailyDelete},
@@ -44,6 +46,7 @@ constexpr DialogDescription kDescription = {
     .template_name = L"LEPD",
     .tips = kTips,
     .text_limits = kTextLimits,
+    .items = kItems,
     .help = kHelp,
     .main_help_context = kHelpDailyExposure,
     .help_file = "LEPD.HLP",
@@ -52,48 +55,39 @@ constexpr DialogDescription kDescription = {
 
 constexpr ItemListColumn kColumns[] = {{L"Livelli equivalenti", 1}, {L"Tempi esposizione", 1}};
 
-class DailyExposureDialog
-    : public FormDialog<DailyExposureForm, DailyExposureState, ListCalculatorDialog> {
+class DailyExposureDialog : public FormDialog<DailyExposureForm, DailyExposureState>,
+                            private ItemVectorClient<ExposureItem> {
   public:
     DailyExposureDialog(AppContext& app, DailyExposureState& state, const std::string& path)
         : FormDialog(app, kDescription, FileKind::kLepd, path, state) {}
 
   protected:
     bool OnInit() override;
-    bool OnCommand(int id, int notification) override;
+    void OnItemChosen(int control) override;
     void ShowFields() override;
     void RecomputeResults() override;
 
-    std::span<const ItemListColumn> Columns() const override { return kColumns; }
-    std::size_t ItemCount() const override { return form().items.size(); }
-    std::string ItemText(std::size_t item, std::size_t column) const override;
-    bool AddItem() override;
-    bool ModifyItem(std::size_t item) override;
-    bool DeleteItem(std::size_t item) override;
-
   private:
+    const std::vector<ExposureItem>& Items() const override { return form().items; }
+    std::string ItemText(std::size_t item, std::size_t column) const override;
+    ExposureItem NewItem() const override { return state().last_item; }
+    bool EditItem(ItemAction action, ExposureItem& item) override;
+    void OnItemsChanged() override { RecomputeResults(); }
+
     void ShowResults();
     void ShowTimeUnit();
-    void ChooseTimeUnit();
-    bool Edit(ExposureItemAction action, ExposureItem& item);
+
+    ItemList list_{*this};
 };
 
 bool DailyExposureDialog::OnInit() {
-    for (const TimeUnit& unit : TimeUnits()) {
-        SendMessageW(Control(IDC_TIME_UNIT), CB_ADDSTRING, 0,
-                     reinterpret_cast<LPARAM>(Widen(unit.name).c_str()));
-    }
+    list_.TakeControl(Control(IDC_ITEM_LIST), kColumns);
+    Attach(list_);
     return FormDialog::OnInit();
 }
 
-bool DailyExposureDialog::OnCommand(int id, int notification) {
-    if (id != IDC_TIME_UNIT) return FormDialog::OnCommand(id, notification);
-    if (notification == CBN_SELCHANGE) ChooseTimeUnit();
-    return true;
-}
-
 void DailyExposureDialog::ShowFields() {
-    list().ShowItems();
+    list_.ShowItems();
     ShowResults();
     ShowTimeUnit();
 }
@@ -114,13 +108,13 @@ void DailyExposureDialog::ShowResults() {
 }
 
 void DailyExposureDialog::ShowTimeUnit() {
-    SendMessageW(Control(IDC_TIME_UNIT), CB_SETCURSEL, static_cast<WPARAM>(form().time_unit), 0);
+    ChooseItem(IDC_TIME_UNIT, form().time_unit);
     SetControlText(IDC_TOTAL_TIME_LABEL,
                    "Tempo esposizione " + std::string(TimeUnitAt(form().time_unit).suffix));
 }
 
-void DailyExposureDialog::ChooseTimeUnit() {
-    form().time_unit = static_cast<int>(SendMessageW(Control(IDC_TIME_UNIT), CB_GETCURSEL, 0, 0));
+void DailyExposureDialog::OnItemChosen(int control) {
+    form().time_unit = ChosenItem(control);
     ShowTimeUnit();
     if (!form().items.empty()) RecomputeResults();
 }
@@ -129,30 +123,9 @@ std::string DailyExposureDialog::ItemText(std::size_t item, std::size_t column) 
     return column == 0 ? form().items[item].level_dba : form().items[item].duration;
 }
 
-bool DailyExposureDialog::Edit(ExposureItemAction action, ExposureItem& item) {
-    return EditExposureItem(app(), window(), action, form().time_unit, item);
-}
-
-bool DailyExposureDialog::AddItem() {
-    ExposureItem item = state().last_item;
-    if (!Edit(ExposureItemAction::kAdd, item)) return false;
-    state().last_item = item;
-    form().items.push_back(item);
-    return true;
-}
-
-bool DailyExposureDialog::ModifyItem(std::size_t item) {
-    ExposureItem edited = form().items[item];
-    if (!Edit(ExposureItemAction::kModify, edited)) return false;
-    state().last_item = edited;
-    form().items[item] = edited;
-    return true;
-}
-
-bool DailyExposureDialog::DeleteItem(std::size_t item) {
-    ExposureItem shown = form().items[item];
-    if (!Edit(ExposureItemAction::kDelete, shown)) return false;
-    form().items.erase(form().items.begin() + static_cast<std::ptrdiff_t>(item));
+bool DailyExposureDialog::EditItem(ItemAction action, ExposureItem& item) {
+    if (!EditExposureItem(app(), window(), action, form().time_unit, item)) return false;
+    if (action != ItemAction::kDelete) state().last_item = item;
     return true;
 }
 

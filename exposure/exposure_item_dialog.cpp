@@ -43,23 +43,9 @@ constexpr DialogDescription kDescription = {
     .accepts_files = true,
 };
 
-// Title of the dialog and text of its first button.
-std::string_view ActionName(ExposureItemAction action) {
-    switch (action) {
-        case ExposureItemAction::kAdd:
-            return "Aggiungi";
-        case ExposureItemAction::kModify:
-            return "Modifica";
-        case ExposureItemAction::kDelete:
-            break;
-    }
-    return "Elimina";
-}
-
 class ExposureItemDialog : public LevelItemDialog {
   public:
-    ExposureItemDialog(AppContext& app, ExposureItemAction action, int time_unit,
-                       ExposureItem& item)
+    ExposureItemDialog(AppContext& app, ItemAction action, int time_unit, ExposureItem& item)
         : LevelItemDialog(app, kDescription, kLevelOfSpectrum),
           action_(action),
           time_unit_(time_unit),
@@ -71,24 +57,24 @@ class ExposureItemDialog : public LevelItemDialog {
     void OnDrop(const std::string& path) override;
 
   private:
-    bool deletes() const { return action_ == ExposureItemAction::kDelete; }
+    bool deletes() const { return action_ == ItemAction::kDelete; }
     void Confirm();
 
-    ExposureItemAction action_;
+    ItemAction action_;
     int time_unit_;
     ExposureItem& item_;
 };
 
 bool ExposureItemDialog::OnInit() {
-    SetWindowTextUtf8(window(), ActionName(action_));
-    SetControlText(IDOK, ActionName(action_));
+    SetWindowTextUtf8(window(), ItemActionName(action_));
+    SetControlText(IDOK, ItemActionName(action_));
     SetControlText(IDC_TIME_LABEL, "Esposizione " + std::string(TimeUnitAt(time_unit_).suffix));
     SetControlText(IDC_LEVEL_EDIT, item_.level_dba);
     SetControlText(IDC_TIME_EDIT, item_.duration);
     for (int field : {IDC_LEVEL_EDIT, IDC_TIME_EDIT}) {
         SendMessageW(Control(field), EM_SETREADONLY, deletes(), 0);
     }
-    EnableWindow(Control(IDC_READ_LEVEL), !deletes());
+    Enable(IDC_READ_LEVEL, !deletes());
     FocusOnField(IDC_LEVEL_EDIT);
     return false;
 }
@@ -108,8 +94,7 @@ void ExposureItemDialog::OnDrop(const std::string& path) {
 }
 
 void ExposureItemDialog::Confirm() {
-    const ExposureItem typed{ControlText(IDC_LEVEL_EDIT, kMaxValueCharacters),
-                             ControlText(IDC_TIME_EDIT, kMaxValueCharacters)};
+    const ExposureItem typed{FieldText(IDC_LEVEL_EDIT), FieldText(IDC_TIME_EDIT)};
     if (const std::optional<UserMessage> refusal = CheckExposureItem(typed)) {
         Refuse(*refusal, CheckTypedLevel(typed.level_dba) ? IDC_LEVEL_EDIT : IDC_TIME_EDIT);
         return;
@@ -120,7 +105,7 @@ void ExposureItemDialog::Confirm() {
 
 }  // namespace
 
-bool EditExposureItem(AppContext& app, HWND owner, ExposureItemAction action, int time_unit,
+bool EditExposureItem(AppContext& app, HWND owner, ItemAction action, int time_unit,
                       ExposureItem& item) {
     return ExposureItemDialog(app, action, time_unit, item).RunModal(owner) == IDOK;
 }

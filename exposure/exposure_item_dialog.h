@@ -4,15 +4,14 @@
 #include <windows.h>
 
 #include "dialogs/app_context_win.h"
+#include "dialogs/item_list_win.h"
 #include "exposure/daily_exposure.h"
 
 namespace tonvale {
 
-enum class ExposureItemAction { kAdd, kModify, kDelete };
-
 // Shows `item`, whose duration is in the time unit of index `time_unit`. True when the user
 // confirms; `item` then holds the two texts as typed.
-bool EditExposureItem(AppContext& app, HWND owner, ExposureItemAction action, int time_unit,
+bool EditExposureItem(AppContext& app, HWND owner, ItemAction action, int time_unit,
                       ExposureItem& item);
 
 }  // namespace tonvale

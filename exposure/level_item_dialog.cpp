@@ -3,7 +3,7 @@
 namespace tonvale {
 
 bool LevelItemDialog::OnCommand(int id, int notification) {
-    if (id != IDC_READ_LEVEL) return Dialog::OnCommand(id, notification);
+    if (id != IDC_READ_LEVEL) return ModalDialog::OnCommand(id, notification);
     TakeLevel(source_.choose(app(), window()));
     return true;
 }

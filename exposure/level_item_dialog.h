@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "common/file_kinds.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/file_dialogs_win.h"
-#include "common/file_kinds.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -32,11 +32,11 @@ struct LevelSource {
 inline constexpr LevelSource kLevelOfSpectrum{FileKind::kSpr, "LAEQ", ReadSpectrumLevel};
 inline constexpr LevelSource kLevelOfDay{FileKind::kLepd, "LEPD", ReadDailyLevel};
 
-class LevelItemDialog : public Dialog {
+class LevelItemDialog : public ModalDialog {
   protected:
     LevelItemDialog(AppContext& app, const DialogDescription& description,
                     const LevelSource& source)
-        : Dialog(app, description), source_(source) {}
+        : ModalDialog(app, description), source_(source) {}
 
     bool OnCommand(int id, int notification) override;
     void OnDrop(const std::string& path) override;

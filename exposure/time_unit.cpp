@@ -22,6 +22,15 @@ const std::array<TimeUnit, 3>& TimeUnits() {
     return kTimeUnits;
 }
 
+const std::vector<std::string>& TimeUnitNames() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> all;
+        for (const TimeUnit& unit : kTimeUnits) all.emplace_back(unit.name);
+        return all;
+    }();
+    return names;
+}
+
 const TimeUnit& TimeUnitAt(int index) {
     const bool known = index >= 0 && index < static_cast<int>(kTimeUnits.size());
     return known ? kTimeUnits[static_cast<std::size_t>(index)] : kUnknownUnit;

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tonvale {
 
@@ -19,6 +20,9 @@ struct TimeUnit {
 
 // In the order of the list: index 0 seconds, 1 minutes, 2 hours.
 const std::array<TimeUnit, 3>& TimeUnits();
+
+// Their names, in the same order.
+const std::vector<std::string>& TimeUnitNames();
 
 // The unit of an index as files store it. Any other index computes and shows as seconds, without
 // suffix and report text.

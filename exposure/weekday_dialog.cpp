@@ -77,7 +77,7 @@ bool WeekdayDialog::OnCommand(int id, int notification) {
 }
 
 void WeekdayDialog::Confirm() {
-    const std::string typed = ControlText(IDC_LEVEL_EDIT, kMaxValueCharacters);
+    const std::string typed = FieldText(IDC_LEVEL_EDIT);
     if (const auto refusal = CheckTypedLevel(typed)) {
         Refuse(*refusal, IDC_LEVEL_EDIT);
     } else {

@@ -1,9 +1,10 @@
 #include "exposure/weekly_exposure_dialog.h"
 
-#include <commctrl.h>
+#include <cstddef>
+#include <string>
 
 #include "dialogs/form_dialog_win.h"
-#include "dialogs/list_calculator_dialog_win.h"
+#include "dialogs/item_list_win.h"
 #include "exposure/weekday_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
@@ -22,6 +23,8 @@ constexpr ControlTip kTips[] = {
 
 constexpr ControlTextLimit kTextLimits[] = {kNotesLimit};
 
+constexpr ControlColors kColors[] = {{IDC_WEEKLY_LEVEL, Surface::kMenu}};
+
 constexpr ControlHelp kHelp[] = {
     {IDC_WEEKLY_LEVEL, kHelpWeeklyLevel},   {IDC_NOTES_EDIT, kHelpWeeklyNotes},
     {IDC_ITEM_LIST, kHelpWeeklyDays},       {IDC_MODIFY, kHelpWeeklyModify},
@@ -32,6 +35,7 @@ constexpr DialogDescription kDescription = {
     .template_name = L"LEPW",
     .tips = kTips,
     .text_limits = kTextLimits,
+    .colors = kColors,
     .help = kHelp,
     .main_help_context = kHelpWeeklyExposure,
     .help_file = "LEPD.HLP",
@@ -40,43 +44,36 @@ constexpr DialogDescription kDescription = {
 
 constexpr ItemListColumn kColumns[] = {{L"Giorno della settimana", 2}, {L"Lep,d", 1}};
 
-class WeeklyExposureDialog
-    : public FormDialog<WeeklyExposureForm, WeeklyExposureState, ListCalculatorDialog> {
+class WeeklyExposureDialog : public FormDialog<WeeklyExposureForm, WeeklyExposureState>,
+                             private ItemListClient {
   public:
     WeeklyExposureDialog(AppContext& app, WeeklyExposureState& state, const std::string& path)
         : FormDialog(app, kDescription, FileKind::kLepw, path, state) {}
 
   protected:
-    LRESULT OnNotify(const NMHDR& header) override;
-    bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR& result) override;
+    bool OnInit() override;
     void ShowFields() override;
     void RecomputeResults() override;
 
-    std::span<const ItemListColumn> Columns() const override { return kColumns; }
+  private:
     std::size_t ItemCount() const override { return kWeekDays; }
     std::string ItemText(std::size_t day, std::size_t column) const override;
     bool ModifyItem(std::size_t day) override;
+    void OnItemsChanged() override { RecomputeResults(); }
 
-  private:
     void ShowResult() { SetControlText(IDC_WEEKLY_LEVEL, form().weekly_level_dba); }
+
+    ItemList list_{*this, ItemList::Items::kFixed};
 };
 
-LRESULT WeeklyExposureDialog::OnNotify(const NMHDR& header) {
-    if (header.idFrom == IDC_ITEM_LIST && header.code == NM_SETFOCUS) list().SelectAnItem();
-    return FormDialog::OnNotify(header);
-}
-
-bool WeeklyExposureDialog::OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR& result) {
-    if (message != WM_CTLCOLORSTATIC ||
-        reinterpret_cast<HWND>(lparam) != Control(IDC_WEEKLY_LEVEL)) {
-        return FormDialog::OnMessage(message, wparam, lparam, result);
-    }
-    result = PaintOnMenuColor(reinterpret_cast<HDC>(wparam));
-    return true;
+bool WeeklyExposureDialog::OnInit() {
+    list_.TakeControl(Control(IDC_ITEM_LIST), kColumns);
+    Attach(list_);
+    return FormDialog::OnInit();
 }
 
 void WeeklyExposureDialog::ShowFields() {
-    list().RefreshItems();
+    list_.RefreshItems();
     ShowResult();
 }
 

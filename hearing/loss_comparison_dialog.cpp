@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "common/unicode_win.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/status_bar_win.h"
-#include "common/unicode_win.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -28,6 +28,11 @@ constexpr ControlTip kTips[] = {
 
 constexpr ControlTextLimit kTextLimits[] = {{IDC_EXPOSURE_LEVEL, kMaxFieldCharacters}};
 
+constexpr ControlItems kItems[] = {
+    {IDC_FRACTILE_LIST, ComparisonFractiles},
+    {IDC_FREQUENCY_LIST, ComparisonFrequencies},
+};
+
 constexpr ControlHelp kHelp[] = {
     {IDC_FRACTILE_LIST, kHelpPredictionsFractile},
     {IDC_FREQUENCY_LIST, kHelpPredictionsFrequency},
@@ -41,24 +46,23 @@ constexpr DialogDescription kDescription = {
     .template_name = L"CONFRONTO",
     .tips = kTips,
     .text_limits = kTextLimits,
+    .items = kItems,
     .help = kHelp,
     .main_help_context = kHelpPredictions,
     .help_file = "PREV.HLP",
     .accepts_files = false,
 };
 
-class LossComparisonDialog : public Dialog {
+class LossComparisonDialog : public ModalDialog {
   public:
     LossComparisonDialog(AppContext& app, LossComparisonState& state)
-        : Dialog(app, kDescription), state_(state) {}
+        : ModalDialog(app, kDescription), state_(state) {}
 
   protected:
     bool OnInit() override;
     bool OnCommand(int id, int notification) override;
 
   private:
-    void FillList(int list, const std::vector<std::string>& texts, int position);
-    int ListPosition(int list) const;
     void ConfirmForm();
 
     LossComparisonState& state_;
@@ -68,32 +72,21 @@ bool LossComparisonDialog::OnInit() {
     CreateStatusBar(app().instance, window());
     SetControlText(IDC_STATUS_BAR, "Perdite dovute alla sola esposizione professionale");
     const LossComparisonForm form = FormFromState(state_);
-    FillList(IDC_FRACTILE_LIST, ComparisonFractiles(), form.fractile_position);
-    FillList(IDC_FREQUENCY_LIST, ComparisonFrequencies(), form.frequency_position);
+    ChooseItem(IDC_FRACTILE_LIST, form.fractile_position);
+    ChooseItem(IDC_FREQUENCY_LIST, form.frequency_position);
     SetControlText(IDC_EXPOSURE_LEVEL, form.level_dba);
     return true;
 }
 
 bool LossComparisonDialog::OnCommand(int id, int notification) {
-    if (id != IDOK) return Dialog::OnCommand(id, notification);
+    if (id != IDOK) return ModalDialog::OnCommand(id, notification);
     ConfirmForm();
     return true;
 }
 
-void LossComparisonDialog::FillList(int list, const std::vector<std::string>& texts, int position) {
-    for (const std::string& text : texts) {
-        SendMessageW(Control(list), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-    }
-    SendMessageW(Control(list), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
-}
-
-int LossComparisonDialog::ListPosition(int list) const {
-    return static_cast<int>(SendMessageW(Control(list), CB_GETCURSEL, 0, 0));
-}
-
 void LossComparisonDialog::ConfirmForm() {
-    const LossComparisonForm form{ListPosition(IDC_FRACTILE_LIST), ListPosition(IDC_FREQUENCY_LIST),
-                                  ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters)};
+    const LossComparisonForm form{ChosenItem(IDC_FRACTILE_LIST), ChosenItem(IDC_FREQUENCY_LIST),
+                                  FieldText(IDC_EXPOSURE_LEVEL)};
     if (const std::optional<HearingRefusal> refusal = Confirm(form, state_)) {
         Refuse(refusal->message, IDC_EXPOSURE_LEVEL);
     } else {

@@ -104,10 +104,10 @@ int ControlOf(HearingField field) {
     return IDC_AGE;
 }
 
-class LossPredictionDialog : public Dialog {
+class LossPredictionDialog : public ModalDialog {
   public:
     LossPredictionDialog(AppContext& app, QuantityKind quantity, LossPredictionState& state)
-        : Dialog(app, kDescription), form_(FormFromState(state, quantity)), state_(state) {}
+        : ModalDialog(app, kDescription), form_(FormFromState(state, quantity)), state_(state) {}
 
   protected:
     bool OnInit() override;
@@ -116,7 +116,6 @@ class LossPredictionDialog : public Dialog {
   private:
     void ChooseQuantity(int button);
     void ShowQuantity();
-    void EnableControls(std::span<const int> controls, bool enabled);
     int FirstField() const;
     void ReadFields();
     void ConfirmForm();
@@ -161,7 +160,7 @@ bool LossPredictionDialog::OnCommand(int id, int notification) {
             ConfirmForm();
             return true;
         default:
-            return Dialog::OnCommand(id, notification);
+            return ModalDialog::OnCommand(id, notification);
     }
 }
 
@@ -172,14 +171,10 @@ void LossPredictionDialog::ChooseQuantity(int button) {
 
 void LossPredictionDialog::ShowQuantity() {
     const LossPredictionFields fields = FieldsOf(form_.quantity);
-    EnableControls(kNoiseControls, fields.noise);
-    EnableControls(kPersonControls, fields.person);
-    EnableControls(kTableControls, fields.table);
+    Enable(kNoiseControls, fields.noise);
+    Enable(kPersonControls, fields.person);
+    Enable(kTableControls, fields.table);
     SetControlText(IDC_STATUS_BAR, QuantityName(form_.quantity));
-}
-
-void LossPredictionDialog::EnableControls(std::span<const int> controls, bool enabled) {
-    for (const int control : controls) EnableWindow(Control(control), enabled);
 }
 
 int LossPredictionDialog::FirstField() const {
@@ -187,9 +182,9 @@ int LossPredictionDialog::FirstField() const {
 }
 
 void LossPredictionDialog::ReadFields() {
-    form_.years = ControlText(IDC_EXPOSURE_YEARS, kMaxFieldCharacters);
-    form_.level_dba = ControlText(IDC_EXPOSURE_LEVEL, kMaxFieldCharacters);
-    form_.age = ControlText(IDC_AGE, kMaxFieldCharacters);
+    form_.years = FieldText(IDC_EXPOSURE_YEARS);
+    form_.level_dba = FieldText(IDC_EXPOSURE_LEVEL);
+    form_.age = FieldText(IDC_AGE);
 }
 
 void LossPredictionDialog::ConfirmForm() {

@@ -80,6 +80,55 @@
 #define IDC_DELETE 1212
 #define IDC_READ_LEVEL 1606
 
+/* What every page of a wizard has besides the buttons of FILE_OPERATION's commands. */
+#define IDC_WIZARD_PRINT 1560
+#define IDC_WIZARD_FILE 1577
+
+/* The last page of every wizard (with 1141). */
+#define IDD_RESULTS_PAGE 107
+#define IDC_RESULT_TEXT 1016
+
+/* Groups of workers, LEQGROUP (with 1106, 1110 to 1212 and 1016). */
+#define IDC_TOTAL_WORKERS 1567
+#define IDC_INTERVAL 1568
+#define IDC_CONFIDENCE 1569
+#define IDC_STANDARD_DEVIATION 1189
+#define IDC_SAMPLE_COUNT 1190
+
+/* Spectra, SPETTRORUM and SPETTRODPI: seven of each, 125 to 8000 Hz. */
+#define IDC_BAND_LABEL_FIRST 1151
+#define IDC_BAND_FIRST 1161
+#define IDC_BAND_LAST 1167
+#define IDC_A_WEIGHTED_LEVEL 1106
+#define IDC_C_WEIGHTED_LEVEL 1107
+#define IDC_DRAWING 1200
+
+/* The choice of a protector (pages 103 to 114), its noise and its ratings; the latter also of
+   SPETTRODPI. */
+#define IDC_NOISE_C_LEVEL 1005
+#define IDC_NOISE_A_LEVEL 1007
+#define IDC_RATING_H 1019
+#define IDC_RATING_M 1020
+#define IDC_RATING_L 1021
+#define IDC_RATING_SNR 1022
+#define IDC_PROTECTOR_BAND_FIRST 1168
+#define IDC_PROTECTOR_BAND_LAST 1174
+
+/* Measurement uncertainty (pages 115 to 118 and their item dialogs). */
+#define IDC_DURATION_ERROR 1114
+#define IDC_INSTRUMENT_ERROR 1585
+#define IDC_SAMPLED_TOTAL_TIME 1588
+#define IDC_LEVEL_ERROR 1589
+#define IDC_ERROR_PERCENT 1596
+#define IDC_ERROR_MINIMUM 1598
+
+/* The audiogram, CALCOLOILG and EDIT_ILG. */
+#define IDC_LEFT_LOSS 362
+#define IDC_RIGHT_LOSS 368
+
+/* The risk of damage, RISK: the value that one of its tables is for. */
+#define IDC_FIXED_VALUE 1555
+
 /* LEPD */
 #define IDC_TOTAL_TIME_LABEL 1105
 #define IDC_EQUIVALENT_LEVEL 1106

@@ -11,6 +11,7 @@
 #include "dialogs/dialog_tips_win.h"
 #include "common/file_system.h"
 #include "dialogs/help_viewer_win.h"
+#include "dialogs/numeric_fields_win.h"
 #include "common/unicode_win.h"
 #include "tests/common/fake_printer.h"
 #include "tests/common/folder_test.h"

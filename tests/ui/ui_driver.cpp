@@ -213,7 +213,7 @@ UiDriver& UiDriver::AnswerMessage(std::string caption, std::string text, int but
 
 UiDriver& UiDriver::AddForControl(const std::string& what, int control, WindowAction action) {
     return Add(what + " " + std::to_string(control), [this, control, action = std::move(action)] {
-        HWND window = GetDlgItem(current_, control);
+        HWND window = ControlOf(current_, control);
         if (!window || !IsWindowVisible(window) || !IsWindowEnabled(window)) return false;
         action(window);
         return true;
@@ -256,8 +256,17 @@ UiDriver& UiDriver::Press(std::initializer_list<WORD> keys) {
     return Do([keys = std::vector<WORD>(keys)] { SendKeys(keys); });
 }
 
+HWND ControlOf(HWND window, int control) {
+    if (HWND child = GetDlgItem(window, control)) return child;
+    for (HWND page = GetWindow(window, GW_CHILD); page; page = GetWindow(page, GW_HWNDNEXT)) {
+        HWND child = IsWindowVisible(page) ? GetDlgItem(page, control) : nullptr;
+        if (child) return child;
+    }
+    return nullptr;
+}
+
 std::string TextOf(HWND window, int control) {
-    HWND child = GetDlgItem(window, control);
+    HWND child = ControlOf(window, control);
     return child ? WindowText(child) : std::string();
 }
 

@@ -89,6 +89,8 @@ class UiDriver {
 };
 
 // The text of a control; empty when it does not exist.
+// The control of a dialog, or of the page that a sheet shows; nullptr when there is none.
+HWND ControlOf(HWND window, int control);
 std::string TextOf(HWND window, int control);
 
 // A WM_DROPFILES handle as the shell makes it; its receiver frees it with DragFinish.

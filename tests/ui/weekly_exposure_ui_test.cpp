@@ -58,9 +58,9 @@ TEST_F(WeeklyExposureUiTest, OpensOnAWeekOfNinety) {
         EXPECT_EQ(Result(dialog), "90.0");
         EXPECT_GE(ListView_GetCountPerPage(List(dialog)), 7);  // nothing to scroll
         const WindowDc device(dialog);
-        EXPECT_EQ(SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device.get()),
-                               reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDC_WEEKLY_LEVEL))),
-                  reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_MENU)));
+        SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device.get()),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDC_WEEKLY_LEVEL)));
+        EXPECT_EQ(GetDCBrushColor(device.get()), GetSysColor(COLOR_MENU));
         // The list has the focus, and so a row; away with the selection, and back with the focus.
         EXPECT_EQ(GetFocus(), List(dialog));
         EXPECT_EQ(SelectedRow(dialog), 0);
