@@ -6,11 +6,11 @@
 #include "app/main_window.h"
 #include "app/program_file_win.h"
 #include "app/version_info_win.h"
+#include "common/unicode_win.h"
 #include "dialogs/dialog_tips_win.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/handles_win.h"
 #include "dialogs/numeric_fields_win.h"
-#include "common/unicode_win.h"
 
 namespace tonvale {
 namespace {

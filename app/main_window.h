@@ -9,16 +9,16 @@
 #include <string>
 
 #include "app/app_state.h"
-#include "help/help_window.h"
 #include "app/main_toolbar_win.h"
 #include "app/result_view_window.h"
 #include "app/splash_window.h"
 #include "app/view_switch_win.h"
-#include "dialogs/window_win.h"
+#include "common/result_view.h"
 #include "dialogs/app_context_win.h"
 #include "dialogs/dialog_tips_win.h"
 #include "dialogs/handles_win.h"
-#include "common/result_view.h"
+#include "dialogs/window_win.h"
+#include "help/help_window.h"
 #include "report/report_document_win.h"
 
 namespace tonvale {

@@ -6,15 +6,15 @@
 #include <utility>
 
 #include "app/bitmap_file_win.h"
-#include "dialogs/clipboard_win.h"
-#include "dialogs/dialog_win.h"
-#include "dialogs/file_dialogs_win.h"
 #include "common/file_kinds.h"
 #include "common/file_system.h"
 #include "common/print_frame.h"
-#include "dialogs/print_notes_dialog.h"
 #include "common/summary_text.h"
 #include "common/text.h"
+#include "dialogs/clipboard_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/file_dialogs_win.h"
+#include "dialogs/print_notes_dialog.h"
 
 namespace tonvale {
 namespace {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "dialogs/gdi_canvas_win.h"
 #include "common/unicode_win.h"
+#include "dialogs/gdi_canvas_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {

@@ -9,9 +9,9 @@
 #include <memory>
 #include <optional>
 
-#include "dialogs/window_win.h"
-#include "dialogs/handles_win.h"
 #include "common/result_view.h"
+#include "dialogs/handles_win.h"
+#include "dialogs/window_win.h"
 
 namespace tonvale {
 

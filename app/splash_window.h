@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-#include "dialogs/window_win.h"
 #include "dialogs/handles_win.h"
+#include "dialogs/window_win.h"
 
 namespace tonvale {
 

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "dialogs/dialog_win.h"
 #include "common/unicode_win.h"
+#include "dialogs/dialog_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {

@@ -10,9 +10,9 @@
 #include <cstddef>
 #include <optional>
 
+#include "dialogs/handles_win.h"
 #include "help/help_rtf.h"
 #include "help/help_topics.h"
-#include "dialogs/handles_win.h"
 
 namespace tonvale {
 

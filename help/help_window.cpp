@@ -4,10 +4,10 @@
 #include <array>
 #include <utility>
 
-#include "dialogs/dialog_win.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
+#include "dialogs/dialog_win.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 

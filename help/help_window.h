@@ -12,12 +12,12 @@
 #include <string_view>
 #include <vector>
 
-#include "help/help_text_view.h"
-#include "help/help_topics.h"
-#include "dialogs/window_win.h"
 #include "dialogs/app_context_win.h"
 #include "dialogs/handles_win.h"
 #include "dialogs/help_viewer_win.h"
+#include "dialogs/window_win.h"
+#include "help/help_text_view.h"
+#include "help/help_topics.h"
 
 namespace tonvale {
 

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <utility>
 
-#include "dialogs/clipboard_win.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/unicode_win.h"
+#include "dialogs/clipboard_win.h"
 #include "report/rich_edit/picture_win.h"
 #include "report/rtf/rtf_reader.h"
 

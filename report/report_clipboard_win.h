@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include "dialogs/app_context_win.h"
 #include "common/user_message.h"
+#include "dialogs/app_context_win.h"
 #include "report/rich_edit/rich_edit_gaps_win.h"
 #include "report/rich_edit/rich_edit_win.h"
 

@@ -8,10 +8,10 @@
 #include <string_view>
 #include <utility>
 
+#include "common/file_kinds.h"
 #include "dialogs/clipboard_win.h"
 #include "dialogs/dialog_win.h"
 #include "dialogs/file_dialogs_win.h"
-#include "common/file_kinds.h"
 #include "dialogs/handles_win.h"
 #include "report/format_menus_win.h"
 #include "report/format_toolbar_win.h"

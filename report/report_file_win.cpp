@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include "common/file_system.h"
-#include "dialogs/handles_win.h"
 #include "common/unicode_win.h"
+#include "dialogs/handles_win.h"
 
 namespace tonvale {
 

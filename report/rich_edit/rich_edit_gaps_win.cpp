@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "dialogs/handles_win.h"
 #include "common/text.h"
+#include "dialogs/handles_win.h"
 #include "report/rich_edit/code_pages_win.h"
 #include "report/rich_edit/picture_win.h"
 #include "report/rich_edit/rich_edit_pictures_win.h"

@@ -10,9 +10,9 @@
 #include <string>
 #include <utility>
 
-#include "dialogs/handles_win.h"
 #include "common/numbers.h"
 #include "common/unicode_win.h"
+#include "dialogs/handles_win.h"
 #include "report/rich_edit/com_pointer_win.h"
 
 namespace tonvale {

@@ -15,7 +15,6 @@
 #include <utility>
 #include <vector>
 
-#include "help/help_rtf.h"
 #include "common/numbers.h"
 #include "common/profile_file.h"
 #include "common/text.h"
@@ -24,6 +23,7 @@
 #include "hearing/damage_table.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
+#include "help/help_rtf.h"
 #include "report/rtf/rtf_reader.h"
 #include "resources/help_contexts.h"
 

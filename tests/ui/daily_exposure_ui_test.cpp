@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "dialogs/clipboard_win.h"
 #include "common/text.h"
+#include "dialogs/clipboard_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "resources/help_contexts.h"

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "common/file_system.h"
+#include "common/unicode_win.h"
 #include "dialogs/app_context_win.h"
 #include "dialogs/dialog_tips_win.h"
-#include "common/file_system.h"
 #include "dialogs/help_viewer_win.h"
 #include "dialogs/numeric_fields_win.h"
-#include "common/unicode_win.h"
 #include "tests/common/fake_printer.h"
 #include "tests/common/folder_test.h"
 

@@ -8,10 +8,10 @@
 #include <map>
 #include <string>
 
-#include "help/help_window.h"
 #include "dialogs/handles_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/daily_exposure_dialog.h"
+#include "help/help_window.h"
 #include "resources/resource.h"
 #include "tests/ui/main_window_fixture.h"
 #include "tests/ui/ui_driver.h"

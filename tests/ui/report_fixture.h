@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "dialogs/clipboard_win.h"
 #include "common/text.h"
+#include "dialogs/clipboard_win.h"
 #include "report/report_document_win.h"
 #include "resources/resource.h"
 #include "tests/ui/calculator_fixture.h"
