@@ -75,7 +75,7 @@ class Canvas {
     virtual int Resolution() const = 0;
     // As long on this device as `length` pixels on a screen of 96 dpi: the measure of line widths,
     // markers and gaps. At least 1.
-    int Scaled(int length) const { return std::max(1, (length * Resolution() + 48) / 96); }
+    int Scaled(int length) const { return std::max(1, length * Resolution() / 96); }
 
     // Joins the points by lines, from the first to the last, both included.
     virtual void DrawPolyline(std::span<const Point> points, const Pen& pen) = 0;

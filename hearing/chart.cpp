@@ -18,6 +18,7 @@ constexpr int kAxisWidth = 2;
 constexpr int kCurveWidth = 2;
 constexpr int kMarkerOutline = 1;
 constexpr int kMarkerRadius = 4;
+constexpr int kMarkerReach = 6;  // of the largest one, with its outline
 constexpr int kLegendLineInset = 8;
 constexpr int kLabelGap = 4;  // between an axis and its labels
 
@@ -155,8 +156,10 @@ Curve ToDeviceUnits(const Curve& curve, const Chart& chart, const Rect& plot) {
     return device;
 }
 
-void DrawTitle(Canvas& canvas, const Rect& rect, std::span<const std::string> titles) {
+// The markers of the legend reach into the lower end of `band`.
+void DrawTitle(Canvas& canvas, const Rect& band, std::span<const std::string> titles) {
     if (titles.empty()) return;
+    const Rect rect{band.left, band.top, band.right, band.bottom - canvas.Scaled(kMarkerReach)};
     const auto fitting = std::find_if(titles.begin(), titles.end(), [&](const std::string& title) {
         return canvas.MeasureText(title).width <= rect.Width();
     });

@@ -149,7 +149,7 @@ TEST(Chart, TellsCurvesApartByMarkersAndLooksAlikeOnEveryDevice) {
     paper.resolution = 600;
     DrawChart(paper, {0, 0, 5000, 3750}, chart, {.use_color = false, .selected_curve = 1});
     EXPECT_EQ(paper.lines[0].pen.width, 6);
-    EXPECT_EQ(paper.lines.back().pen, (Pen{kBlack, 13}));
+    EXPECT_EQ(paper.lines.back().pen, (Pen{kBlack, 12}));
     ASSERT_THAT(paper.shapes, SizeIs(1 + 2));
     const auto side = [](const RecordingCanvas::DrawnShape& shape) {
         return shape.corners[1].x - shape.corners[0].x;
