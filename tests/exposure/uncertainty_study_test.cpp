@@ -130,6 +130,9 @@ TEST(UncertaintyStudy, PagesTakeTextsAsTheyCome) {
     Recompute(day, study);
     EXPECT_EQ(Joined(day.results) + day.total_time, " 85.0|0.00|0.008.00");
     EXPECT_TRUE(study.goes_on_from_day);
+    day.time_unit = 1;
+    Recompute(day, study);
+    EXPECT_EQ(day.total_time, "     8");
     EXPECT_EQ(ShowWeekPage(study).rows.size(), 7U);
     EXPECT_EQ(ShowWeekPage(study).rows[6].level_dba, "0.0");
 }
@@ -258,6 +261,7 @@ TEST(UncertaintyAssessment, WalksThePagesThatTheFlagsLeadThrough) {
                                           "LEPW", "LEPW_U", "LEPW_UTOT"));
     EXPECT_EQ(week.results[3].shown + week.results[7].shown, "0.700.70");  // without rows
     EXPECT_EQ(week.results[5].shown, "  0.0");
+    EXPECT_EQ(week.printout.closing_text, std::get<std::string>(week.details[1].value));
 
     const Assessment refused =
         Assess("CAMPLEQ=1", "TIMECORR=1\nTIMETOT=1\nNUMITEM=1\nLEQ_0=85\nTIME_0=2\n");
