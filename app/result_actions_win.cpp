@@ -81,9 +81,10 @@ void ExportResult(AppContext& app, const ResultViewWindow& view, ReportDocument&
     }
     const WaitCursor wait;
     const std::string content = FileContent(view);
-    if (content.empty() || !WriteFileSafely(*app.files, *path, content)) {
-        ShowMessageBox(app.main_window, SaveFailure(*path));
-    }
+    const std::string_view failure = content.empty()
+                                         ? "non c'è memoria per l'immagine"
+                                         : Reason(WriteFileSafely(*app.files, *path, content));
+    if (!failure.empty()) ShowMessageBox(app.main_window, SaveFailure(*path, failure));
 }
 
 void PrintResult(AppContext& app, std::string& notes, const ResultViewWindow& view) {

@@ -41,7 +41,7 @@ void SaveFile(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         ProfileFile file;
         StoreForm(form, file);
-        if (!file.Save(SystemFiles(), path)) state.SkipWithError("cannot save");
+        if (file.Save(SystemFiles(), path) != FileError::kNone) state.SkipWithError("cannot save");
     }
     std::filesystem::remove(path);
 }
@@ -54,8 +54,9 @@ void LoadFile(benchmark::State& state) {
     file.Save(SystemFiles(), path);
     for ([[maybe_unused]] auto _ : state) {
         DailyExposureForm form;
-        const auto read = ProfileFile::Read(SystemFiles(), path);
-        if (!read || !LoadForm(*read, form)) state.SkipWithError("cannot load");
+        ProfileFile read;
+        ProfileFile::Read(SystemFiles(), path, read);
+        if (!LoadForm(read, form)) state.SkipWithError("cannot load");
         benchmark::DoNotOptimize(form.items);
     }
     std::filesystem::remove(path);

@@ -63,9 +63,10 @@ void Compare(int count, const std::string& folder) {
         10);
     const double load = SecondsOf(
         [&] {
+            ProfileFile file;
             DailyExposureForm loaded;
-            LoadForm(ProfileFile::Read(tonvale::SystemFiles(), ours).value_or(ProfileFile()),
-                     loaded);
+            ProfileFile::Read(tonvale::SystemFiles(), ours, file);
+            LoadForm(file, loaded);
         },
         10);
     DeleteFileA(theirs.c_str());

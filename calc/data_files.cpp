@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -28,15 +26,6 @@ struct OpenedFile {
     const AssessedKind& kind;
 };
 
-std::string_view WhyUnreadable(const std::string& path) {
-    const std::filesystem::path system_path(std::u8string(path.begin(), path.end()));
-    std::error_code error;
-    const auto status = std::filesystem::status(system_path, error);
-    if (!std::filesystem::exists(status)) return "il file non esiste";
-    if (std::filesystem::is_directory(status)) return "è una cartella";
-    return "impossibile leggere il file";
-}
-
 void ReportFailure(Console& console, std::string_view path, std::string_view reason) {
     console.WriteError(std::string(path) + ": " + std::string(reason) + "\n");
 }
@@ -47,17 +36,18 @@ bool ForEachDataFile(std::span<const std::string> paths, FileSystem& files, Cons
                      const std::function<void(const OpenedFile&)>& use) {
     bool all_opened = true;
     for (const std::string& path : paths) {
-        auto file = ProfileFile::Read(files, path);
-        const AssessedKind* kind = file ? AssessedKindOf(*file) : nullptr;
+        ProfileFile file;
+        const FileError error = ProfileFile::Read(files, path, file);
+        const AssessedKind* kind = AssessedKindOf(file);
         if (kind != nullptr && kind->assess != nullptr) {
-            use({path, std::move(*file), *kind});
+            use({path, std::move(file), *kind});
             continue;
         }
         all_opened = false;
         ReportFailure(console, path,
-                      !file             ? WhyUnreadable(path)
-                      : kind == nullptr ? "tipo di file sconosciuto"
-                                        : "il calcolo di questo tipo non è disponibile");
+                      error != FileError::kNone ? Reason(error)
+                      : kind == nullptr         ? "tipo di file sconosciuto"
+                                                : "il calcolo di questo tipo non è disponibile");
     }
     return all_opened;
 }

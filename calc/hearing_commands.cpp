@@ -151,8 +151,10 @@ int WritePicture(const ResultView& view, const Output& output, FileSystem& files
     if (output.svg_path.empty()) return kExitSuccess;
     SvgCanvas canvas(kPictureSize);
     view.Draw(output.view, canvas, {0, 0, kPictureSize.width, kPictureSize.height}, {});
-    if (WriteFileSafely(files, output.svg_path, canvas.Document())) return kExitSuccess;
-    console.WriteError(output.svg_path + ": impossibile scrivere il file\n");
+    const FileError error = WriteFileSafely(files, output.svg_path, canvas.Document());
+    if (error == FileError::kNone) return kExitSuccess;
+    console.WriteError(output.svg_path +
+                       ": impossibile scrivere il file: " + std::string(Reason(error)) + "\n");
     return kExitFailure;
 }
 

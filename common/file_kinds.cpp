@@ -58,8 +58,9 @@ void TakeHeaderText(const ProfileFile& file, std::string_view key, std::string& 
 }
 
 std::optional<ProfileFile> ReadDataFile(FileSystem& files, const std::string& path, FileKind kind) {
-    std::optional<ProfileFile> file = ProfileFile::Read(files, path);
-    if (file && !HasKind(*file, kind)) file.reset();
+    ProfileFile file;
+    if (ProfileFile::Read(files, path, file) != FileError::kNone) return std::nullopt;
+    if (!HasKind(file, kind)) return std::nullopt;
     return file;
 }
 

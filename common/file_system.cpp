@@ -1,11 +1,34 @@
 #include "common/file_system.h"
 
+#include <algorithm>
+#include <array>
 #include <random>
 
 #include "common/numbers.h"
 
 namespace tonvale {
 namespace {
+
+struct ReasonRow {
+    FileError error;
+    std::string_view clause;
+};
+
+constexpr std::array<ReasonRow, 13> kReasons{{
+    {FileError::kMissing, "il file non esiste"},
+    {FileError::kMissingFolder, "la cartella non esiste"},
+    {FileError::kFolder, "il nome è quello di una cartella"},
+    {FileError::kNoPlainFile, "il nome è quello di un dispositivo"},
+    {FileError::kTooLong, "il file è troppo lungo"},
+    {FileError::kBadName, "il nome del file non è valido"},
+    {FileError::kReadOnly, "il file è di sola lettura"},
+    {FileError::kDenied, "non si ha il permesso di accedere al file o alla cartella"},
+    {FileError::kInUse, "un'altra applicazione sta usando il file"},
+    {FileError::kWriteProtected, "il disco è protetto da scrittura"},
+    {FileError::kNoRoom, "il disco è pieno"},
+    {FileError::kUnreachable, "il disco o la rete non risponde"},
+    {FileError::kDiskFailure, "errore del disco"},
+}};
 
 // A new name in the folder of `path`. Short, so that a path that is just short enough for the
 // system does not grow past its limit.
@@ -17,12 +40,19 @@ std::string TemporaryBeside(const std::string& path) {
 
 }  // namespace
 
-bool WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes) {
+std::string_view Reason(FileError error) {
+    const auto* row = std::find_if(kReasons.begin(), kReasons.end(),
+                                   [error](const auto& reason) { return reason.error == error; });
+    return row == kReasons.end() ? std::string_view() : row->clause;
+}
+
+FileError WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes) {
     const std::string target = files.ResolveLinks(path);
     const std::string temporary = TemporaryBeside(target);
-    if (files.WriteNew(temporary, bytes) && files.Replace(temporary, target)) return true;
-    files.Remove(temporary);
-    return false;
+    FileError error = files.WriteNew(temporary, bytes);
+    if (error == FileError::kNone) error = files.Replace(temporary, target);
+    if (error != FileError::kNone) files.Remove(temporary);
+    return error;
 }
 
 std::string_view FileName(std::string_view path) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,19 +11,40 @@ namespace tonvale {
 // What is longer is no file of this program, and is not worth running out of memory for.
 inline constexpr std::size_t kMaxFileBytes = std::size_t{256} << 20;
 
+// Why a file could not be read or written.
+enum class FileError {
+    kNone,
+    kMissing,         // nothing has this name
+    kMissingFolder,   // nor is there the folder that is to hold it
+    kFolder,          // the name is a folder's
+    kNoPlainFile,     // a device or a pipe
+    kTooLong,         // longer than kMaxFileBytes
+    kBadName,         // no name that the system takes
+    kReadOnly,        // the file may not be changed
+    kDenied,          // the user lacks the right
+    kInUse,           // another program holds it, and did so for a while
+    kWriteProtected,  // the disk takes no writing
+    kNoRoom,          // the disk is full
+    kUnreachable,     // the disk or the network does not answer
+    kDiskFailure,     // anything else
+};
+
+// The error as an Italian clause without a full stop, "il disco è pieno"; empty for none.
+std::string_view Reason(FileError error);
+
 // The steps that touch the disk, each replaceable by one that fails, for the tests.
 // Paths are UTF-8.
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
-    // nullopt when the path is missing, a folder, not readable or longer than kMaxFileBytes.
-    virtual std::optional<std::string> Read(const std::string& path) = 0;
+    // Puts the whole file into `bytes`, whoever else has it open. On failure they are unspecified.
+    virtual FileError Read(const std::string& path, std::string& bytes) = 0;
     // Creates `path`, which must not exist, writes `bytes` and waits until they are on the disk.
     // On failure a part of the file may be left behind.
-    virtual bool WriteNew(const std::string& path, std::string_view bytes) = 0;
+    virtual FileError WriteNew(const std::string& path, std::string_view bytes) = 0;
     // Puts `from` in place of `to` in one step. Fails, changing nothing, when `to` is a folder, is
     // read-only or is held open by another program.
-    virtual bool Replace(const std::string& from, const std::string& to) = 0;
+    virtual FileError Replace(const std::string& from, const std::string& to) = 0;
     virtual void Remove(const std::string& path) = 0;
     // The file that `path` stands for once links are followed; `path` itself where there are none.
     virtual std::string ResolveLinks(const std::string& path) { return path; }
@@ -36,7 +56,7 @@ FileSystem& SystemFiles();
 // Writes `bytes` to a new file beside `path`, then puts it in place of `path`. On failure the old
 // file is as it was, byte for byte, and no other file is left behind. Where `path` is a link, the
 // link stays and what it leads to is replaced.
-bool WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes);
+FileError WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes);
 
 // The part of `path` after its last separator ("/" or "\").
 std::string_view FileName(std::string_view path);

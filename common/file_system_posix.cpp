@@ -33,23 +33,63 @@ class Descriptor {
     int value_;
 };
 
-// False when reading fails or there are more than kMaxFileBytes.
-bool ReadAll(int descriptor, std::size_t expected_size, std::string& bytes) {
+// What the system's last error says of a file that is to be read.
+FileError ReadingError() {
+    switch (errno) {
+        case ENOENT:
+        case ENOTDIR:
+            return FileError::kMissing;
+        case EISDIR:
+            return FileError::kFolder;
+        case ENAMETOOLONG:
+        case EINVAL:
+        case ELOOP:
+            return FileError::kBadName;
+        case EACCES:
+        case EPERM:
+            return FileError::kDenied;
+        case EBUSY:
+        case ETXTBSY:
+            return FileError::kInUse;
+        case EROFS:
+            return FileError::kWriteProtected;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return FileError::kNoRoom;
+        case ENXIO:
+        case ENODEV:
+        case ESTALE:
+        case ETIMEDOUT:
+        case EHOSTDOWN:
+            return FileError::kUnreachable;
+        default:
+            return FileError::kDiskFailure;
+    }
+}
+
+// The same of one that is to be written: all that can be missing then is its folder.
+FileError WritingError() {
+    const FileError error = ReadingError();
+    return error == FileError::kMissing ? FileError::kMissingFolder : error;
+}
+
+FileError ReadAll(int descriptor, std::size_t expected_size, std::string& bytes) {
     std::size_t size = 0;
-    if (expected_size > kMaxFileBytes) return false;
+    if (expected_size > kMaxFileBytes) return FileError::kTooLong;
     bytes.resize(expected_size + 1);  // one more: to see the end
     while (size <= kMaxFileBytes) {
         if (size == bytes.size()) bytes.resize(2 * size);  // it is growing
         const ssize_t count = read(descriptor, bytes.data() + size, bytes.size() - size);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
+        if (count < 0) return ReadingError();
         if (count == 0) {
             bytes.resize(size);
-            return true;
+            return FileError::kNone;
         }
         size += static_cast<std::size_t>(count);
     }
-    return false;
+    return FileError::kTooLong;
 }
 
 bool WriteAll(int descriptor, std::string_view bytes) {
@@ -73,40 +113,42 @@ void SyncFolderOf(const std::string& path) {
 
 // A file that is about to be replaced must be a plain one that its user may write. The permission
 // bits count as well: to root every file is writable.
-bool MayBeReplaced(const std::string& path, const struct stat& status) {
-    return S_ISREG(status.st_mode) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
-           access(path.c_str(), W_OK) == 0;
+FileError ObstacleToReplacing(const std::string& path, const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return FileError::kFolder;
+    if (!S_ISREG(status.st_mode)) return FileError::kNoPlainFile;
+    if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return FileError::kReadOnly;
+    return access(path.c_str(), W_OK) == 0 ? FileError::kNone : WritingError();
 }
 
 class PosixFileSystem : public FileSystem {
   public:
-    std::optional<std::string> Read(const std::string& path) override {
+    FileError Read(const std::string& path, std::string& bytes) override {
         // O_NONBLOCK: a pipe without a writer must not hold the program up.
         Descriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
         struct stat status = {};
-        if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) return std::nullopt;
-        if (!S_ISREG(status.st_mode)) return std::nullopt;
-        std::string bytes;
-        const auto size = static_cast<std::size_t>(status.st_size);
-        if (!ReadAll(descriptor.Get(), size, bytes)) return std::nullopt;
-        return bytes;
+        if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) return ReadingError();
+        if (S_ISDIR(status.st_mode)) return FileError::kFolder;
+        if (!S_ISREG(status.st_mode)) return FileError::kNoPlainFile;
+        return ReadAll(descriptor.Get(), static_cast<std::size_t>(status.st_size), bytes);
     }
 
-    bool WriteNew(const std::string& path, std::string_view bytes) override {
+    FileError WriteNew(const std::string& path, std::string_view bytes) override {
         Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        return descriptor.IsOpen() && WriteAll(descriptor.Get(), bytes) &&
-               fsync(descriptor.Get()) == 0 && descriptor.Close();
+        const bool written = descriptor.IsOpen() && WriteAll(descriptor.Get(), bytes) &&
+                             fsync(descriptor.Get()) == 0 && descriptor.Close();
+        return written ? FileError::kNone : WritingError();
     }
 
-    bool Replace(const std::string& from, const std::string& to) override {
+    FileError Replace(const std::string& from, const std::string& to) override {
         struct stat status = {};
         if (stat(to.c_str(), &status) == 0) {
-            if (!MayBeReplaced(to, status)) return false;
-            if (chmod(from.c_str(), status.st_mode & 0777) != 0) return false;
+            const FileError obstacle = ObstacleToReplacing(to, status);
+            if (obstacle != FileError::kNone) return obstacle;
+            if (chmod(from.c_str(), status.st_mode & 0777) != 0) return WritingError();
         }
-        if (rename(from.c_str(), to.c_str()) != 0) return false;
+        if (rename(from.c_str(), to.c_str()) != 0) return WritingError();
         SyncFolderOf(to);
-        return true;
+        return FileError::kNone;
     }
 
     void Remove(const std::string& path) override { unlink(path.c_str()); }

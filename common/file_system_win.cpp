@@ -6,7 +6,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "common/file_system.h"
+#include "common/file_errors_win.h"
 #include "common/text.h"
 
 namespace tonvale {
@@ -15,9 +15,10 @@ namespace {
 // The most that one call of the system reads or writes.
 constexpr std::size_t kMaxTransferBytes = std::size_t{1} << 26;
 
-// A scanner or indexer may hold a fresh file for a moment: how often and how long to wait for it.
-constexpr int kReplaceAttempts = 5;
-constexpr DWORD kReplacePauseMs = 20;
+// A scanner, an indexer or a copying program may hold a file for a moment: how often to try it, and
+// how long to wait in between.
+constexpr int kAttempts = 10;
+constexpr DWORD kPauseMs = 30;
 
 struct HandleCloser {
     void operator()(HANDLE handle) const { CloseHandle(handle); }
@@ -31,6 +32,16 @@ std::wstring WidePath(const std::string& path) {
     return wide;
 }
 
+// Tries `step` for a while as long as another program holds the file.
+template <typename Step>
+FileError WhileInUse(Step step) {
+    for (int attempt = 1;; ++attempt) {
+        const FileError error = step();
+        if (error != FileError::kInUse || attempt == kAttempts) return error;
+        Sleep(kPauseMs);
+    }
+}
+
 Handle OpenFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition) {
     const HANDLE handle = CreateFileW(WidePath(path).c_str(), access, sharing, nullptr, disposition,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -41,19 +52,53 @@ DWORD TransferSize(std::size_t bytes) {
     return static_cast<DWORD>(std::min(bytes, kMaxTransferBytes));
 }
 
-bool ReadAll(HANDLE file, std::size_t size, std::string& bytes) {
+FileError ReadAll(HANDLE file, std::size_t size, std::string& bytes) {
     bytes.resize(size);
     std::size_t done = 0;
     while (done < size) {
         DWORD count = 0;
         if (!ReadFile(file, bytes.data() + done, TransferSize(size - done), &count, nullptr)) {
-            return false;
+            return ReadingError(GetLastError());
         }
         if (count == 0) break;  // it has become shorter
         done += count;
     }
     bytes.resize(done);
-    return true;
+    return FileError::kNone;
+}
+
+DWORD AttributesOf(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(WidePath(path).c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes;
+}
+
+FileError ReadOnce(const std::string& path, std::string& bytes) {
+    constexpr DWORD kEverySharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const Handle file = OpenFile(path, GENERIC_READ, kEverySharing, OPEN_EXISTING);
+    if (!file) {
+        const DWORD error = GetLastError();
+        return (AttributesOf(path) & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileError::kFolder
+                                                                    : ReadingError(error);
+    }
+    LARGE_INTEGER size = {};
+    if (GetFileType(file.get()) != FILE_TYPE_DISK) return FileError::kNoPlainFile;
+    if (!GetFileSizeEx(file.get(), &size)) return ReadingError(GetLastError());
+    if (size.QuadPart > static_cast<LONGLONG>(kMaxFileBytes)) return FileError::kTooLong;
+    return ReadAll(file.get(), static_cast<std::size_t>(size.QuadPart), bytes);
+}
+
+// Where a file cannot be replaced because it is open, the system speaks of rights as well.
+bool IsHeldOpen(const std::string& path) {
+    return !OpenFile(path, DELETE, 0, OPEN_EXISTING) && GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+FileError ReplaceOnce(const std::string& from, const std::string& to) {
+    if (MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        return FileError::kNone;
+    }
+    const FileError error = WritingError(GetLastError());
+    return error == FileError::kDenied && IsHeldOpen(to) ? FileError::kInUse : error;
 }
 
 bool WriteAll(HANDLE file, std::string_view bytes) {
@@ -70,45 +115,70 @@ bool WriteAll(HANDLE file, std::string_view bytes) {
 
 class WindowsFileSystem : public FileSystem {
   public:
-    std::optional<std::string> Read(const std::string& path) override {
-        const Handle file = OpenFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
-        LARGE_INTEGER size = {};
-        if (!file || GetFileType(file.get()) != FILE_TYPE_DISK) return std::nullopt;
-        if (!GetFileSizeEx(file.get(), &size)) return std::nullopt;
-        const auto length = static_cast<std::size_t>(size.QuadPart);
-        std::string bytes;
-        if (length > kMaxFileBytes || !ReadAll(file.get(), length, bytes)) return std::nullopt;
-        return bytes;
+    FileError Read(const std::string& path, std::string& bytes) override {
+        return WhileInUse([&] { return ReadOnce(path, bytes); });
     }
 
-    bool WriteNew(const std::string& path, std::string_view bytes) override {
+    FileError WriteNew(const std::string& path, std::string_view bytes) override {
         const Handle file = OpenFile(path, GENERIC_WRITE, 0, CREATE_NEW);
-        return file && WriteAll(file.get(), bytes) && FlushFileBuffers(file.get());
+        const bool written = file && WriteAll(file.get(), bytes) && FlushFileBuffers(file.get());
+        return written ? FileError::kNone : WritingError(GetLastError());
     }
 
-    bool Replace(const std::string& from, const std::string& to) override {
-        const std::wstring wide_to = WidePath(to);
-        const DWORD attributes = GetFileAttributesW(wide_to.c_str());
-        constexpr DWORD kObstacles = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kObstacles) != 0) return false;
-
-        const std::wstring wide_from = WidePath(from);
-        for (int attempt = 1;; ++attempt) {
-            if (MoveFileExW(wide_from.c_str(), wide_to.c_str(),
-                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-                return true;
-            }
-            const DWORD error = GetLastError();
-            const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
-            if (!held || attempt == kReplaceAttempts) return false;
-            Sleep(kReplacePauseMs);
-        }
+    FileError Replace(const std::string& from, const std::string& to) override {
+        const DWORD attributes = AttributesOf(to);
+        if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileError::kFolder;
+        if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return FileError::kReadOnly;
+        return WhileInUse([&] { return ReplaceOnce(from, to); });
     }
 
     void Remove(const std::string& path) override { DeleteFileW(WidePath(path).c_str()); }
 };
 
 }  // namespace
+
+FileError ReadingError(DWORD error) {
+    switch (error) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+            return FileError::kMissing;
+        case ERROR_INVALID_NAME:
+        case ERROR_BAD_PATHNAME:
+        case ERROR_DIRECTORY:
+        case ERROR_FILENAME_EXCED_RANGE:
+            return FileError::kBadName;
+        case ERROR_ACCESS_DENIED:
+        case ERROR_NETWORK_ACCESS_DENIED:
+            return FileError::kDenied;
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_USER_MAPPED_FILE:
+        case ERROR_DELETE_PENDING:
+            return FileError::kInUse;
+        case ERROR_WRITE_PROTECT:
+            return FileError::kWriteProtected;
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+        case ERROR_FILE_TOO_LARGE:
+            return FileError::kNoRoom;
+        case ERROR_NOT_READY:
+        case ERROR_REM_NOT_LIST:
+        case ERROR_BAD_NETPATH:
+        case ERROR_DEV_NOT_EXIST:
+        case ERROR_UNEXP_NET_ERR:
+        case ERROR_NETNAME_DELETED:
+        case ERROR_BAD_NET_NAME:
+        case ERROR_SEM_TIMEOUT:
+            return FileError::kUnreachable;
+        default:
+            return FileError::kDiskFailure;
+    }
+}
+
+FileError WritingError(DWORD error) {
+    const FileError kind = ReadingError(error);
+    return kind == FileError::kMissing ? FileError::kMissingFolder : kind;
+}
 
 FileSystem& SystemFiles() {
     static WindowsFileSystem files;

@@ -36,16 +36,19 @@ std::string ReadNotes(const ProfileFile& file) {
     return std::string(CutToCharacters(notes, kMaxNotesCharacters));
 }
 
-std::string ReadNotesOfFile(FileSystem& files, const std::string& path) {
-    const std::optional<ProfileFile> file = ProfileFile::Read(files, path);
-    return file ? ReadNotes(*file) : std::string();
+FileError ReadNotesOfFile(FileSystem& files, const std::string& path, std::string& notes) {
+    ProfileFile file;
+    const FileError error = ProfileFile::Read(files, path, file);
+    notes = ReadNotes(file);
+    return error;
 }
 
-bool WriteNotesOfFile(FileSystem& files, const std::string& path, std::string_view notes) {
-    std::optional<ProfileFile> file = ProfileFile::Read(files, path);
-    if (!file) return false;
-    WriteNotes(*file, notes);
-    return file->Save(files, path);
+FileError WriteNotesOfFile(FileSystem& files, const std::string& path, std::string_view notes) {
+    ProfileFile file;
+    const FileError error = ProfileFile::Read(files, path, file);
+    if (error != FileError::kNone) return error;
+    WriteNotes(file, notes);
+    return file.Save(files, path);
 }
 
 }  // namespace tonvale

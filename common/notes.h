@@ -20,9 +20,9 @@ void WriteNotes(ProfileFile& file, std::string_view notes);
 // there are none. Missing lines are empty. Costs what the file holds, whatever `Num` claims.
 std::string ReadNotes(const ProfileFile& file);
 
-// The same on the data file at `path`, for the notes panel of the file dialogs. Reading a file
-// that cannot be read gives no notes; writing one fails and changes nothing.
-std::string ReadNotesOfFile(FileSystem& files, const std::string& path);
-bool WriteNotesOfFile(FileSystem& files, const std::string& path, std::string_view notes);
+// The same on the data file at `path`, for the notes panel of the file dialogs. Of a file that
+// cannot be read, the notes are empty, and there is no writing them.
+FileError ReadNotesOfFile(FileSystem& files, const std::string& path, std::string& notes);
+FileError WriteNotesOfFile(FileSystem& files, const std::string& path, std::string_view notes);
 
 }  // namespace tonvale

@@ -74,10 +74,11 @@ ProfileFile ProfileFile::Parse(std::string_view bytes) {
     return file;
 }
 
-std::optional<ProfileFile> ProfileFile::Read(FileSystem& files, const std::string& path) {
-    const std::optional<std::string> bytes = files.Read(path);
-    if (!bytes) return std::nullopt;
-    return Parse(*bytes);
+FileError ProfileFile::Read(FileSystem& files, const std::string& path, ProfileFile& file) {
+    std::string bytes;
+    const FileError error = files.Read(path, bytes);
+    if (error == FileError::kNone) file = Parse(bytes);
+    return error;
 }
 
 ProfileFile::Line ProfileFile::ReadLine(std::string_view text) {
@@ -238,7 +239,7 @@ std::string ProfileFile::Serialize() const {
     return std::string(kUtf16LeMark) + Utf8ToUtf16Le(text);
 }
 
-bool ProfileFile::Save(FileSystem& files, const std::string& path) const {
+FileError ProfileFile::Save(FileSystem& files, const std::string& path) const {
     return WriteFileSafely(files, path, Serialize());
 }
 

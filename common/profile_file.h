@@ -25,8 +25,8 @@ class ProfileFile {
     // their byte-order marks, anything else is Windows-1252. A value ends at its first NUL.
     static ProfileFile Parse(std::string_view bytes);
 
-    // A path that cannot be read gives nullopt.
-    static std::optional<ProfileFile> Read(FileSystem& files, const std::string& path);
+    // Puts the file at `path` into `file`, which stays as it was on failure.
+    static FileError Read(FileSystem& files, const std::string& path, ProfileFile& file);
 
     // The whole value, UTF-8; nullopt when the key is missing.
     std::optional<std::string_view> Find(std::string_view section, std::string_view key) const;
@@ -60,7 +60,7 @@ class ProfileFile {
     std::string Serialize() const;
 
     // Writes the whole file (WriteFileSafely).
-    bool Save(FileSystem& files, const std::string& path) const;
+    FileError Save(FileSystem& files, const std::string& path) const;
 
   private:
     // A key line; or a run of other lines (comments, blank lines), joined by line ends.

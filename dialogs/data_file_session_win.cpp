@@ -62,12 +62,14 @@ void DataFileSession::SaveAs() {
 
 void DataFileSession::SaveTo(const std::string& path) {
     // What the program does not know of an existing file survives.
-    ProfileFile file = ProfileFile::Read(*app_.files, path).value_or(ProfileFile());
+    ProfileFile file;
+    ProfileFile::Read(*app_.files, path, file);
     client_.StoreTo(file);
-    if (file.Save(*app_.files, path)) {
+    const FileError error = file.Save(*app_.files, path);
+    if (error == FileError::kNone) {
         SetCurrent(path);
     } else {
-        ShowMessageBox(client_.FileOwner(), SaveFailure(path));
+        ShowMessageBox(client_.FileOwner(), SaveFailure(path, Reason(error)));
     }
 }
 

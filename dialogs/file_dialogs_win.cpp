@@ -176,8 +176,10 @@ void NotesPanel::ShowNotesOfSelection() {
     const bool is_pattern = FileName(path).starts_with('*');
     if (path.empty() || is_folder || is_pattern || !CanHoldNotes(FileExtension(path))) return;
     shown_path_ = path;
+    std::string notes;
+    ReadNotesOfFile(files_, path, notes);
     is_filling_ = true;
-    SetWindowTextUtf8(GetDlgItem(window_, IDC_NOTES_EDIT), ReadNotesOfFile(files_, path));
+    SetWindowTextUtf8(GetDlgItem(window_, IDC_NOTES_EDIT), notes);
     is_filling_ = false;
 }
 
@@ -194,9 +196,9 @@ void NotesPanel::ModifyNotes() {
     const UserMessage question{kConfirmCaption, "Volete procedere con la modifica?"};
     if (ShowMessageBox(dialog, question, MB_YESNOCANCEL) != IDYES) return;
     const std::string notes = WindowText(GetDlgItem(window_, IDC_NOTES_EDIT));
-    if (!WriteNotesOfFile(files_, shown_path_, CutToCharacters(notes, kMaxKeptNotesCharacters))) {
-        ShowMessageBox(dialog, SaveFailure(shown_path_));
-    }
+    const FileError error =
+        WriteNotesOfFile(files_, shown_path_, CutToCharacters(notes, kMaxKeptNotesCharacters));
+    if (error != FileError::kNone) ShowMessageBox(dialog, SaveFailure(shown_path_, Reason(error)));
 }
 
 // A list of filters as the dialogs want it: its last character everywhere replaced by a NUL, and
@@ -314,8 +316,9 @@ std::optional<ChosenFile> ChooseAnyFile(AppContext& app, HWND owner) {
     return FileDialog(app, owner, filters, kOpenAnyTitle, "").Run();
 }
 
-UserMessage SaveFailure(const std::string& path) {
-    return {path, "Impossibile salvare il file!", MessageIcon::kStop};
+UserMessage SaveFailure(const std::string& path, std::string_view reason) {
+    std::string text = "Impossibile salvare: ";
+    return {path, text.append(reason).append("."), MessageIcon::kStop};
 }
 
 std::optional<std::string> ReadSpectrumLevel(AppContext& app, HWND owner) {

@@ -30,8 +30,8 @@ std::optional<std::string> ChooseFileToSaveAs(AppContext& app, HWND owner,
                                               std::string_view filter_text,
                                               std::initializer_list<std::string_view> extensions);
 
-// What the user is told when `path` could not be written.
-UserMessage SaveFailure(const std::string& path);
+// What the user is told when `path` could not be written; `reason` is a clause, as of a FileError.
+UserMessage SaveFailure(const std::string& path, std::string_view reason);
 
 struct ChosenFile {
     std::string path;

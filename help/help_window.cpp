@@ -109,9 +109,10 @@ void HelpWindow::Close(std::string_view help_file) {
 }
 
 bool HelpWindow::LoadBook() {
-    const std::optional<std::string> bytes = app_.files->Read(HelpFilePath(app_.program_folder));
-    if (!bytes) return false;
-    book_ = HelpBook::Parse(*bytes);
+    std::string bytes;
+    const std::string path = HelpFilePath(app_.program_folder);
+    if (app_.files->Read(path, bytes) != FileError::kNone) return false;
+    book_ = HelpBook::Parse(bytes);
     return !book_.topics().empty();
 }
 

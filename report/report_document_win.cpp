@@ -343,10 +343,12 @@ bool ReportDocument::SaveTo(const std::string& path) {
         return false;
     };
     const WaitCursor wait;
-    if (!CanWriteAlone(path)) return refuse(SaveLockMessage(path));
+    const FileError lock = TryWritingAlone(path);
+    if (lock != FileError::kNone) return refuse(SaveLockMessage(path, lock));
     const std::optional<std::string> rtf = WriteReportRtf(parts.edit, parts.Gaps(), false);
     if (!rtf || !IsWholeRtf(*rtf)) return refuse(NotWhole(path));
-    if (!WriteFileSafely(*parts.app.files, path, *rtf)) return refuse(SaveFailure(path));
+    const FileError error = WriteFileSafely(*parts.app.files, path, *rtf);
+    if (error != FileError::kNone) return refuse(SaveFailure(path, Reason(error)));
     parts.path = path;
     parts.edit.SetModified(false);
     return true;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "common/file_errors_win.h"
 #include "common/file_system.h"
 #include "common/unicode_win.h"
 #include "dialogs/handles_win.h"
@@ -38,14 +39,16 @@ std::optional<std::string> ReadAlone(const std::string& path) {
     return bytes;
 }
 
-bool CanWriteAlone(const std::string& path) {
+FileError TryWritingAlone(const std::string& path) {
     constexpr DWORD kAccess = GENERIC_READ | GENERIC_WRITE;
     const DWORD attributes = GetFileAttributesW(Widen(path).c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        return (attributes & FILE_ATTRIBUTE_READONLY) == 0 &&
-               OpenAlone(path, kAccess, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL) != nullptr;
-    }
-    return OpenAlone(path, kAccess | DELETE, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE) != nullptr;
+    const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+    if (exists && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileError::kFolder;
+    if (exists && (attributes & FILE_ATTRIBUTE_READONLY) != 0) return FileError::kReadOnly;
+    const UniqueFile file =
+        exists ? OpenAlone(path, kAccess, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL)
+               : OpenAlone(path, kAccess | DELETE, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE);
+    return file ? FileError::kNone : WritingError(GetLastError());
 }
 
 UserMessage OpenLockMessage(const std::string& path) {
@@ -53,9 +56,10 @@ UserMessage OpenLockMessage(const std::string& path) {
             MessageIcon::kStop};
 }
 
-UserMessage SaveLockMessage(const std::string& path) {
-    return {path, "File bloccato da un'altra applicazione. Impossibile salvare!",
-            MessageIcon::kStop};
+UserMessage SaveLockMessage(const std::string& path, FileError error) {
+    std::string text = "File bloccato da un'altra applicazione. Impossibile salvare!";
+    if (error != FileError::kInUse) text.append("\r\nMotivo: ").append(Reason(error)).append(".");
+    return {path, text, MessageIcon::kStop};
 }
 
 }  // namespace tonvale

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "common/file_system.h"
 #include "common/user_message.h"
 
 namespace tonvale {
@@ -12,11 +13,11 @@ namespace tonvale {
 // than kMaxFileBytes.
 std::optional<std::string> ReadAlone(const std::string& path);
 
-// True when `path` could be opened for writing with no other program using it, or could be created.
-// The file, or its absence, stays as it is.
-bool CanWriteAlone(const std::string& path);
+// Whether `path` could be opened for writing with no other program using it, or be created; if not,
+// why. The file, or its absence, stays as it is.
+FileError TryWritingAlone(const std::string& path);
 
 UserMessage OpenLockMessage(const std::string& path);
-UserMessage SaveLockMessage(const std::string& path);
+UserMessage SaveLockMessage(const std::string& path, FileError error);
 
 }  // namespace tonvale

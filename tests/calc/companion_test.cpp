@@ -266,7 +266,7 @@ TEST_F(HearingCommands, DrawsTheViewAsSvg) {
     EXPECT_THAT(files_.contents["l.svg"], HasSubstr(">35 anni</text>"));
     files_.steps_to_failure = 1;
     EXPECT_EQ(Run({"previsioni", "--svg", "pieno.svg"}), 2);
-    EXPECT_EQ(console_.errors, "pieno.svg: impossibile scrivere il file\n");
+    EXPECT_EQ(console_.errors, "pieno.svg: impossibile scrivere il file: il disco è pieno\n");
     EXPECT_THAT(files_.contents, SizeIs(3));
 }
 

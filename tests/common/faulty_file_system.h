@@ -2,7 +2,6 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,26 +14,30 @@ class FaultyFileSystem : public FileSystem {
     std::map<std::string, std::string> contents;  // path -> bytes
     int steps_to_failure = 0;                     // 1: the next step fails; 0: none does
 
-    std::optional<std::string> Read(const std::string& path) override {
+    // Fails as on a file that another program has locked.
+    FileError Read(const std::string& path, std::string& bytes) override {
+        if (Fails()) return FileError::kInUse;
         const auto found = contents.find(path);
-        if (Fails() || found == contents.end()) return std::nullopt;
-        return found->second;
+        if (found == contents.end()) return FileError::kMissing;
+        bytes = found->second;
+        return FileError::kNone;
     }
 
     // Fails as on a full disk: half of the bytes are there.
-    bool WriteNew(const std::string& path, std::string_view bytes) override {
+    FileError WriteNew(const std::string& path, std::string_view bytes) override {
         const bool fails = Fails();
         const bool is_new =
             contents.emplace(path, bytes.substr(0, fails ? bytes.size() / 2 : bytes.size())).second;
-        return is_new && !fails;
+        if (!is_new) return FileError::kDiskFailure;
+        return fails ? FileError::kNoRoom : FileError::kNone;
     }
 
     // Fails as on a file that another program holds open.
-    bool Replace(const std::string& from, const std::string& to) override {
-        if (Fails() || contents.count(from) == 0) return false;
+    FileError Replace(const std::string& from, const std::string& to) override {
+        if (Fails() || contents.count(from) == 0) return FileError::kInUse;
         contents[to] = contents[from];
         contents.erase(from);
-        return true;
+        return FileError::kNone;
     }
 
     void Remove(const std::string& path) override { contents.erase(path); }

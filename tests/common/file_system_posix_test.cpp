@@ -24,6 +24,15 @@ class PosixFileSystemTest : public FolderTest {
   protected:
     const std::string path_ = Path("a.lep");
     FileSystem& files_ = SystemFiles();
+
+    FileError Write(const std::string& path, std::string_view bytes) {
+        return WriteFileSafely(files_, path, bytes);
+    }
+    std::string Read(const std::string& path) {
+        std::string bytes;
+        EXPECT_EQ(files_.Read(path, bytes), FileError::kNone) << path;
+        return bytes;
+    }
 };
 
 // Long enough that a write in place would be caught in the middle.
@@ -39,7 +48,7 @@ ProfileFile Version(int version) {
 
 TEST_F(PosixFileSystemTest, AKilledSaveLeavesAWholeFile) {
     constexpr int kKills = 60;
-    ASSERT_TRUE(Version(0).Save(files_, path_));
+    ASSERT_EQ(Version(0).Save(files_, path_), FileError::kNone);
     std::mt19937 random(1);
     int last_version = 0;
     for (int kill_number = 0; kill_number < kKills; ++kill_number) {
@@ -48,7 +57,8 @@ TEST_F(PosixFileSystemTest, AKilledSaveLeavesAWholeFile) {
         const pid_t child = fork();
         if (child == 0) {
             for (int version = last_version + 1;; ++version) {
-                if (!Version(version).Save(files_, path_) || write(saved[1], "s", 1) != 1) _exit(1);
+                if (Version(version).Save(files_, path_) != FileError::kNone) _exit(1);
+                if (write(saved[1], "s", 1) != 1) _exit(1);
             }
         }
         close(saved[1]);
@@ -59,40 +69,39 @@ TEST_F(PosixFileSystemTest, AKilledSaveLeavesAWholeFile) {
         ASSERT_EQ(waitpid(child, nullptr, 0), child);
         close(saved[0]);
 
-        const std::optional<std::string> bytes = files_.Read(path_);
-        ASSERT_TRUE(bytes);
-        last_version = ProfileFile::Parse(*bytes).Integer("TONVALE", "VERSION");
-        ASSERT_EQ(*bytes, Version(last_version).Serialize());
+        const std::string bytes = Read(path_);
+        last_version = ProfileFile::Parse(bytes).Integer("TONVALE", "VERSION");
+        ASSERT_EQ(bytes, Version(last_version).Serialize());
     }
     EXPECT_GE(last_version, kKills);
 }
 
 TEST_F(PosixFileSystemTest, ADiskThatFillsUpKeepsTheOldFile) {
-    ASSERT_TRUE(WriteFileSafely(files_, path_, "old"));
+    ASSERT_EQ(Write(path_, "old"), FileError::kNone);
     const pid_t child = fork();
     if (child == 0) {
         signal(SIGXFSZ, SIG_IGN);  // a write past the limit stops short, then fails
         const rlimit limit = {10000, 10000};
         setrlimit(RLIMIT_FSIZE, &limit);
-        _exit(WriteFileSafely(files_, path_, std::string(20000, 'x')) ? 1 : 0);
+        _exit(Write(path_, std::string(20000, 'x')) == FileError::kNoRoom ? 0 : 1);
     }
     int status = -1;
     ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0) << "the save claims to have succeeded";
-    EXPECT_EQ(files_.Read(path_), "old");
+    EXPECT_EQ(status, 0) << "no room, it should say";
+    EXPECT_EQ(Read(path_), "old");
     EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(PosixFileSystemTest, KeepsPermissionsAndLinks) {
-    ASSERT_TRUE(WriteFileSafely(files_, path_, "old"));
+    ASSERT_EQ(Write(path_, "old"), FileError::kNone);
     ASSERT_EQ(chmod(path_.c_str(), 0640), 0);
     fs::create_directory(folder_ / "links");
     const fs::path link = folder_ / "links" / "link.lep";
     fs::create_symlink("../a.lep", link);
 
-    EXPECT_TRUE(WriteFileSafely(files_, link.string(), "new"));
+    EXPECT_EQ(Write(link.string(), "new"), FileError::kNone);
     EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(files_.Read(path_), "new");
+    EXPECT_EQ(Read(path_), "new");
     struct stat status = {};
     ASSERT_EQ(stat(path_.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0640U);
@@ -101,15 +110,16 @@ TEST_F(PosixFileSystemTest, KeepsPermissionsAndLinks) {
 TEST_F(PosixFileSystemTest, RefusesWhatIsNoPlainFile) {
     const std::string pipe = Path("pipe.lep");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
-    EXPECT_EQ(files_.Read(pipe), std::nullopt);
-    EXPECT_FALSE(WriteFileSafely(files_, pipe, "x"));
+    std::string bytes;
+    EXPECT_EQ(files_.Read(pipe, bytes), FileError::kNoPlainFile);
+    EXPECT_EQ(Write(pipe, "x"), FileError::kNoPlainFile);
     EXPECT_TRUE(fs::is_fifo(pipe));
-    EXPECT_EQ(files_.Read("/dev/zero"), std::nullopt);
+    EXPECT_EQ(files_.Read("/dev/zero", bytes), FileError::kNoPlainFile);
 
     const std::string huge = Path("huge.lep");
-    ASSERT_TRUE(files_.WriteNew(huge, ""));
+    ASSERT_EQ(files_.WriteNew(huge, ""), FileError::kNone);
     fs::resize_file(huge, kMaxFileBytes + 1);  // takes no room on the disk
-    EXPECT_EQ(files_.Read(huge), std::nullopt);
+    EXPECT_EQ(files_.Read(huge, bytes), FileError::kTooLong);
 }
 
 }  // namespace

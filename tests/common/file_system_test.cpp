@@ -18,6 +18,15 @@ namespace fs = std::filesystem;
 class FileSystemTest : public FolderTest {
   protected:
     FileSystem& files_ = SystemFiles();
+
+    std::string Read(const std::string& path) {
+        std::string bytes;
+        EXPECT_EQ(files_.Read(path, bytes), FileError::kNone) << path;
+        return bytes;
+    }
+    FileError Write(const std::string& path, std::string_view bytes) {
+        return WriteFileSafely(files_, path, bytes);
+    }
 };
 
 TEST_F(FileSystemTest, WritesAndReadsBackAnyBytesUnderAnyName) {
@@ -25,60 +34,62 @@ TEST_F(FileSystemTest, WritesAndReadsBackAnyBytesUnderAnyName) {
     for (int i = 0; i < 3000000; ++i) bytes += static_cast<char>(i * 7 + i / 256);
     for (const char* name : {"a.lep", "perché Ω 😀.lep"}) {
         const std::string path = Path(name);
-        EXPECT_TRUE(WriteFileSafely(files_, path, bytes));
-        EXPECT_EQ(files_.Read(path), bytes);
-        EXPECT_TRUE(WriteFileSafely(files_, path, ""));
-        EXPECT_EQ(files_.Read(path), "");
+        EXPECT_EQ(Write(path, bytes), FileError::kNone);
+        EXPECT_EQ(Read(path), bytes);
+        EXPECT_EQ(Write(path, ""), FileError::kNone);
+        EXPECT_EQ(Read(path), "");
     }
     EXPECT_EQ(FileCount(), 2);
 }
 
 TEST_F(FileSystemTest, RefusesFoldersAndMissingPaths) {
-    EXPECT_EQ(files_.Read(Path("missing.lep")), std::nullopt);
-    EXPECT_EQ(files_.Read(""), std::nullopt);
+    std::string bytes;
+    EXPECT_EQ(files_.Read(Path("missing.lep"), bytes), FileError::kMissing);
+    EXPECT_EQ(files_.Read(Path("missing/a.lep"), bytes), FileError::kMissing);
+    EXPECT_NE(files_.Read("", bytes), FileError::kNone);
     fs::create_directory(folder_ / "sub");
-    EXPECT_EQ(files_.Read(Path("sub")), std::nullopt);
-    EXPECT_FALSE(WriteFileSafely(files_, Path("sub"), "x"));
-    EXPECT_FALSE(WriteFileSafely(files_, Path("missing/a.lep"), "x"));
+    EXPECT_EQ(files_.Read(Path("sub"), bytes), FileError::kFolder);
+    EXPECT_EQ(Write(Path("sub"), "x"), FileError::kFolder);
+    EXPECT_EQ(Write(Path("missing/a.lep"), "x"), FileError::kMissingFolder);
     EXPECT_TRUE(fs::is_empty(folder_ / "sub"));
     EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(FileSystemTest, KeepsAReadOnlyFile) {
     const std::string path = Path("a.lep");
-    ASSERT_TRUE(WriteFileSafely(files_, path, "old"));
+    ASSERT_EQ(Write(path, "old"), FileError::kNone);
     constexpr fs::perms kWrite =
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
     fs::permissions(folder_ / "a.lep", kWrite, fs::perm_options::remove);
-    EXPECT_FALSE(WriteFileSafely(files_, path, "new"));
-    EXPECT_EQ(files_.Read(path), "old");
+    EXPECT_EQ(Write(path, "new"), FileError::kReadOnly);
+    EXPECT_EQ(Read(path), "old");
     EXPECT_EQ(FileCount(), 1);
     fs::permissions(folder_ / "a.lep", fs::perms::owner_write, fs::perm_options::add);
-    EXPECT_TRUE(WriteFileSafely(files_, path, "new"));
+    EXPECT_EQ(Write(path, "new"), FileError::kNone);
 }
 
 TEST_F(FileSystemTest, AFileHeldOpenIsReplacedWholeOrNotAtAll) {
     const std::string path = Path("a.lep");
-    ASSERT_TRUE(WriteFileSafely(files_, path, "old"));
+    ASSERT_EQ(Write(path, "old"), FileError::kNone);
     {
         const std::ifstream holder(folder_ / "a.lep");
         ASSERT_TRUE(holder.is_open());
 #ifdef _WIN32
-        EXPECT_FALSE(WriteFileSafely(files_, path, "new"));
-        EXPECT_EQ(files_.Read(path), "old");
+        EXPECT_EQ(Write(path, "new"), FileError::kInUse);
+        EXPECT_EQ(Read(path), "old");
 #else
-        EXPECT_TRUE(WriteFileSafely(files_, path, "new"));
-        EXPECT_EQ(files_.Read(path), "new");
+        EXPECT_EQ(Write(path, "new"), FileError::kNone);
+        EXPECT_EQ(Read(path), "new");
 #endif
     }
     EXPECT_EQ(FileCount(), 1);
-    EXPECT_TRUE(WriteFileSafely(files_, path, "newer"));
+    EXPECT_EQ(Write(path, "newer"), FileError::kNone);
 }
 
 TEST_F(FileSystemTest, WriteNewNeverTouchesAnExistingFile) {
-    ASSERT_TRUE(files_.WriteNew(Path("a.lep"), "old"));
-    EXPECT_FALSE(files_.WriteNew(Path("a.lep"), "new"));
-    EXPECT_EQ(files_.Read(Path("a.lep")), "old");
+    ASSERT_EQ(files_.WriteNew(Path("a.lep"), "old"), FileError::kNone);
+    EXPECT_NE(files_.WriteNew(Path("a.lep"), "new"), FileError::kNone);
+    EXPECT_EQ(Read(Path("a.lep")), "old");
 }
 
 TEST(WriteFileSafely, KeepsTheOldFileWhicheverStepFails) {
@@ -91,7 +102,7 @@ TEST(WriteFileSafely, KeepsTheOldFileWhicheverStepFails) {
         int failures = 0;
         for (; failures < 10; ++failures) {
             files.steps_to_failure = failures + 1;
-            if (file.Save(files, path)) break;
+            if (file.Save(files, path) == FileError::kNone) break;
             EXPECT_EQ(files.contents.size(), 1U);
             EXPECT_EQ(files.contents[path], old_bytes);
         }

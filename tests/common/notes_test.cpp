@@ -47,17 +47,20 @@ TEST(Notes, OfAFileAreChangedWithoutTouchingTheRest) {
     FaultyFileSystem files;
     const std::string old_bytes = "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\n1=a\r\n2=b\r\nNum=2\r\n";
     files.contents["a.lep"] = old_bytes;
-    EXPECT_EQ(ReadNotesOfFile(files, "a.lep"), "a\r\nb");
+    std::string notes;
+    EXPECT_EQ(ReadNotesOfFile(files, "a.lep", notes), FileError::kNone);
+    EXPECT_EQ(notes, "a\r\nb");
     for (int step = 1; step <= 3; ++step) {  // reading, writing, replacing
         files.steps_to_failure = step;
-        EXPECT_FALSE(WriteNotesOfFile(files, "a.lep", "perché"));
+        EXPECT_NE(WriteNotesOfFile(files, "a.lep", "perché"), FileError::kNone);
         EXPECT_EQ(files.contents["a.lep"], old_bytes);
     }
-    EXPECT_TRUE(WriteNotesOfFile(files, "a.lep", "perché"));
+    EXPECT_EQ(WriteNotesOfFile(files, "a.lep", "perché"), FileError::kNone);
     EXPECT_EQ(files.contents["a.lep"],
               "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\n1=perch\xE9\r\nNum=1\r\n");
-    EXPECT_FALSE(WriteNotesOfFile(files, "b.lep", "x"));
-    EXPECT_EQ(ReadNotesOfFile(files, "b.lep"), "");
+    EXPECT_EQ(WriteNotesOfFile(files, "b.lep", "x"), FileError::kMissing);
+    EXPECT_EQ(ReadNotesOfFile(files, "b.lep", notes), FileError::kMissing);
+    EXPECT_EQ(notes, "");
     EXPECT_EQ(files.contents.size(), 1U);
 }
 

@@ -61,10 +61,10 @@ class PrintTest : public testing::Test {
     template <typename Form>
     void PrintExample(const std::string& name, const std::string& extension) {
         const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / (name + extension);
-        const auto file = ProfileFile::Read(SystemFiles(), Narrow(path.wstring()));
-        ASSERT_TRUE(file);
+        ProfileFile file;
         Form form;
-        ASSERT_TRUE(LoadForm(*file, form));
+        ProfileFile::Read(SystemFiles(), Narrow(path.wstring()), file);
+        ASSERT_TRUE(LoadForm(file, form));
         PrintAndKeep(MakePrintout(form), name);
     }
 

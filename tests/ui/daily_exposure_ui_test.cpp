@@ -191,7 +191,7 @@ TEST_F(DailyExposureUiTest, OpensAndDropsFiles) {
 TEST_F(DailyExposureUiTest, SavesFiles) {
     const std::string stored = WriteFile("misura.lep", kStoredFile);
     const std::string fresh = Path("nuovo.lep");
-    const std::string failure = "Impossibile salvare il file!";
+    const std::string failure = "Impossibile salvare: il disco è pieno.";
     UiDriver ui;
     ui.OnWindow(kTitle, [this](HWND dialog) {
         ChooseUnit(dialog, 0);

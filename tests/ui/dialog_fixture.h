@@ -27,18 +27,18 @@ class RecordingHelp : public HelpViewer {
     void Close(std::string_view help_file) override { closed.emplace_back(help_file); }
 };
 
-// The real disk, which can be told to refuse new files.
+// The real disk, which can be told to be full.
 class SwitchableDisk : public FileSystem {
   public:
     bool refuses_writing = false;
 
-    std::optional<std::string> Read(const std::string& path) override {
-        return SystemFiles().Read(path);
+    FileError Read(const std::string& path, std::string& bytes) override {
+        return SystemFiles().Read(path, bytes);
     }
-    bool WriteNew(const std::string& path, std::string_view bytes) override {
-        return !refuses_writing && SystemFiles().WriteNew(path, bytes);
+    FileError WriteNew(const std::string& path, std::string_view bytes) override {
+        return refuses_writing ? FileError::kNoRoom : SystemFiles().WriteNew(path, bytes);
     }
-    bool Replace(const std::string& from, const std::string& to) override {
+    FileError Replace(const std::string& from, const std::string& to) override {
         return SystemFiles().Replace(from, to);
     }
     void Remove(const std::string& path) override { SystemFiles().Remove(path); }

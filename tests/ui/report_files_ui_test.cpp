@@ -129,12 +129,15 @@ TEST_F(ReportTest, TellsOfAFileInUse) {
     EXPECT_EQ(ReadFile("occupato.tnv"), "{\\rtf1 vecchio}");
 
     SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_READONLY);
-    ui.AnswerMessage(path, "File bloccato da un'altra applicazione. Impossibile salvare!", IDOK);
+    ui.AnswerMessage(path,
+                     "File bloccato da un'altra applicazione. Impossibile salvare!\r\n"
+                     "Motivo: il file è di sola lettura.",
+                     IDOK);
     EXPECT_FALSE(host_->document.Save());
     SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_NORMAL);
 
     disk_.refuses_writing = true;  // as a full disk does
-    ui.AnswerMessage(path, "Impossibile salvare il file!", IDOK);
+    ui.AnswerMessage(path, "Impossibile salvare: il disco è pieno.", IDOK);
     EXPECT_FALSE(host_->document.Save());
     EXPECT_EQ(ReadFile("occupato.tnv"), "{\\rtf1 vecchio}");
     EXPECT_TRUE(host_->document.IsModified());

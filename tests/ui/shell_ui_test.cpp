@@ -278,7 +278,7 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     });
     ui.Command(CMD_SAVE_AS);
     SaveNewFile(ui, Path("altro.bmp"));
-    ui.AnswerMessage(Path("altro.bmp"), "Impossibile salvare il file!", IDOK);
+    ui.AnswerMessage(Path("altro.bmp"), "Impossibile salvare: il disco è pieno.", IDOK);
     // The document can be saved from any view.
     ui.OnWindowOfClass(kMainClass, [](HWND) { TheProgram().context().files = &SystemFiles(); });
     ui.Command(CMD_SAVE_AS);
