@@ -243,4 +243,13 @@ FileError ProfileFile::Save(FileSystem& files, const std::string& path) const {
     return WriteFileSafely(files, path, Serialize());
 }
 
+FileError UpdateProfileFile(FileSystem& files, const std::string& path,
+                            const std::function<void(ProfileFile&)>& change) {
+    ProfileFile file;
+    const FileError error = ProfileFile::Read(files, path, file);
+    if (error != FileError::kNone && error != FileError::kMissing) return error;
+    change(file);
+    return file.Save(files, path);
+}
+
 }  // namespace tonvale

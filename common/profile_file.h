@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -93,5 +94,10 @@ class ProfileFile {
     std::unordered_map<std::string, std::size_t> section_index_;  // lower-case name -> first
     std::unordered_map<std::string, Place> key_index_;            // KeyIndexName -> first
 };
+
+// Changes the profile file at `path`, or a new one where there is none, and saves it. A file that
+// is there but cannot be read stays as it is: what it holds beside the change would be lost.
+FileError UpdateProfileFile(FileSystem& files, const std::string& path,
+                            const std::function<void(ProfileFile&)>& change);
 
 }  // namespace tonvale

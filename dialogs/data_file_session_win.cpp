@@ -62,10 +62,8 @@ void DataFileSession::SaveAs() {
 
 void DataFileSession::SaveTo(const std::string& path) {
     // What the program does not know of an existing file survives.
-    ProfileFile file;
-    ProfileFile::Read(*app_.files, path, file);
-    client_.StoreTo(file);
-    const FileError error = file.Save(*app_.files, path);
+    const FileError error =
+        UpdateProfileFile(*app_.files, path, [this](ProfileFile& file) { client_.StoreTo(file); });
     if (error == FileError::kNone) {
         SetCurrent(path);
     } else {

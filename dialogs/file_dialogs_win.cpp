@@ -63,7 +63,8 @@ class NotesPanel {
     FileSystem& files_;
     std::string save_extension_;
     HWND window_ = nullptr;
-    std::string shown_path_;  // whose notes are shown; empty when there is none
+    std::string shown_path_;                    // whose notes are shown; empty when there is none
+    FileError shown_error_ = FileError::kNone;  // why they are not, after all
     bool is_filling_ = false;
 };
 
@@ -177,7 +178,7 @@ void NotesPanel::ShowNotesOfSelection() {
     if (path.empty() || is_folder || is_pattern || !CanHoldNotes(FileExtension(path))) return;
     shown_path_ = path;
     std::string notes;
-    ReadNotesOfFile(files_, path, notes);
+    shown_error_ = ReadNotesOfFile(files_, path, notes);
     is_filling_ = true;
     SetWindowTextUtf8(GetDlgItem(window_, IDC_NOTES_EDIT), notes);
     is_filling_ = false;
@@ -196,8 +197,11 @@ void NotesPanel::ModifyNotes() {
     const UserMessage question{kConfirmCaption, "Volete procedere con la modifica?"};
     if (ShowMessageBox(dialog, question, MB_YESNOCANCEL) != IDYES) return;
     const std::string notes = WindowText(GetDlgItem(window_, IDC_NOTES_EDIT));
-    const FileError error =
-        WriteNotesOfFile(files_, shown_path_, CutToCharacters(notes, kMaxKeptNotesCharacters));
+    FileError error = shown_error_;  // notes that nobody has seen are not written over
+    if (error == FileError::kNone) {
+        error =
+            WriteNotesOfFile(files_, shown_path_, CutToCharacters(notes, kMaxKeptNotesCharacters));
+    }
     if (error != FileError::kNone) ShowMessageBox(dialog, SaveFailure(shown_path_, Reason(error)));
 }
 

@@ -94,21 +94,23 @@ TEST_F(FileSystemTest, WriteNewNeverTouchesAnExistingFile) {
 
 TEST(WriteFileSafely, KeepsTheOldFileWhicheverStepFails) {
     const std::string old_bytes = "[TONVALE]\r\nTipo=LEPD\r\n";
-    ProfileFile file = ProfileFile::Parse(old_bytes);
-    file.Set("TONVALE", "LEPD", "85.0");
+    const auto change = [](ProfileFile& file) { file.Set("TONVALE", "LEPD", "85.0"); };
     for (const char* path : {"a.lep", "C:\\dati\\a.lep", "/dati/a.lep"}) {
         FaultyFileSystem files;
         files.contents[path] = old_bytes;
         int failures = 0;
         for (; failures < 10; ++failures) {
             files.steps_to_failure = failures + 1;
-            if (file.Save(files, path) == FileError::kNone) break;
+            if (UpdateProfileFile(files, path, change) == FileError::kNone) break;
             EXPECT_EQ(files.contents.size(), 1U);
             EXPECT_EQ(files.contents[path], old_bytes);
         }
-        EXPECT_EQ(failures, 2);  // writing and replacing
+        EXPECT_EQ(failures, 3);  // reading, writing and replacing
         EXPECT_EQ(files.contents.size(), 1U);
         EXPECT_EQ(files.contents[path], old_bytes + "LEPD=85.0\r\n");
+        files.steps_to_failure = 0;
+        EXPECT_EQ(UpdateProfileFile(files, "new.lep", change), FileError::kNone);
+        EXPECT_EQ(files.contents["new.lep"], "[TONVALE]\r\nLEPD=85.0\r\n");
     }
 }
 

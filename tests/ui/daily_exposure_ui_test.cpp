@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -192,7 +193,16 @@ TEST_F(DailyExposureUiTest, SavesFiles) {
     const std::string stored = WriteFile("misura.lep", kStoredFile);
     const std::string fresh = Path("nuovo.lep");
     const std::string failure = "Impossibile salvare: il disco è pieno.";
+    std::optional<HeldFile> held;
     UiDriver ui;
+    ui.OnWindow(kTitle, [&](HWND) { held.emplace(stored, GENERIC_READ, 0); });
+    ui.Command(CMD_FILE_SAVE)
+        .AnswerMessage(stored, "Impossibile salvare: un'altra applicazione sta usando il file.",
+                       IDOK);
+    ui.Do([&] {
+        held.reset();
+        EXPECT_EQ(ReadFile("misura.lep"), kStoredFile);
+    });
     ui.OnWindow(kTitle, [this](HWND dialog) {
         ChooseUnit(dialog, 0);
         disk_.refuses_writing = true;

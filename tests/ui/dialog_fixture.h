@@ -44,6 +44,20 @@ class SwitchableDisk : public FileSystem {
     void Remove(const std::string& path) override { SystemFiles().Remove(path); }
 };
 
+// Another program's hold on a file.
+class HeldFile {
+  public:
+    HeldFile(const std::string& path, DWORD access, DWORD sharing)
+        : file_(CreateFileW(Widen(path).c_str(), access, sharing, nullptr, OPEN_EXISTING, 0,
+                            nullptr)) {}
+    ~HeldFile() { CloseHandle(file_); }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+  private:
+    HANDLE file_;
+};
+
 // What a dialog opens, uses and destroys, while the test keeps the printer itself.
 class BorrowedPrinter : public Printer {
   public:

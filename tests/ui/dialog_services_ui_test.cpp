@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -136,7 +137,24 @@ TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
     WriteFile("senza.lep", "[TONVALE]\r\nTipo=LEPD\r\n");
     WriteFile("tabella.csv", bytes);
     const std::string question = "Volete procedere con la modifica?";
+    std::optional<HeldFile> held;
     UiDriver ui;
+    // Notes that could not be read are not written over, even if they could be now.
+    ui.OnWindow(kDialogTitle, [&](HWND dialog) {
+        held.emplace(Path("con note.lep"), GENERIC_READ, 0);
+        SelectFile(dialog, "con note.lep");
+    });
+    ui.OnWindow(kDialogTitle, [&](HWND dialog) {
+        held.reset();
+        PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
+    });
+    ui.OnWindow(kDialogTitle, [](HWND dialog) {
+        PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
+    });
+    ui.AnswerMessage(kConfirm, question, IDYES);
+    ui.AnswerMessage(Path("con note.lep"),
+                     "Impossibile salvare: un'altra applicazione sta usando il file.", IDOK);
+    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
     ui.OnWindow(kDialogTitle, [](HWND dialog) {
         HWND panel = Panel(dialog);
         ASSERT_NE(panel, nullptr);

@@ -90,20 +90,6 @@ TEST_F(ReportTest, AsksBeforeADocumentIsLost) {
     ui.Finish();
 }
 
-// Another program's hold on a file.
-class HeldFile {
-  public:
-    HeldFile(const std::string& path, DWORD access, DWORD sharing)
-        : file_(CreateFileW(Widen(path).c_str(), access, sharing, nullptr, OPEN_EXISTING, 0,
-                            nullptr)) {}
-    ~HeldFile() { CloseHandle(file_); }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-
-  private:
-    HANDLE file_;
-};
-
 TEST_F(ReportTest, TellsOfAFileInUse) {
     WriteFile("occupato.tnv", "{\\rtf1 vecchio}");
     const std::string path = Path("occupato.tnv");
