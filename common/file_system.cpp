@@ -30,12 +30,40 @@ constexpr std::array<ReasonRow, 13> kReasons{{
     {FileError::kDiskFailure, "errore del disco"},
 }};
 
-// A new name in the folder of `path`. Short, so that a path that is just short enough for the
-// system does not grow past its limit.
+// The names of the files that become others: these texts round a number. Short, so that a path that
+// is just short enough for the system does not grow past its limit.
+constexpr std::string_view kTemporaryStart = "~tnv";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+
+// No save takes so long.
+constexpr std::int64_t kStaleAfterS = 10 * 60;
+
 std::string TemporaryBeside(const std::string& path) {
-    // A ":" ends the folder too: "C:a.lep" lies in the current folder of drive C.
-    const std::size_t folder_length = path.find_last_of("/\\:") + 1;  // npos + 1 is 0
-    return path.substr(0, folder_length) + "~" + FormatInteger(std::random_device{}()) + ".tmp";
+    return FolderPart(path)
+        .append(kTemporaryStart)
+        .append(FormatInteger(std::random_device{}()))
+        .append(kTemporaryEnd);
+}
+
+bool IsTemporaryName(std::string_view name) {
+    if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) return false;
+    name.remove_prefix(kTemporaryStart.size());
+    if (name.size() <= kTemporaryEnd.size()) return false;
+    name.remove_suffix(kTemporaryEnd.size());
+    return name.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Removes what was left beside the temporary file `own` long before it was written: by the clock of
+// the disk, which may not be this machine's.
+void RemoveStaleBeside(FileSystem& files, const std::string& own) {
+    const std::vector<FolderEntry> entries = files.FilesBeside(own, kTemporaryStart);
+    const auto newest = std::find_if(entries.begin(), entries.end(),
+                                     [&](const FolderEntry& entry) { return entry.path == own; });
+    if (newest == entries.end()) return;
+    for (const FolderEntry& entry : entries) {
+        const bool is_stale = newest->modified_s - entry.modified_s > kStaleAfterS;
+        if (is_stale && IsTemporaryName(FileName(entry.path))) files.Remove(entry.path);
+    }
 }
 
 }  // namespace
@@ -50,9 +78,14 @@ FileError WriteFileSafely(FileSystem& files, const std::string& path, std::strin
     const std::string target = files.ResolveLinks(path);
     const std::string temporary = TemporaryBeside(target);
     FileError error = files.WriteNew(temporary, bytes);
+    RemoveStaleBeside(files, temporary);
     if (error == FileError::kNone) error = files.Replace(temporary, target);
     if (error != FileError::kNone) files.Remove(temporary);
     return error;
+}
+
+std::string FolderPart(const std::string& path) {
+    return path.substr(0, path.find_last_of("/\\:") + 1);  // npos + 1 is 0
 }
 
 std::string_view FileName(std::string_view path) {

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tonvale {
 
@@ -32,6 +34,11 @@ enum class FileError {
 // The error as an Italian clause without a full stop, "il disco è pieno"; empty for none.
 std::string_view Reason(FileError error);
 
+struct FolderEntry {
+    std::string path;
+    std::int64_t modified_s;  // since a moment that is the same for all files of a folder
+};
+
 // The steps that touch the disk, each replaceable by one that fails, for the tests.
 // Paths are UTF-8.
 class FileSystem {
@@ -46,6 +53,10 @@ class FileSystem {
     // read-only or is held open by another program.
     virtual FileError Replace(const std::string& from, const std::string& to) = 0;
     virtual void Remove(const std::string& path) = 0;
+    // The plain files, links left out, that lie beside `path` and whose names begin with
+    // `name_start`. Empty when the folder cannot be read.
+    virtual std::vector<FolderEntry> FilesBeside(const std::string& path,
+                                                 std::string_view name_start) = 0;
     // The file that `path` stands for once links are followed; `path` itself where there are none.
     virtual std::string ResolveLinks(const std::string& path) { return path; }
 };
@@ -55,8 +66,12 @@ FileSystem& SystemFiles();
 
 // Writes `bytes` to a new file beside `path`, then puts it in place of `path`. On failure the old
 // file is as it was, byte for byte, and no other file is left behind. Where `path` is a link, the
-// link stays and what it leads to is replaced.
+// link stays and what it leads to is replaced. What an earlier save, cut short by a crash, has left
+// in the folder goes, too.
 FileError WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes);
+
+// `path` up to and with its last separator ("/", "\", or the ":" of a drive); empty without one.
+std::string FolderPart(const std::string& path);
 
 // The part of `path` after its last separator ("/" or "\").
 std::string_view FileName(std::string_view path);

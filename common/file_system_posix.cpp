@@ -1,5 +1,6 @@
 // Files on POSIX systems. A file that another program holds open is no obstacle there: that
 // program keeps the old content.
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -102,12 +103,16 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+// With a "/" at its end.
+std::string FolderOf(const std::string& path) {
+    const std::size_t length = path.rfind('/') + 1;  // npos + 1 is 0
+    return length > 0 ? path.substr(0, length) : "./";
+}
+
 // The new name of a file is on the disk only when its folder is. Not every file system can do
 // this, and the file is whole either way, so a failure is no failure.
 void SyncFolderOf(const std::string& path) {
-    const std::size_t folder_length = path.rfind('/') + 1;  // npos + 1 is 0
-    const std::string folder = folder_length > 0 ? path.substr(0, folder_length) : ".";
-    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor descriptor(open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.IsOpen()) fsync(descriptor.Get());
 }
 
@@ -152,6 +157,20 @@ class PosixFileSystem : public FileSystem {
     }
 
     void Remove(const std::string& path) override { unlink(path.c_str()); }
+
+    std::vector<FolderEntry> FilesBeside(const std::string& path,
+                                         std::string_view name_start) override {
+        std::vector<FolderEntry> entries;
+        const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(FolderOf(path).c_str()), closedir);
+        while (const dirent* found = folder ? readdir(folder.get()) : nullptr) {
+            if (!std::string_view(found->d_name).starts_with(name_start)) continue;
+            const std::string beside = FolderPart(path) + found->d_name;
+            struct stat status = {};
+            if (lstat(beside.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
+            entries.push_back({beside, status.st_mtime});
+        }
+        return entries;
+    }
 
     std::string ResolveLinks(const std::string& path) override {
         const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), free);

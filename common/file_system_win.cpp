@@ -2,8 +2,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <type_traits>
 
 #include "common/file_errors_win.h"
@@ -113,6 +115,23 @@ bool WriteAll(HANDLE file, std::string_view bytes) {
     return true;
 }
 
+struct SearchCloser {
+    void operator()(HANDLE search) const { FindClose(search); }
+};
+using Search = std::unique_ptr<std::remove_pointer_t<HANDLE>, SearchCloser>;
+
+std::int64_t Seconds(const FILETIME& time) {
+    constexpr std::int64_t kTicksPerSecond = 10'000'000;
+    return ((static_cast<std::int64_t>(time.dwHighDateTime) << 32) + time.dwLowDateTime) /
+           kTicksPerSecond;
+}
+
+std::string NameOf(const WIN32_FIND_DATAW& found) {
+    const std::wstring_view name = found.cFileName;
+    return Utf16LeToUtf8(
+        {reinterpret_cast<const char*>(name.data()), name.size() * sizeof(wchar_t)});
+}
+
 class WindowsFileSystem : public FileSystem {
   public:
     FileError Read(const std::string& path, std::string& bytes) override {
@@ -133,6 +152,23 @@ class WindowsFileSystem : public FileSystem {
     }
 
     void Remove(const std::string& path) override { DeleteFileW(WidePath(path).c_str()); }
+
+    std::vector<FolderEntry> FilesBeside(const std::string& path,
+                                         std::string_view name_start) override {
+        const std::string folder = FolderPart(path);
+        const std::wstring pattern = WidePath(folder + std::string(name_start) + "*");
+        std::vector<FolderEntry> entries;
+        WIN32_FIND_DATAW found{};
+        const HANDLE first = FindFirstFileW(pattern.c_str(), &found);
+        if (first == INVALID_HANDLE_VALUE) return entries;
+        const Search search(first);
+        do {
+            constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+            if ((found.dwFileAttributes & kNoFile) != 0) continue;
+            entries.push_back({folder + NameOf(found), Seconds(found.ftLastWriteTime)});
+        } while (FindNextFileW(search.get(), &found));
+        return entries;
+    }
 };
 
 }  // namespace

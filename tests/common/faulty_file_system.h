@@ -42,6 +42,10 @@ class FaultyFileSystem : public FileSystem {
 
     void Remove(const std::string& path) override { contents.erase(path); }
 
+    std::vector<FolderEntry> FilesBeside(const std::string&, std::string_view) override {
+        return {};
+    }
+
   private:
     bool Fails() { return steps_to_failure > 0 && --steps_to_failure == 0; }
 };

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 
@@ -14,6 +15,7 @@ namespace tonvale {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 class FileSystemTest : public FolderTest {
   protected:
@@ -90,6 +92,31 @@ TEST_F(FileSystemTest, WriteNewNeverTouchesAnExistingFile) {
     ASSERT_EQ(files_.WriteNew(Path("a.lep"), "old"), FileError::kNone);
     EXPECT_NE(files_.WriteNew(Path("a.lep"), "new"), FileError::kNone);
     EXPECT_EQ(Read(Path("a.lep")), "old");
+}
+
+TEST_F(FileSystemTest, ASaveRemovesWhatCrashedOnesHaveLeftAndNothingElse) {
+    const struct {
+        const char* name;
+        std::chrono::minutes age;
+        bool stays;
+    } cases[] = {
+        {"~tnv1.tmp", 11min, false},    {"~tnv4294967295.tmp", 999h, false},
+        {"~tnv2.tmp", 9min, true},      {"~tnv3.tmp", -99min, true},
+        {"~3.tmp", 99min, true},        {"~tnv.tmp", 99min, true},
+        {"~tnv4.tmp.lep", 99min, true}, {"~tnv5a.tmp", 99min, true},
+        {"a~tnv6.tmp", 99min, true},
+    };
+    const auto now = fs::file_time_type::clock::now();
+    for (const auto& file : cases) {
+        WriteFile(file.name, "x");
+        fs::last_write_time(folder_ / file.name, now - file.age);
+    }
+    fs::create_directory(folder_ / "~tnv7.tmp");
+    fs::last_write_time(folder_ / "~tnv7.tmp", now - 99min);
+    EXPECT_EQ(Write(Path("a.lep"), "x"), FileError::kNone);
+    for (const auto& file : cases) EXPECT_EQ(FileExists(file.name), file.stays) << file.name;
+    EXPECT_TRUE(FileExists("~tnv7.tmp"));
+    EXPECT_EQ(FileCount(), 9);
 }
 
 TEST(WriteFileSafely, KeepsTheOldFileWhicheverStepFails) {

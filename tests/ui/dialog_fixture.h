@@ -42,6 +42,10 @@ class SwitchableDisk : public FileSystem {
         return SystemFiles().Replace(from, to);
     }
     void Remove(const std::string& path) override { SystemFiles().Remove(path); }
+    std::vector<FolderEntry> FilesBeside(const std::string& path,
+                                         std::string_view name_start) override {
+        return SystemFiles().FilesBeside(path, name_start);
+    }
 };
 
 // Another program's hold on a file.
