@@ -31,6 +31,8 @@ constexpr wchar_t kMenuName[] = L"PRIMO";
 constexpr SIZE kFirstSize = {320, 240};
 constexpr int kUnitPixels = 2;
 
+constexpr UINT kPlaceAboutBox = WM_APP + 1;
+
 HICON LoadProgramIcon(HINSTANCE instance, int width_metric, int height_metric) {
     return static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_TONVALE), IMAGE_ICON,
                                          GetSystemMetrics(width_metric),
@@ -118,16 +120,28 @@ void MainWindow::ShowSplash() {
 }
 
 void MainWindow::ShowAbout() {
-    about_follows_ = true;
     ShowSplash();
+    PostMessageW(window(), kPlaceAboutBox, 0, 0);  // comes when the box is there
+    ShowMessageBox(window(), {"Informazioni su Tonvale", AboutText()});
+    splash_.reset();
 }
 
-// The window of an earlier call may still be here. A dialog that has opened meanwhile is the owner
-// of the box: the main window would be enabled below it afterwards.
-void MainWindow::OnSplashGone() {
-    if (!about_follows_ || splash_->window()) return;
-    about_follows_ = false;
-    ShowMessageBox(GetLastActivePopup(window()), {"Informazioni su Tonvale", AboutText()});
+// The box would lie in the middle of the screen as well, hidden by the splash window.
+void MainWindow::PlaceAboutBox() const {
+    HWND box = GetLastActivePopup(window());
+    RECT splash{};
+    RECT area{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (box == window() || !splash_ || !GetWindowRect(splash_->window(), &splash) ||
+        !GetWindowRect(box, &area) ||
+        !GetMonitorInfoW(MonitorFromWindow(box, MONITOR_DEFAULTTONEAREST), &monitor)) {
+        return;
+    }
+    const LONG left = (splash.left + splash.right - (area.right - area.left)) / 2;
+    const LONG lowest = monitor.rcWork.bottom - (area.bottom - area.top);
+    SetWindowPos(box, HWND_TOPMOST, left, std::min(splash.bottom, lowest), 0, 0,
+                 SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void MainWindow::OpenFileByExtension(const std::string& path) {
@@ -193,8 +207,8 @@ std::optional<LRESULT> MainWindow::Dispatch(UINT message, WPARAM wparam, LPARAM 
         case WM_CLIPBOARDUPDATE:
             UpdateButtons();
             return 0;
-        case kSplashGoneMessage:
-            OnSplashGone();
+        case kPlaceAboutBox:
+            PlaceAboutBox();
             return 0;
         case WM_COMMAND:
             OnCommand(wparam, lparam);

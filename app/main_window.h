@@ -48,7 +48,7 @@ class MainWindow final : public Window {
 
     // Shows the splash window for its time; the main window stays in use.
     void ShowSplash();
-    // Shows the splash window, and once it is gone what the program is.
+    // Tells what the program is, below the splash window, which goes with the box or before.
     void ShowAbout();
 
     // Opens a file with the calculator of its extension, once the message loop comes to it. An
@@ -83,7 +83,7 @@ class MainWindow final : public Window {
     LRESULT OnNotify(NMHDR& header);
     void OnDropFiles(HDROP drop);
     void OnDpiChanged(const RECT& suggested);
-    void OnSplashGone();
+    void PlaceAboutBox() const;
     void OnMenuOpening(HMENU menu) const;
     void Run(int id, const std::string& path);
     void ShowTip(NMHDR& header) const;
@@ -103,7 +103,6 @@ class MainWindow final : public Window {
     ViewSwitch views_;
     std::unique_ptr<DialogTips> tips_;
     std::unique_ptr<SplashWindow> splash_;
-    bool about_follows_ = false;  // the splash window
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
     std::string shown_status_;

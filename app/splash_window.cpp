@@ -79,7 +79,6 @@ std::optional<LRESULT> SplashWindow::Dispatch(UINT message, WPARAM /*wparam*/, L
         case WM_DESTROY:
             KillTimer(window(), kTimerId);
             picture_.reset();
-            PostMessageW(owner_, kSplashGoneMessage, 0, 0);
             return 0;
         default:
             return std::nullopt;

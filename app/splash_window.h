@@ -10,9 +10,6 @@ namespace tonvale {
 
 inline constexpr UINT kSplashMs = 4000;
 
-// Posted to its owner once the splash window is gone.
-inline constexpr UINT kSplashGoneMessage = WM_APP + 1;
-
 class SplashWindow final : public Window {
   public:
     // Shows the picture above `owner`, which stays in use, for `duration_ms`. When no timer is to

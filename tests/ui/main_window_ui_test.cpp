@@ -49,16 +49,10 @@ TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     Drop(ui, {daily, daily});
     ExpectNoDialog(ui);
     Drop(ui, {daily});
-    // Below the calculator the main window takes no other, and the splash window's box, which is
-    // still to come, does not enable it.
+    // Below the calculator the main window takes no other.
     ui.OnWindow(kDailyExposureTitle, [daily](HWND) {
-        TheProgram().ShowAbout();
         SendMessageW(Main(), WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop({daily})), 0);
-        HWND splash = FindWindowW(L"Tonvale_Splash", nullptr);
-        PostMessageW(splash, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
     });
-    ui.OnWindow("Informazioni su Tonvale").Command(IDOK).WaitClosed("Informazioni su Tonvale");
-    ui.OnWindow(kDailyExposureTitle, [](HWND) { EXPECT_FALSE(IsWindowEnabled(Main())); });
     ExpectDailyExposure(ui, "perché no.LEP");
     ExpectNoDialog(ui);
     // The file belongs to that one command: from the menu, the calculator opens empty again.
