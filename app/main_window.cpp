@@ -32,6 +32,7 @@ constexpr SIZE kFirstSize = {320, 240};
 constexpr int kUnitPixels = 2;
 
 constexpr UINT kPlaceAboutBox = WM_APP + 1;
+constexpr UINT kOpenRoutedFile = WM_APP + 2;
 
 HICON LoadProgramIcon(HINSTANCE instance, int width_metric, int height_metric) {
     return static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_TONVALE), IMAGE_ICON,
@@ -145,11 +146,21 @@ void MainWindow::PlaceAboutBox() const {
 }
 
 void MainWindow::OpenFileByExtension(const std::string& path) {
-    const FileKindInfo* kind = FileKindOfPath(path);
-    if (!kind) return;
-    routed_path_ = path;
-    PostMessageW(window(), WM_COMMAND, static_cast<WPARAM>(CommandOfKind(kind->kind)),
-                 reinterpret_cast<LPARAM>(&routed_path_));
+    if (!FileKindOfPath(path) || !IsWindowEnabled(window())) return;
+    routed_paths_.push_back(path);
+    PostRoutedFile();
+}
+
+void MainWindow::PostRoutedFile() const {
+    PostMessageW(window(), kOpenRoutedFile, 0, 0);
+}
+
+// Below a dialog nothing may change: the file waits until the window is enabled again.
+void MainWindow::OpenRoutedFile() {
+    if (routed_paths_.empty() || !IsWindowEnabled(window())) return;
+    const std::string path = std::move(routed_paths_.front());
+    routed_paths_.pop_front();
+    Run(CommandOfKind(FileKindOfPath(path)->kind), path);
 }
 
 void MainWindow::OpenAnyFile() {
@@ -211,7 +222,13 @@ std::optional<LRESULT> MainWindow::Dispatch(UINT message, WPARAM wparam, LPARAM 
             PlaceAboutBox();
             return 0;
         case WM_COMMAND:
-            OnCommand(wparam, lparam);
+            Run(LOWORD(wparam), {});
+            return 0;
+        case WM_ENABLE:
+            if (wparam && !routed_paths_.empty()) PostRoutedFile();
+            return std::nullopt;
+        case kOpenRoutedFile:
+            OpenRoutedFile();
             return 0;
         case WM_NOTIFY:
             return OnNotify(*reinterpret_cast<NMHDR*>(lparam));
@@ -259,12 +276,6 @@ void MainWindow::OnDestroy() {
     tips_.reset();
     help_.Close("Tonvale.hlp");
     PostQuitMessage(0);
-}
-
-void MainWindow::OnCommand(WPARAM wparam, LPARAM lparam) {
-    const bool is_routed = lparam == reinterpret_cast<LPARAM>(&routed_path_);
-    if (is_routed && !IsWindowEnabled(window())) return;  // below a dialog nothing may change
-    Run(LOWORD(wparam), is_routed ? std::string(routed_path_) : std::string());
 }
 
 void MainWindow::Run(int id, const std::string& path) {

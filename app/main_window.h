@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,8 +52,9 @@ class MainWindow final : public Window {
     // Tells what the program is, below the splash window, which goes with the box or before.
     void ShowAbout();
 
-    // Opens a file with the calculator of its extension, once the message loop comes to it. An
-    // empty path or an unknown extension does nothing.
+    // Opens a file with the calculator of its extension, once the message loop comes to it and
+    // those asked for before are closed. An empty path or an unknown extension does nothing, nor
+    // does any file while a dialog is open.
     void OpenFileByExtension(const std::string& path);
     // Lets the user choose a file and the calculator that opens it.
     void OpenAnyFile();
@@ -79,7 +81,8 @@ class MainWindow final : public Window {
     bool OnCreate();
     void OnClose();
     void OnDestroy();
-    void OnCommand(WPARAM wparam, LPARAM lparam);
+    void OpenRoutedFile();
+    void PostRoutedFile() const;
     LRESULT OnNotify(NMHDR& header);
     void OnDropFiles(HDROP drop);
     void OnDpiChanged(const RECT& suggested);
@@ -106,8 +109,7 @@ class MainWindow final : public Window {
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
     std::string shown_status_;
-    // The file of a command posted by OpenFileByExtension; its address marks that command.
-    std::string routed_path_;
+    std::deque<std::string> routed_paths_;  // of OpenFileByExtension, not yet opened
 };
 
 }  // namespace tonvale

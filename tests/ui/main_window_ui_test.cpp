@@ -55,6 +55,16 @@ TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     });
     ExpectDailyExposure(ui, "perché no.LEP");
     ExpectNoDialog(ui);
+    // Two in quick succession: each opens with its own, the second when the first is closed.
+    const std::string second = MakeDailyFile("secondo.lep");
+    ui.OnWindowOfClass(kMainClass, [daily, second](HWND main) {
+        for (const std::string& path : {daily, second}) {
+            PostMessageW(main, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop({path})), 0);
+        }
+    });
+    ExpectDailyExposure(ui, "perché no.LEP");
+    ExpectDailyExposure(ui, "secondo.lep");
+    ExpectNoDialog(ui);
     // The file belongs to that one command: from the menu, the calculator opens empty again.
     ui.OnWindowOfClass(kMainClass).Command(CMD_DAILY_EXPOSURE);
     ExpectDailyExposure(ui, kNoFile);
