@@ -160,14 +160,23 @@ void MainWindow::OpenRoutedFile() {
     if (routed_paths_.empty() || !IsWindowEnabled(window())) return;
     const std::string path = std::move(routed_paths_.front());
     routed_paths_.pop_front();
-    Run(CommandOfKind(FileKindOfPath(path)->kind), path);
+    OpenWith(*FileKindOfPath(path), path);
+}
+
+void MainWindow::OpenWith(const FileKindInfo& kind, const std::string& path) {
+    const int command = CommandOfKind(kind.kind);
+    if (CanRunCommand(*this, command)) return Run(command, path);
+    // "Spettro rumore (*.spr)"
+    notice_ = kind.filter_text.substr(0, kind.filter_text.find(kind.filter_text.back()));
+    notice_ += ": questo calcolo non è ancora disponibile";
+    ShowStatus();
 }
 
 void MainWindow::OpenAnyFile() {
     const std::optional<ChosenFile> chosen = ChooseAnyFile(context_, window());
     if (!chosen) return;
     const FileKindInfo& kind = FileKinds().at(static_cast<std::size_t>(chosen->filter_index - 1));
-    RunCommand(*this, CommandOfKind(kind.kind), chosen->path);
+    OpenWith(kind, chosen->path);
 }
 
 void MainWindow::PredictLoss(int command, QuantityKind quantity) {
@@ -279,6 +288,7 @@ void MainWindow::OnDestroy() {
 }
 
 void MainWindow::Run(int id, const std::string& path) {
+    notice_.clear();
     if (!views_.ShowsDocument() || !document_.OnCommand(id)) {
         RunCommand(*this, id, path);
     }
@@ -364,15 +374,16 @@ void MainWindow::Layout() {
     ShowStatus();
 }
 
-// The path of the document, or what the result is about.
+// A notice, the path of the document, or what the result is about.
 std::string MainWindow::StatusText() const {
+    if (!notice_.empty()) return notice_;
     if (views_.ShowsDocument()) return document_.path();
     return results_.result()->StatusText(results_.kind());
 }
 
 void MainWindow::ShowStatus() {
     shown_status_ = StatusText();
-    if (views_.ShowsDocument()) {
+    if (views_.ShowsDocument() && notice_.empty()) {
         ShowCurrentFile(status_bar_, shown_status_);
     } else {
         SetWindowTextUtf8(status_bar_, shown_status_);

@@ -14,6 +14,7 @@
 #include "app/result_view_window.h"
 #include "app/splash_window.h"
 #include "app/view_switch_win.h"
+#include "common/file_kinds.h"
 #include "common/result_view.h"
 #include "dialogs/app_context_win.h"
 #include "dialogs/dialog_tips_win.h"
@@ -82,6 +83,7 @@ class MainWindow final : public Window {
     void OnClose();
     void OnDestroy();
     void OpenRoutedFile();
+    void OpenWith(const FileKindInfo& kind, const std::string& path);
     void PostRoutedFile() const;
     LRESULT OnNotify(NMHDR& header);
     void OnDropFiles(HDROP drop);
@@ -109,6 +111,7 @@ class MainWindow final : public Window {
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
     std::string shown_status_;
+    std::string notice_;                    // in place of the status, up to the next command
     std::deque<std::string> routed_paths_;  // of OpenFileByExtension, not yet opened
 };
 

@@ -8,7 +8,9 @@
 #include <string>
 #include <utility>
 
+#include "app/command_table_win.h"
 #include "app/version_info_win.h"
+#include "common/file_kinds.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 #include "tests/ui/main_window_fixture.h"
@@ -68,6 +70,27 @@ TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     // The file belongs to that one command: from the menu, the calculator opens empty again.
     ui.OnWindowOfClass(kMainClass).Command(CMD_DAILY_EXPOSURE);
     ExpectDailyExposure(ui, kNoFile);
+    RunToEnd(ui);
+}
+
+TEST_F(MainWindowTest, SaysThatACalculatorIsStillToCome) {
+    UiDriver ui;
+    for (const FileKindInfo& kind : FileKinds()) {
+        const std::string path = MakeDailyFile("x" + std::string(kind.extension));
+        const auto is_missing = [&kind] {
+            return !CanRunCommand(TheProgram(), CommandOfKind(kind.kind));
+        };
+        ui.OnWindowOfClass(kMainClass, [=](HWND) {
+            if (is_missing()) TheProgram().OpenFileByExtension(path);
+        });
+        ui.Do([=, &kind] {
+            const std::string notice = "): questo calcolo non è ancora disponibile";
+            const std::string status = Status(Main());
+            EXPECT_EQ(status.ends_with(std::string(kind.extension) + notice), is_missing())
+                << status;
+        });
+        ui.Command(CMD_VIEW_DOCUMENT).Do([] { EXPECT_EQ(Status(Main()), kNoFile); });
+    }
     RunToEnd(ui);
 }
 
