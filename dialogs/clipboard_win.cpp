@@ -67,7 +67,8 @@ std::string ListSeparator() {
     std::array<wchar_t, 8> separator{};
     const int units = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SLIST, separator.data(),
                                       static_cast<int>(separator.size()));
-    return units > 0 ? Narrow(separator.data()) : ";";
+    const std::string text = units > 0 ? Narrow(separator.data()) : std::string();
+    return text.empty() || text == "," ? ";" : text;
 }
 
 }  // namespace tonvale

@@ -40,7 +40,8 @@ void CopyCsvText(const AppContext& app, HWND owner, std::string_view text);
 // Tells the user that nothing could be copied.
 void ShowCopyFailure(HWND owner);
 
-// The list separator of the user's locale, at most 7 characters.
+// The list separator of the user's locale, at most 7 characters; ";" in place of a comma, which is
+// the decimal sign of the numbers that it would part.
 std::string ListSeparator();
 
 }  // namespace tonvale

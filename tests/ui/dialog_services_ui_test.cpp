@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "dialogs/clipboard_win.h"
 #include "dialogs/file_dialogs_win.h"
 #include "dialogs/gdi_canvas_win.h"
 #include "dialogs/print_notes_dialog.h"
@@ -237,6 +239,16 @@ TEST_F(DialogServicesUiTest, SaveDialogAsksAndCompletesNames) {
     ui.AnswerMessage(kConfirm, create, IDNO).OnWindow(kDialogTitle).Command(IDOK);
     ui.AnswerMessage(kConfirm, create, IDYES);
     EXPECT_EQ(ChooseFileToSave(app_, owner_, kDailyFilter, kDialogTitle), path);
+}
+
+TEST(ListSeparatorTest, IsTheSystemsUnlessThatIsTheDecimalSign) {
+    const std::wstring before = Widen(ListSeparator());
+    for (const auto& [of_system, expected] :
+         {std::pair(L";", ";"), std::pair(L"|", "|"), std::pair(L",", ";")}) {
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SLIST, of_system);
+        EXPECT_EQ(ListSeparator(), expected);
+    }
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SLIST, before.c_str());
 }
 
 TEST(PrinterPlaceTest, IsTakenApart) {
