@@ -172,7 +172,7 @@ void WriteJson(const OpenedFile& opened, const Assessment& assessment,
     JsonWriter json;
     json.BeginObject();
     json.Key("file");
-    json.String(opened.path);
+    json.String(DistinctUtf8(opened.path));
     json.Key("kind");
     json.String(InfoOf(opened.kind.kind).tag);
     WriteResults(json, "shown", assessment, [&](const auto& result) { json.String(result.shown); });

@@ -243,4 +243,21 @@ std::string ValidUtf8(std::string_view bytes) {
     return utf8;
 }
 
+std::string DistinctUtf8(std::string_view bytes) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string utf8;
+    for (std::size_t i = 0; i < bytes.size();) {
+        const Decoded character = DecodeUtf8(bytes, i);
+        const std::size_t end = i + character.length;
+        if (character.code != kReplacement) utf8.append(bytes.substr(i, character.length));
+        for (; i < end && character.code == kReplacement; ++i) {
+            AppendUtf8(utf8, kReplacement);
+            utf8 += kDigits[ByteAt(bytes, i) >> 4];
+            utf8 += kDigits[ByteAt(bytes, i) & 0xF];
+        }
+        i = end;
+    }
+    return utf8;
+}
+
 }  // namespace tonvale

@@ -44,5 +44,8 @@ std::string Utf8ToWindows1252Lossy(std::string_view utf8);
 std::string Utf16LeToUtf8(std::string_view bytes);  // an odd last byte is dropped
 std::string Utf8ToUtf16Le(std::string_view utf8);
 std::string ValidUtf8(std::string_view bytes);  // ill-formed sequences replaced by U+FFFD
+// Valid UTF-8 that differs where `bytes` differ: each byte of an ill-formed sequence, and of U+FFFD
+// itself, becomes U+FFFD and two hexadecimal digits.
+std::string DistinctUtf8(std::string_view bytes);
 
 }  // namespace tonvale

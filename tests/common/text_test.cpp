@@ -84,6 +84,11 @@ TEST(ValidUtf8, ReplacesIllFormedSequences) {
         {"\xEF\xBF\xBD", "\uFFFD"},
     };
     for (const auto& [bytes, text] : cases) EXPECT_EQ(ValidUtf8(bytes), text);
+    const char* const distinct[][2] = {{"aà😀", "aà😀"},
+                                       {"\x80z", "\uFFFD80z"},
+                                       {"\xE2\x82z", "\uFFFDE2\uFFFD82z"},
+                                       {"\uFFFD80", "\uFFFDEF\uFFFDBF\uFFFDBD80"}};
+    for (const auto& [bytes, text] : distinct) EXPECT_EQ(DistinctUtf8(bytes), text);
     EXPECT_EQ(Utf8ToUtf16Le("\xED\xA0\x80"), "\xFD\xFF\xFD\xFF\xFD\xFF");
 }
 
