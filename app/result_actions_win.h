@@ -13,7 +13,7 @@ namespace tonvale {
 void CopyResult(const AppContext& app, const ResultViewWindow& view);
 
 // Asks for a name and writes the table as a .csv file, or the chart as a .bmp file; `document`
-// under the name of a document. A name with another extension is asked for again.
+// under the name of a document. A name with another extension is refused.
 void ExportResult(AppContext& app, const ResultViewWindow& view, ReportDocument& document);
 
 // Asks for a comment, which is kept in `notes`, and prints what is shown.

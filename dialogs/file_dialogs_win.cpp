@@ -35,13 +35,30 @@ bool CanHoldNotes(std::string_view extension) {
         [extension](std::string_view other) { return EqualsIgnoringCase(other, extension); });
 }
 
-// The notes panel below the controls of a file dialog. It is the dialog's hook, too.
+// The names that a save dialog takes. Extensions have their points.
+struct SaveNames {
+    std::string default_extension;               // empty in an open dialog
+    std::vector<std::string_view> extensions{};  // empty: any
+};
+
+UserMessage UnsuitableExtension(const std::string& path,
+                                const std::vector<std::string_view>& extensions) {
+    std::string text = "Il nome del file deve terminare con ";
+    for (std::size_t i = 0; i < extensions.size(); ++i) {
+        text.append(i == 0 ? "\"" : " oppure \"").append(extensions[i]).append("\"");
+    }
+    return {path, text + ".", MessageIcon::kExclamation};
+}
+
+// The notes panel below the controls of a file dialog. It is the dialog's hook, too, also where
+// there is no panel.
 class NotesPanel {
   public:
-    // `save_extension`, with its point, is that of a save dialog; empty in an open dialog.
-    NotesPanel(FileSystem& files, std::string save_extension)
-        : files_(files), save_extension_(std::move(save_extension)) {}
+    NotesPanel(FileSystem& files, SaveNames save_names)
+        : files_(files), save_names_(std::move(save_names)) {}
 
+    // A save dialog of files without notes is not left with an empty band.
+    bool IsWanted() const { return !saves() || CanHoldNotes(save_names_.default_extension); }
     static UINT_PTR CALLBACK Hook(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
   private:
@@ -57,11 +74,11 @@ class NotesPanel {
     void ClearNotes();
     std::string SelectedPath() const;
     void ModifyNotes();
-    bool RefusesNewFile(const std::string& path) const;
-    bool saves() const { return !save_extension_.empty(); }
+    bool RefusesName(const std::string& path) const;
+    bool saves() const { return !save_names_.default_extension.empty(); }
 
     FileSystem& files_;
-    std::string save_extension_;
+    SaveNames save_names_;
     HWND window_ = nullptr;
     std::string shown_path_;                    // whose notes are shown; empty when there is none
     FileError shown_error_ = FileError::kNone;  // why they are not, after all
@@ -111,7 +128,7 @@ void NotesPanel::Open() {
     SendDlgItemMessageW(window_, IDC_NOTES_EDIT, EM_LIMITTEXT, kMaxNotesCharacters, 0);
     // There is no file yet that edited notes could go to.
     SendDlgItemMessageW(window_, IDC_NOTES_EDIT, EM_SETREADONLY, saves(), 0);
-    ShowFor(!saves() || CanHoldNotes(save_extension_));
+    ShowFor(true);
     SetWindowSubclass(GetParent(window_), WatchHelpButton, 0, 0);
 }
 
@@ -126,10 +143,9 @@ void NotesPanel::OnCommand(int id, int notification) {
 bool NotesPanel::OnNotify(const OFNOTIFYW& notification) {
     switch (notification.hdr.code) {
         case CDN_FILEOK:
-            return RefusesNewFile(Narrow(notification.lpOFN->lpstrFile));
+            return RefusesName(Narrow(notification.lpOFN->lpstrFile));
         case CDN_TYPECHANGE:
-            ShowFor(saves() ? CanHoldNotes(save_extension_)
-                            : notification.lpOFN->nFilterIndex != kFilterWithoutNotes);
+            ShowFor(saves() || notification.lpOFN->nFilterIndex != kFilterWithoutNotes);
             break;
         case CDN_SELCHANGE:
             ShowNotesOfSelection();
@@ -144,11 +160,18 @@ bool NotesPanel::OnNotify(const OFNOTIFYW& notification) {
 }
 
 // The dialogs of the system do not agree on OFN_CREATEPROMPT when a file is saved.
-bool NotesPanel::RefusesNewFile(const std::string& path) const {
-    if (!saves() || GetFileAttributesW(Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
-        return false;
-    }
+bool NotesPanel::RefusesName(const std::string& path) const {
+    if (!saves()) return false;
     HWND dialog = GetParent(window_);
+    const auto& wanted = save_names_.extensions;
+    const auto is_its_own = [extension = FileExtension(path)](std::string_view other) {
+        return EqualsIgnoringCase(extension, other);
+    };
+    if (!wanted.empty() && std::none_of(wanted.begin(), wanted.end(), is_its_own)) {
+        ShowMessageBox(dialog, UnsuitableExtension(path, wanted));
+        return true;
+    }
+    if (GetFileAttributesW(Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
     const UserMessage question{kConfirmCaption, path + "\r\nIl file non esiste. Crearlo?"};
     return ShowMessageBox(dialog, question, MB_YESNO) != IDYES;
 }
@@ -226,7 +249,7 @@ std::string ExtensionOfFilter(std::string_view filter_text) {
 class FileDialog {
   public:
     FileDialog(AppContext& app, HWND owner, std::string_view filter_text, std::string_view title,
-               const std::string& save_extension);
+               const SaveNames& save_names);
     std::optional<ChosenFile> Run();
 
   private:
@@ -241,13 +264,13 @@ class FileDialog {
 };
 
 FileDialog::FileDialog(AppContext& app, HWND owner, std::string_view filter_text,
-                       std::string_view title, const std::string& save_extension)
+                       std::string_view title, const SaveNames& save_names)
     : filters_(FilterList(filter_text)),
       title_(Widen(title)),
       folder_(Widen(app.program_folder)),
-      default_extension_(Widen(save_extension.empty() ? "" : save_extension.substr(1))),
-      panel_(*app.files, save_extension) {
-    const bool saves = !save_extension.empty();
+      panel_(*app.files, save_names) {
+    const bool saves = !save_names.default_extension.empty();
+    if (saves) default_extension_ = Widen(save_names.default_extension.substr(1));
     parameters_.lStructSize = sizeof(parameters_);
     parameters_.hwndOwner = owner;
     parameters_.hInstance = app.instance;
@@ -263,8 +286,9 @@ FileDialog::FileDialog(AppContext& app, HWND owner, std::string_view filter_text
     parameters_.lCustData = reinterpret_cast<LPARAM>(&panel_);
     parameters_.lpfnHook = NotesPanel::Hook;
     parameters_.lpTemplateName = L"IDD_ADDENDUM";
-    parameters_.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_ENABLEHOOK | OFN_ENABLETEMPLATE |
-                        OFN_SHOWHELP | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
+    parameters_.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_ENABLEHOOK | OFN_SHOWHELP |
+                        OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
+    if (panel_.IsWanted()) parameters_.Flags |= OFN_ENABLETEMPLATE;
     parameters_.Flags |= saves ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST;
 }
 
@@ -293,31 +317,26 @@ std::optional<std::string> PathOf(const std::optional<ChosenFile>& file) {
 
 std::optional<std::string> ChooseFileToOpen(AppContext& app, HWND owner,
                                             std::string_view filter_text, std::string_view title) {
-    return PathOf(FileDialog(app, owner, filter_text, title, "").Run());
+    return PathOf(FileDialog(app, owner, filter_text, title, {}).Run());
 }
 
 std::optional<std::string> ChooseFileToSave(AppContext& app, HWND owner,
                                             std::string_view filter_text, std::string_view title) {
-    return PathOf(FileDialog(app, owner, filter_text, title, ExtensionOfFilter(filter_text)).Run());
+    const SaveNames names{ExtensionOfFilter(filter_text)};
+    return PathOf(FileDialog(app, owner, filter_text, title, names).Run());
 }
 
 std::optional<std::string> ChooseFileToSaveAs(AppContext& app, HWND owner,
                                               std::string_view filter_text,
                                               std::initializer_list<std::string_view> extensions) {
-    for (;;) {
-        std::optional<std::string> path = ChooseFileToSave(app, owner, filter_text, kSaveDataTitle);
-        const bool is_wanted =
-            path && std::any_of(extensions.begin(), extensions.end(), [&](std::string_view wanted) {
-                return EqualsIgnoringCase(FileExtension(*path), wanted);
-            });
-        if (!path || is_wanted) return path;
-    }
+    const SaveNames names{ExtensionOfFilter(filter_text), extensions};
+    return PathOf(FileDialog(app, owner, filter_text, kSaveDataTitle, names).Run());
 }
 
 std::optional<ChosenFile> ChooseAnyFile(AppContext& app, HWND owner) {
     std::string filters;
     for (const FileKindInfo& kind : FileKinds()) filters += kind.filter_text;
-    return FileDialog(app, owner, filters, kOpenAnyTitle, "").Run();
+    return FileDialog(app, owner, filters, kOpenAnyTitle, {}).Run();
 }
 
 UserMessage SaveFailure(const std::string& path, std::string_view reason) {

@@ -25,7 +25,7 @@ std::optional<std::string> ChooseFileToOpen(AppContext& app, HWND owner,
 std::optional<std::string> ChooseFileToSave(AppContext& app, HWND owner,
                                             std::string_view filter_text, std::string_view title);
 
-// As ChooseFileToSave, until the name has one of `extensions`.
+// As ChooseFileToSave; a name without one of `extensions` is refused, and the dialog stays with it.
 std::optional<std::string> ChooseFileToSaveAs(AppContext& app, HWND owner,
                                               std::string_view filter_text,
                                               std::initializer_list<std::string_view> extensions);

@@ -93,6 +93,12 @@ inline void SaveNewFile(UiDriver& ui, const std::string& path) {
     ui.AnswerMessage("Conferma operazione", path + "\r\nIl file non esiste. Crearlo?", IDYES);
 }
 
+// Types a name with an extension that the dialog refuses; the dialog stays.
+inline void TypeUnsuitableName(UiDriver& ui, const std::string& path, const std::string& wanted) {
+    ChooseFile(ui, kSaveTitle, path);
+    ui.AnswerMessage(path, "Il nome del file deve terminare con " + wanted + ".", IDOK);
+}
+
 // The name of the file that the status bar shows.
 inline std::string Status(HWND window) {
     const std::string path = TextOf(window, IDC_STATUS_BAR);

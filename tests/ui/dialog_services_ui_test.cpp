@@ -209,13 +209,18 @@ TEST_F(DialogServicesUiTest, OpenDialogHidesNotesOfTheEighthFilter) {
 
 TEST_F(DialogServicesUiTest, SaveDialogAsksAndCompletesNames) {
     WriteFile("vecchio.lep", "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=1\r\n1=nota\r\n");
+    LONG height = 0;
     UiDriver ui;
     for (const std::string filter : {kDailyFilter, "Documento di Tonvale (*.tnv)|*.tnv|",
                                      "Immagine bitmap (*.BMP)|*.BMP|", "CSV (*.csv)|*.csv|"}) {
-        ui.OnWindow(kDialogTitle, [shows_notes = filter == kDailyFilter](HWND dialog) {
+        ui.OnWindow(kDialogTitle, [&height, shows_notes = filter == kDailyFilter](HWND dialog) {
             EXPECT_FALSE(IsShown(Panel(dialog), IDC_MODIFY_NOTES));
             ChooseFilter(dialog, 1);
             EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
+            RECT area{};
+            GetWindowRect(dialog, &area);
+            if (shows_notes) height = area.bottom - area.top;
+            EXPECT_EQ(area.bottom - area.top == height, shows_notes);  // no empty band
         });
         ui.Command(IDCANCEL);
         EXPECT_FALSE(ChooseFileToSave(app_, owner_, filter, kDialogTitle)) << filter;

@@ -223,7 +223,10 @@ TEST_F(ReportTest, ReadsWhatItCanOfAnyDocument) {
 TEST_F(ReportTest, SavesOnlyUnderItsOwnExtension) {
     Type("x");
     UiDriver ui;
-    SaveNewFile(ui, Path("foglio.csv"));  // the dialog opens again
+    TypeUnsuitableName(ui, Path("foglio.csv"), "\".tnv\"");
+    ui.OnWindow(kSaveTitle, [this](HWND dialog) {
+        EXPECT_EQ(TextOf(dialog, cmb13), Path("foglio.csv")) << "the name is still there";
+    });
     SaveNewFile(ui, Path("Documento.TNV"));
     EXPECT_TRUE(host_->document.SaveAs());
     ui.Finish();

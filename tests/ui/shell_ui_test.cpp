@@ -262,13 +262,13 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     UiDriver ui;
     Show(ui, result);
     ui.Command(CMD_SAVE_AS);
-    SaveNewFile(ui, Path("prova.bmp"));
+    TypeUnsuitableName(ui, Path("prova.bmp"), "\".csv\" oppure \".tnv\"");
     SaveNewFile(ui, Path("tabella.CSV"));
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(ReadFile("tabella.CSV"), "Et\xe0" + ListSeparator() + "1,5\r\n");
     });
     ui.Command(CMD_VIEW_CHART).Command(CMD_SAVE_AS);
-    SaveNewFile(ui, Path("prova.csv"));
+    TypeUnsuitableName(ui, Path("prova.csv"), "\".bmp\" oppure \".tnv\"");
     SaveNewFile(ui, Path("grafico.bmp"));
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(ReadFile("grafico.bmp").substr(0, 2), "BM");
