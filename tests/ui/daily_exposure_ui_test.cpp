@@ -107,8 +107,11 @@ TEST_F(DailyExposureUiTest, ItemDialogRefusesZerosAndReadsSpectra) {
     ui.OnWindow(kTitle).Click(IDC_ADD);
     ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, "0.0").SetText(IDC_TIME_EDIT, "0");
     ui.Click(IDOK).AnswerMessage("Livello di esposizione", kNotNumeric, IDOK);
-    ui.OnWindow("Aggiungi",
-                [](HWND dialog) { EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_LEVEL_EDIT)); });
+    ui.OnWindow("Aggiungi", [](HWND dialog) {
+        HWND level = GetDlgItem(dialog, IDC_LEVEL_EDIT);
+        EXPECT_EQ(GetFocus(), level);
+        EXPECT_EQ(GetNextDlgTabItem(dialog, level, FALSE), GetDlgItem(dialog, IDC_TIME_EDIT));
+    });
     ui.SetText(IDC_LEVEL_EDIT, "85").Click(IDOK);
     ui.AnswerMessage("Tempo esposizione ", kNotNumeric, IDOK)
         .OnWindow("Aggiungi", [=](HWND dialog) {
