@@ -21,13 +21,14 @@ constexpr std::string_view kHelp =
     "      json: un oggetto per riga; nel nome del file ogni byte che non è UTF-8 valido, e il\n"
     "      carattere U+FFFD stesso, è scritto come U+FFFD e due cifre esadecimali.\n"
     "  tonvale-calc verifica FILE...\n"
-    "      Elenca i file i cui risultati salvati non sono quelli che i dati danno.\n"
+    "      Elenca i file i cui risultati salvati non corrispondono ai dati.\n"
     "  tonvale-calc nipts [--quantita NIPTS|HTLA|HTLAN] [--anni N] [--livello N] [--eta N]\n"
     "      [--sesso M|F] [--tabella nuova|vecchia|biologico]\n"
     "      [--svg FILE [--vista grafico|audiogramma|tabella]] [--formato ...] [--separatore S]\n"
-    "      Perdite uditive previste (ISO 1999) per 19 frattili e sei frequenze; quel che manca\n"
-    "      vale come nella finestra appena aperta (HTLAN, 35 anni, 90 dBA, 60 anni di età, M,\n"
-    "      nuova). testo: la tabella; csv: le sue celle; json: {\"title\", \"parameters\",\n"
+    "      Perdite uditive previste (ISO 1999) per 19 frattili e sei frequenze; i valori non\n"
+    "      indicati sono quelli iniziali della finestra (HTLAN, 35 anni, 90 dBA, 60 anni di\n"
+    "      età, M, nuova). testo: la tabella; csv: le sue celle; json: {\"title\", "
+    "\"parameters\",\n"
     "      \"rows\": [{\"q\", \"fractile\", \"values\": le sei perdite, \"damage\": il\n"
     "      danno in % o null, \"flag\": vero se indennizzabile}]}. --svg disegna anche la vista.\n"
     "  tonvale-calc previsioni [--frequenza HZ] [--frattile P] [--livello L]\n"
@@ -38,7 +39,7 @@ constexpr std::string_view kHelp =
     "  tonvale-calc --help\n"
     "      Mostra questo testo.\n"
     "\n"
-    "Stato di uscita: 0 tutto bene; 1 un file non coerente o con valori rifiutati;\n"
+    "Codice di uscita: 0 tutto bene; 1 un file non coerente o con valori rifiutati;\n"
     "2 un file che non si legge o di tipo sconosciuto, o una riga di comando errata.\n";
 
 struct Command {

@@ -129,8 +129,11 @@ bool TakeArguments(std::span<const std::string> arguments, const std::vector<Opt
     return !parsed.error;
 }
 
+// On one line: the caption goes without the full stop that it may end with.
 int ReportRefusal(const UserMessage& message, Console& console) {
-    console.WriteError(message.caption + ": " + message.text + "\n");
+    std::string caption = message.caption;
+    if (caption.ends_with('.')) caption.pop_back();
+    console.WriteError(caption + ": " + message.text + "\n");
     return kExitFindings;
 }
 

@@ -76,9 +76,9 @@ UserMessage DamagedReport(const std::string& path) {
 
 UserMessage LeftOutOfReport(const std::string& path) {
     return {path,
-            "Il file contiene elementi che qui non si possono mostrare tutti (oggetti, note, "
-            "intestazioni, immagini, apici e pedici): il resto viene aperto come documento senza "
-            "titolo. Il file resta com'è.",
+            "Tonvale non può mostrare tutto ciò che il file contiene (per esempio oggetti, note, "
+            "intestazioni, certe immagini o troppi apici e pedici). Il resto viene aperto come "
+            "documento senza titolo; il file rimane com'è.",
             MessageIcon::kExclamation};
 }
 

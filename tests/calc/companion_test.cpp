@@ -231,11 +231,11 @@ TEST_F(HearingCommands, PrevisioniWritesYearsByLevels) {
 
 TEST_F(HearingCommands, RefusesWhatTheDialogsRefuse) {
     EXPECT_EQ(Run({"nipts", "--anni", "41"}), 1);
-    EXPECT_EQ(console_.errors, "Anni di esposizione.: Errore! Dati non validi\n");
+    EXPECT_EQ(console_.errors, "Anni di esposizione: Errore! Dati non validi\n");
     EXPECT_THAT(console_.output, IsEmpty());
     EXPECT_EQ(Run({"nipts", "--eta", "50", "--svg", "a.svg"}), 1);
     EXPECT_EQ(Run({"previsioni", "--livello", "89"}), 1);
-    EXPECT_EQ(console_.errors, "Livello di esposizione.: Errore! Dati non validi\n");
+    EXPECT_EQ(console_.errors, "Livello di esposizione: Errore! Dati non validi\n");
     EXPECT_THAT(files_.contents, IsEmpty());
 }
 

@@ -200,11 +200,13 @@ TEST_F(ReportTest, ReadsWhatItCanOfAnyDocument) {
     for (const auto& document : documents) {
         const std::string path = WriteFile("strano.tnv", "{\\rtf1" + document.rtf + "}");
         if (!document.is_whole) {
-            ui.AnswerMessage(path,
-                             "Il file contiene elementi che qui non si possono mostrare tutti "
-                             "(oggetti, note, intestazioni, immagini, apici e pedici): il resto "
-                             "viene aperto come documento senza titolo. Il file resta com'è.",
-                             IDOK);
+            ui.AnswerMessage(
+                path,
+                "Tonvale non può mostrare tutto ciò che il file contiene (per esempio "
+                "oggetti, note, intestazioni, certe immagini o troppi apici e pedici). "
+                "Il resto viene aperto come documento senza titolo; il file rimane "
+                "com'è.",
+                IDOK);
         }
         ASSERT_TRUE(host_->document.Open(path));
         EXPECT_EQ(Text(), document.text);

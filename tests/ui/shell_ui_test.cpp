@@ -470,7 +470,7 @@ TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
         .Screenshot("about")
         .AnswerMessage("Informazioni su Tonvale",
                        "Tonvale - Esposizione al rumore e danno uditivo\r\n"
-                       "Realizzato da Gli sviluppatori di Tonvale\r\n"
+                       "Realizzato da Progetto Tonvale\r\n"
                        "Software distribuito gratuitamente dall'autore.\r\n"
                        "Copyright © 2026 Gli sviluppatori di Tonvale\r\n\r\nVersione 1.0.0.0",
                        IDOK);
