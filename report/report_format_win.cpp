@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "common/unicode_win.h"
+#include "report/rtf/rich_text.h"
 
 namespace tonvale {
 
@@ -181,8 +182,9 @@ FormatState ReadFormatState(const RichEdit& edit) {
 void SetDefaultFormats(RichEdit& edit) {
     CHARFORMAT2W text{};
     text.dwMask = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
-                  CFM_STRIKEOUT | CFM_OFFSET | CFM_SUPERSCRIPT;
+                  CFM_STRIKEOUT | CFM_OFFSET | CFM_SUPERSCRIPT | CFM_LCID;
     text.dwEffects = CFE_AUTOCOLOR;
+    text.lcid = kItalian;
     text.yHeight = kDefaultSize;
     std::copy(std::begin(kDefaultFace), std::end(kDefaultFace), text.szFaceName);
     edit.SetCharacterFormat(text, SCF_DEFAULT);

@@ -24,7 +24,7 @@ struct FormatState {
 
 FormatState ReadFormatState(const RichEdit& edit);
 
-// Arial 10 pt in the automatic colour, and a tab stop every 1000 twips, for the whole text and for
+// Italian text in Arial 10 pt in the automatic colour, and a tab stop every 1000 twips, for the whole text and for
 // what will be typed.
 void SetDefaultFormats(RichEdit& edit);
 

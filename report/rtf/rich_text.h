@@ -16,6 +16,9 @@ inline constexpr int kMaxReportCharacters = 0xFFFFF;
 inline constexpr int kDefaultCharset = 1;
 inline constexpr int kSymbolCharset = 2;  // its characters are U+F000 and their bytes
 
+// Languages of text, as Windows numbers them.
+inline constexpr int kItalian = 1040;
+
 // Smaller text above or below the line, by as much as its size asks for.
 enum class Script { kNone, kSuper, kSub };
 
@@ -32,6 +35,7 @@ struct CharacterStyle {
     std::optional<Color> color = std::nullopt;       // none: automatic
     std::optional<Color> background = std::nullopt;  // none: that of the paper
     int offset_twips = 0;                            // above the line; below it when negative
+    int language = kItalian;
     bool operator==(const CharacterStyle&) const = default;
 };
 

@@ -145,6 +145,8 @@ class RtfReader {
     std::optional<Color> ColorAt(int number) const;
     void SetColor(const RtfToken& word) { state().style.color = ColorAt(word.parameter); }
     void SetBackground(const RtfToken& word) { state().style.background = ColorAt(word.parameter); }
+    void SetLanguage(const RtfToken& word) { state().style.language = word.parameter & 0xFFFF; }
+    void SetDefaultLanguage(const RtfToken& word);
     void SetRaised(const RtfToken& word);
     void SetLowered(const RtfToken& word);
     void SetSuperscript(const RtfToken&) { state().style.script = Script::kSuper; }
@@ -187,6 +189,7 @@ class RtfReader {
     std::map<int, Font> fonts_;
     int table_font_ = 0;
     int default_font_ = 0;
+    int default_language_ = kItalian;
     int code_page_ = kDefaultCodePage;
     std::vector<std::optional<Color>> colors_;
     std::optional<Color> table_color_;
@@ -222,6 +225,8 @@ const std::pair<std::string_view, RtfReader::Handler> RtfReader::word_handlers[]
     {"highlight", &RtfReader::SetBackground},
     {"ansicpg", &RtfReader::SetCodePage},
     {"deff", &RtfReader::SetDefaultFont},
+    {"lang", &RtfReader::SetLanguage},
+    {"deflang", &RtfReader::SetDefaultLanguage},
     {"up", &RtfReader::SetRaised},
     {"dn", &RtfReader::SetLowered},
     {"super", &RtfReader::SetSuperscript},
@@ -512,6 +517,7 @@ void RtfReader::UseFont(int number) {
 void RtfReader::SetPlain(const RtfToken&) {
     state().style = {};
     state().style.face = reading_.default_face;
+    state().style.language = default_language_;
     UseFont(default_font_);
 }
 
@@ -526,6 +532,11 @@ void RtfReader::SetSize(const RtfToken& word) {
 std::optional<Color> RtfReader::ColorAt(int number) const {
     const auto index = static_cast<std::size_t>(std::max(number, 0));
     return index < colors_.size() ? colors_[index] : std::nullopt;
+}
+
+void RtfReader::SetDefaultLanguage(const RtfToken& word) {
+    SetLanguage(word);
+    default_language_ = state().style.language;
 }
 
 void RtfReader::SetRaised(const RtfToken& word) {

@@ -89,8 +89,9 @@ class RichTextWriter {
   public:
     std::string Run(const RichText& text) {
         for (const RichParagraph& paragraph : text) WriteParagraph(paragraph);
-        return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0" + FontTable() + ColorTable() + "\n" +
-               "\\plain " + body_ + "}\n";
+        const std::string language = FormatInteger(kItalian);
+        return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0\\deflang" + language + FontTable() +
+               ColorTable() + "\n\\plain\\lang" + language + ' ' + body_ + "}\n";
     }
 
   private:
@@ -166,6 +167,7 @@ void RichTextWriter::WriteStyle(const CharacterStyle& style) {
     if (style.script != old.script) Word(ScriptWord(style.script));
     if (style.color != old.color) Word("cf", ColorNumber(style.color));
     if (style.background != old.background) Word("highlight", ColorNumber(style.background));
+    if (style.language != old.language) Word("lang", style.language);
     if (style.offset_twips != old.offset_twips) {
         Word(style.offset_twips < 0 ? "dn" : "up", HalfPoints(std::abs(style.offset_twips)));
     }

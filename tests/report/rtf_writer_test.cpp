@@ -23,7 +23,8 @@ RichText EveryFormat() {
                                 .script = Script::kSub,
                                 .color = Color{0, 255, 128},
                                 .background = Color{255, 255, 0},
-                                .offset_twips = -50};
+                                .offset_twips = -50,
+                                .language = 1033};
     CharacterStyle raised = plain;
     raised.offset_twips = 60;
     RichParagraph first;
@@ -51,6 +52,7 @@ TEST(RtfWriterTest, WhatIsWrittenReadsTheSame) {
     RichText text = EveryFormat();
     const std::string rtf = WriteRichText(text);
     EXPECT_TRUE(IsWholeRtf(rtf));
+    EXPECT_NE(rtf.find("\\deflang1040"), std::string::npos);
     EXPECT_TRUE(ReadRichText(rtf) == text) << rtf;
     text.back().is_open = false;
     EXPECT_TRUE(ReadRichText(WriteRichText(text)) == text);

@@ -35,6 +35,7 @@ TEST_F(ReportTest, RaisedTextAndIndentsComeBack) {
     EXPECT_NE(rtf.find("\\up5"), std::string::npos);
     EXPECT_EQ(rtf.find("\\up50"), std::string::npos);
     EXPECT_NE(rtf.find("\\li660\\fi-300"), std::string::npos) << rtf;
+    EXPECT_NE(rtf.find("\\lang1040"), std::string::npos) << rtf;
     EXPECT_FALSE(host_->document.IsModified());
     const std::string text = Text();
     SaveScreenshot(host_->window, "report_raised");
