@@ -318,6 +318,7 @@ bool ReportDocument::Open(const std::string& path) {
     ReadOutcome outcome = ReadReportRtf(parts.edit, parts.Gaps(), *rtf, std::move(text), false);
     if (!IsWholeRtf(*rtf)) outcome = ReadOutcome::kDamaged;
     parts.edit.Select({0, 0});
+    parts.edit.ScrollToTop();
     const bool is_whole = outcome == ReadOutcome::kWhole;
     parts.Adopt(is_whole ? path : std::string(), !is_whole);
     if (outcome == ReadOutcome::kDamaged) parts.Tell(DamagedReport(path));

@@ -102,6 +102,11 @@ void RichEdit::Select(CHARRANGE range) {
     Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
+void RichEdit::ScrollToTop() {
+    POINT top{};
+    Send(EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&top));
+}
+
 CHARFORMAT2W RichEdit::CharacterFormat() const {
     CHARFORMAT2W format{};
     format.cbSize = sizeof(format);

@@ -36,6 +36,8 @@ class RichEdit {
     // True when the selection reaches beyond the text, as that of everything does.
     bool SelectsEndOfText() const;
     void Select(CHARRANGE range);
+    // Where the first line is higher than the window, to select its start shows its end.
+    void ScrollToTop();
 
     // Of the selection. `dwMask` tells which attributes are the same all over it.
     CHARFORMAT2W CharacterFormat() const;

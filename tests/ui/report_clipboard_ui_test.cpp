@@ -145,6 +145,16 @@ TEST_F(ReportTest, PastedBitmapSurvivesSaveAndReopen) {
     Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), 6);
     const WindowDc dc(host_->editor());
     EXPECT_EQ(GetPixel(dc.get(), place.x + 20, place.y + 10), RGB(255, 0, 0));
+
+    // One that is higher than the window is opened at its top.
+    Select(0, 0);
+    PutAlone(CF_DIB, MakeDib(1, 900));
+    host_->document.Paste();
+    SavedAs("alta.tnv");
+    ASSERT_TRUE(host_->document.Open(Path("alta.tnv")));
+    POINT scrolled{};
+    Send(EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
+    EXPECT_EQ(scrolled.y, 0);
 }
 
 TEST_F(ReportTest, NothingIsPastedPastTheLimit) {
