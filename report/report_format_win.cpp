@@ -74,60 +74,81 @@ LOGFONTW InitialFont(const CHARFORMAT2W& format) {
     return font;
 }
 
-// The fields that start empty: what is not the same all over the selection.
-DWORD EmptyFields(const CHARFORMAT2W& format) {
-    constexpr DWORD kStyle = CFM_BOLD | CFM_ITALIC;
+// The fields of the font dialog.
+struct FontField {
+    int control;
+    bool is_check_box;
+    DWORD attributes;  // that it stands for
+    DWORD empty_flag;  // of CHOOSEFONT; 0 where there is none
+};
+constexpr std::array<FontField, 6> kFontFields = {
+    {{cmb1, false, CFM_FACE, CF_NOFACESEL},
+     {cmb2, false, CFM_BOLD | CFM_ITALIC, CF_NOSTYLESEL},
+     {cmb3, false, CFM_SIZE, CF_NOSIZESEL},
+     {cmb4, false, CFM_COLOR, 0},
+     {chx1, true, CFM_STRIKEOUT, 0},
+     {chx2, true, CFM_UNDERLINE, 0}}};
+constexpr wchar_t kChoiceProperty[] = L"Tonvale font choice";
+
+struct FieldState {
+    std::string text;
+    LRESULT check = BST_UNCHECKED;
+    bool operator==(const FieldState&) const = default;
+};
+
+// What the user chooses in the font dialog: not what stands in fields that stay as they were. The
+// dialog rounds sizes and knows no automatic colour, so that to set these would change them.
+struct FontChoice {
+    DWORD same_all_over = 0;  // attributes
+    DWORD chosen = 0;         // attributes
+    std::array<FieldState, kFontFields.size()> first_states;
+};
+
+bool IsMixed(const FontField& field, DWORD same_all_over) {
+    return (same_all_over & field.attributes) != field.attributes;
+}
+
+DWORD EmptyFields(DWORD same_all_over) {
     DWORD flags = 0;
-    if ((format.dwMask & CFM_FACE) == 0) flags |= CF_NOFACESEL;
-    if ((format.dwMask & CFM_SIZE) == 0) flags |= CF_NOSIZESEL;
-    if ((format.dwMask & kStyle) != kStyle) flags |= CF_NOSTYLESEL;
+    for (const FontField& field : kFontFields) {
+        if (IsMixed(field, same_all_over)) flags |= field.empty_flag;
+    }
     return flags;
 }
 
-// The fields of the font dialog.
-struct FontField {
-    DWORD flag;  // of CHOOSEFONT: starts empty
-    int control;
-    DWORD attributes;  // that it stands for
-};
-constexpr std::array<FontField, 3> kFontFields = {{{CF_NOFACESEL, cmb1, CFM_FACE | CFM_CHARSET},
-                                                   {CF_NOSTYLESEL, cmb2, CFM_BOLD | CFM_ITALIC},
-                                                   {CF_NOSIZESEL, cmb3, CFM_SIZE}}};
-constexpr wchar_t kChoiceProperty[] = L"Tonvale font choice";
-
-// What the user chooses in the font dialog: not what stands in fields that stay as they were. The
-// dialog rounds sizes, so that to set these would change them.
-struct FontChoice {
-    DWORD attributes = CFM_FACE | CFM_SIZE | CFM_COLOR | CFM_BOLD | CFM_ITALIC | CFM_UNDERLINE |
-                       CFM_STRIKEOUT | CFM_CHARSET;
-    std::array<std::string, kFontFields.size()> first_texts;
-};
-
-// Not every system's dialog leaves the fields empty by itself.
-void EmptyMixedFields(HWND dialog, DWORD flags) {
-    for (const FontField& field : kFontFields) {
-        if ((flags & field.flag) == 0) continue;
+// Not every system's dialog leaves fields empty by itself.
+void MakeEmpty(HWND dialog, const FontField& field) {
+    if (field.is_check_box) {
+        SendDlgItemMessageW(dialog, field.control, BM_SETSTYLE, BS_AUTO3STATE, TRUE);
+        CheckDlgButton(dialog, field.control, BST_INDETERMINATE);
+    } else {
         SendDlgItemMessageW(dialog, field.control, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
         SetDlgItemTextW(dialog, field.control, L"");
     }
 }
 
-std::string FieldText(HWND dialog, const FontField& field) {
-    return WindowText(GetDlgItem(dialog, field.control));
+FieldState StateOf(HWND dialog, const FontField& field) {
+    HWND control = GetDlgItem(dialog, field.control);
+    return {WindowText(control), field.is_check_box ? SendMessageW(control, BM_GETCHECK, 0, 0) : 0};
 }
 
-void NoteFirstTexts(HWND dialog, FontChoice& choice) {
+void StartFontChoice(HWND dialog, FontChoice& choice) {
     for (std::size_t i = 0; i < kFontFields.size(); ++i) {
-        choice.first_texts.at(i) = FieldText(dialog, kFontFields.at(i));
+        const FontField& field = kFontFields.at(i);
+        if (IsMixed(field, choice.same_all_over)) MakeEmpty(dialog, field);
+        choice.first_states.at(i) = StateOf(dialog, field);
     }
 }
 
-void LeaveOutWhatIsNotChosen(HWND dialog, FontChoice& choice) {
+void EndFontChoice(HWND dialog, FontChoice& choice) {
+    choice.chosen = 0;
     for (std::size_t i = 0; i < kFontFields.size(); ++i) {
-        const std::string text = FieldText(dialog, kFontFields.at(i));
-        const bool is_chosen = !text.empty() && text != choice.first_texts.at(i);
-        if (!is_chosen) choice.attributes &= ~kFontFields.at(i).attributes;
+        const FontField& field = kFontFields.at(i);
+        const FieldState state = StateOf(dialog, field);
+        const bool is_chosen = !state.text.empty() && state != choice.first_states.at(i);
+        if (is_chosen) choice.chosen |= field.attributes;
     }
+    if ((choice.chosen & CFM_FACE) != 0) choice.chosen |= CFM_CHARSET;
 }
 
 // Of the font dialog, whose lCustData points to the FontChoice.
@@ -135,12 +156,10 @@ UINT_PTR CALLBACK FontHook(HWND dialog, UINT message, WPARAM wparam, LPARAM lpar
     if (message == WM_INITDIALOG) {
         const auto& request = *reinterpret_cast<const CHOOSEFONTW*>(lparam);
         SetPropW(dialog, kChoiceProperty, reinterpret_cast<HANDLE>(request.lCustData));
-        EmptyMixedFields(dialog, request.Flags);
-        NoteFirstTexts(dialog, *reinterpret_cast<FontChoice*>(request.lCustData));
+        StartFontChoice(dialog, *reinterpret_cast<FontChoice*>(request.lCustData));
     }
     if (message == WM_COMMAND && LOWORD(wparam) == IDOK) {
-        LeaveOutWhatIsNotChosen(dialog,
-                                *static_cast<FontChoice*>(GetPropW(dialog, kChoiceProperty)));
+        EndFontChoice(dialog, *static_cast<FontChoice*>(GetPropW(dialog, kChoiceProperty)));
     }
     if (message == WM_DESTROY) RemovePropW(dialog, kChoiceProperty);
     return 0;
@@ -257,15 +276,16 @@ void ChooseTextFont(RichEdit& edit, HWND owner) {
     dialog.hwndOwner = owner;
     dialog.lpLogFont = &font;
     FontChoice choice;
+    choice.same_all_over = format.dwMask;
     dialog.lpfnHook = FontHook;
     dialog.lCustData = reinterpret_cast<LPARAM>(&choice);
     dialog.Flags = CF_SCREENFONTS | CF_NOVERTFONTS | CF_NOSCRIPTSEL | CF_FORCEFONTEXIST |
-                   CF_EFFECTS | CF_ENABLEHOOK | CF_INITTOLOGFONTSTRUCT | EmptyFields(format);
+                   CF_EFFECTS | CF_ENABLEHOOK | CF_INITTOLOGFONTSTRUCT | EmptyFields(format.dwMask);
     const bool has_color = (format.dwEffects & CFE_AUTOCOLOR) == 0;
     dialog.rgbColors = has_color ? format.crTextColor : GetSysColor(COLOR_WINDOWTEXT);
     if (!ChooseFontW(&dialog)) return;
     CHARFORMAT2W chosen = FormatOf(dialog);
-    chosen.dwMask = choice.attributes;
+    chosen.dwMask = choice.chosen;
     edit.SetCharacterFormat(chosen);
 }
 

@@ -197,6 +197,9 @@ TEST_F(ReportTest, ChoosesFontOnItsOwnScale) {
     UiDriver ui;
     constexpr int kFace = 0x470;
     constexpr int kSize = 0x472;
+    constexpr int kColor = 0x473;
+    constexpr int kStrikeOut = 0x410;
+    constexpr int kUnderline = 0x411;
     const int dpi = static_cast<int>(GetDpiForSystem());
     const auto ask = [this] { PostMessageW(host_->window, WM_COMMAND, CMD_FONT, 0); };
     CHARFORMAT2W size = Format(0, 5);
@@ -213,28 +216,47 @@ TEST_F(ReportTest, ChoosesFontOnItsOwnScale) {
         const CHARFORMAT2W format = Format(0, 5);
         EXPECT_EQ(format.yHeight, 220) << "rounded by the dialog";
         EXPECT_NE(format.dwEffects & CFE_ITALIC, 0U);
-        EXPECT_EQ(format.dwEffects & CFE_AUTOCOLOR, 0U);
+        EXPECT_NE(format.dwEffects & CFE_AUTOCOLOR, 0U);
         Command(CMD_SUPERSCRIPT);
+        Command(CMD_UNDERLINE);
+        Command(CMD_COLOR_FIRST + 9);
         SelectAll();
         ask();
     });
     ui.OnWindowOfClass("#32770", [](HWND dialog) {
         EXPECT_EQ(TextOf(dialog, kSize), "");  // mixed
         EXPECT_EQ(TextOf(dialog, kFace), "Arial");
+        EXPECT_EQ(TextOf(dialog, kColor), "");
+        EXPECT_EQ(IsDlgButtonChecked(dialog, kUnderline), UINT{BST_INDETERMINATE});
+        SendDlgItemMessageW(dialog, kStrikeOut, BM_CLICK, 0, 0);
     });
-    ui.Command(IDOK).WaitUntil("closed", [] { return !FindWindowW(L"#32770", nullptr); });
+    ui.Screenshot("report_font_dialog_mixed").Command(IDOK).WaitUntil("closed", [] {
+        return !FindWindowW(L"#32770", nullptr);
+    });
     ui.Do([this, ask] {
         // What was mixed still is.
         EXPECT_EQ(Format(0, 5).yHeight, 150);
         EXPECT_EQ(Format(6, 11).yHeight, 200);
-        EXPECT_NE(Format(0, 5).dwEffects & CFE_ITALIC, 0U);
-        EXPECT_EQ(Format(6, 11).dwEffects & CFE_ITALIC, 0U);
+        constexpr DWORD kEffects = CFE_ITALIC | CFE_UNDERLINE | CFE_STRIKEOUT | CFE_AUTOCOLOR;
+        EXPECT_EQ(Format(0, 5).dwEffects & kEffects,
+                  DWORD{CFE_ITALIC | CFE_UNDERLINE | CFE_STRIKEOUT});
+        EXPECT_EQ(Format(0, 5).crTextColor, RGB(255, 0, 0));
+        EXPECT_EQ(Format(6, 11).dwEffects & kEffects, DWORD{CFE_STRIKEOUT | CFE_AUTOCOLOR});
         SelectAll();
         ask();
     });
-    ui.OnWindowOfClass("#32770").SetText(kSize, "18").Command(IDOK);
+    ui.OnWindowOfClass("#32770", [](HWND dialog) {
+        SendDlgItemMessageW(dialog, kColor, CB_SETCURSEL, 1, 0);
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kColor, CBN_SELCHANGE), 0);
+        SendDlgItemMessageW(dialog, kUnderline, BM_CLICK, 0, 0);  // to none
+    });
+    ui.SetText(kSize, "18").Command(IDOK);
     ui.WaitUntil("closed", [] { return !FindWindowW(L"#32770", nullptr); }).Run();
-    EXPECT_EQ(Format(0, 11).yHeight, 10 * MulDiv(18, dpi, 72));
+    const CHARFORMAT2W chosen = Format(0, 11);
+    EXPECT_EQ(chosen.yHeight, 10 * MulDiv(18, dpi, 72));
+    EXPECT_EQ(chosen.dwEffects & (CFE_UNDERLINE | CFE_AUTOCOLOR), 0U);
+    EXPECT_NE(chosen.dwMask & CFM_COLOR, 0U);
+    EXPECT_EQ(chosen.crTextColor, RGB(128, 0, 0));
 }
 
 TEST_F(ReportTest, PrintsTheSelectionOrAll) {
