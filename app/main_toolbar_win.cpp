@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "dialogs/toolbar_rows_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -55,8 +56,6 @@ constexpr Position kPositions[] = {
 constexpr int kLossByTimeImage = 25;
 constexpr int kLossByLevelImage = 26;
 
-constexpr int kMargin = 2;  // below and above the buttons, in pixels of 96 dpi
-
 int FirstImageOf(int command) {
     int image = 0;
     for (const Position& position : kPositions) {
@@ -79,11 +78,10 @@ TBBUTTON ButtonAt(const Position& position) {
 
 bool MainToolbar::Create(HINSTANCE instance, HWND parent) {
     instance_ = instance;
-    window_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
-                              WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
-                                  TBSTYLE_WRAPABLE | CCS_NORESIZE | CCS_NOPARENTALIGN,
-                              0, 0, 0, 0, parent, reinterpret_cast<HMENU>(INT_PTR{IDC_TOOLBAR}),
-                              instance, nullptr);
+    window_ = CreateWindowExW(
+        0, TOOLBARCLASSNAMEW, nullptr,
+        WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN,
+        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(INT_PTR{IDC_TOOLBAR}), instance, nullptr);
     if (!window_) return false;
     SendMessageW(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     OnDpiChanged();
@@ -101,24 +99,8 @@ void MainToolbar::OnDpiChanged() {
     images_.GiveTo(window_, instance_, L"TOOLBAR", kLossByLevelImage + 1);
 }
 
-// The buttons wrap to the toolbar's width, and the toolbar is made as high as its rows then.
 int MainToolbar::Layout(int width) const {
-    RECT last{};
-    SetWindowPos(window_, nullptr, 0, 0, width, MinHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
-    SendMessageW(window_, TB_AUTOSIZE, 0, 0);
-    SendMessageW(window_, TB_GETITEMRECT, std::size(kPositions) - 1,
-                 reinterpret_cast<LPARAM>(&last));
-    const int height = std::max(MinHeight(), static_cast<int>(last.bottom) + Margin());
-    SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-    return height;
-}
-
-int MainToolbar::Margin() const {
-    return MulDiv(kMargin, static_cast<int>(GetDpiForWindow(window_)), USER_DEFAULT_SCREEN_DPI);
-}
-
-int MainToolbar::MinHeight() const {
-    return HIWORD(SendMessageW(window_, TB_GETBUTTONSIZE, 0, 0)) + 2 * Margin();
+    return PlaceToolbar(window_, {0, 0}, width);
 }
 
 void MainToolbar::EnableButtons(const std::function<bool(int command)>& is_enabled) const {

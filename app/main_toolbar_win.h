@@ -28,8 +28,6 @@ class MainToolbar {
 
   private:
     void AddButtons() const;
-    int Margin() const;
-    int MinHeight() const;
 
     HINSTANCE instance_ = nullptr;
     HWND window_ = nullptr;

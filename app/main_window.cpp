@@ -195,7 +195,7 @@ void MainWindow::CompareLosses() {
 void MainWindow::ShowResultView(int view, int command, std::shared_ptr<const ResultView> result) {
     views_.ShowResult(GetMenu(window()), view, command, std::move(result));
     ShowWindow(window(), SW_SHOWMAXIMIZED);
-    ShowStatus();
+    Layout();  // buttons have come or gone, and the status is another
     UpdateButtons();
     UpdateWindow(window());
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "dialogs/toolbar_rows_win.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -34,8 +35,6 @@ constexpr std::array<Button, 12> kButtons = {{
     {CMD_SUBSCRIPT, BTNS_CHECK, true, L"Pedice  (CTRL+D)"},
     {CMD_FONT, BTNS_BUTTON, false, L"Tipo di carattere"},
 }};
-
-constexpr int kMargin = 2;  // above and below the buttons, in pixels of 96 dpi
 
 void AddButtons(HWND toolbar) {
     std::vector<TBBUTTON> buttons;
@@ -70,9 +69,8 @@ bool FormatToolbar::Create(HINSTANCE instance, HWND parent) {
     return true;
 }
 
-int FormatToolbar::Height() const {
-    const LRESULT size = SendMessageW(window_, TB_GETBUTTONSIZE, 0, 0);
-    return HIWORD(size) + 2 * MulDiv(kMargin, static_cast<int>(GetDpiForWindow(window_)), 96);
+int FormatToolbar::Layout(POINT corner, int width) const {
+    return PlaceToolbar(window_, corner, width);
 }
 
 void FormatToolbar::Check(int command, bool checked) {

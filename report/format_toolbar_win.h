@@ -13,7 +13,8 @@ class FormatToolbar {
     // Creates the toolbar (child 14) for the resolution of `parent`; again when that has changed.
     bool Create(HINSTANCE instance, HWND parent);
     HWND window() const { return window_; }
-    int Height() const;
+    // Places it with as many rows of buttons as that width takes, and gives its height.
+    int Layout(POINT corner, int width) const;
 
     // The alignment buttons can be used only while the text is wrapped.
     void ShowState(const FormatState& state, bool word_wrap);

@@ -136,7 +136,7 @@ struct ReportDocument::Parts {
     bool CreateEditor();
     void SetUpEditor();
     void MakeEmpty();
-    void PlaceEditor();
+    void Place();
     void Adopt(const std::string& new_path, bool modified);
     HMENU MakeMenu();
     void RunCommand(int id);
@@ -180,7 +180,7 @@ void ReportDocument::Parts::MakeEmpty() {
     HWND old = edit.window();
     if (CreateEditor()) {
         SetUpEditor();
-        PlaceEditor();
+        Place();
         if (GetFocus() == old) ::SetFocus(edit.window());
         DestroyWindow(old);
     } else {
@@ -198,15 +198,16 @@ void ReportDocument::Parts::Adopt(const std::string& new_path, bool modified) {
     ShowState();
 }
 
-// Below the toolbar. Not while nobody sees it: to wrap a long text anew takes some controls
+// With the toolbar above it. Not while nobody sees it: to wrap a long text anew takes some controls
 // seconds.
-void ReportDocument::Parts::PlaceEditor() {
+void ReportDocument::Parts::Place() {
     if (!visible) {
         ShowWindow(edit.window(), SW_HIDE);
         return;
     }
-    const int top = static_cast<int>(area.top) + toolbar.Height();
-    SetWindowPos(edit.window(), toolbar.window(), area.left, top, area.right - area.left,
+    const int width = static_cast<int>(area.right - area.left);
+    const int top = static_cast<int>(area.top) + toolbar.Layout({area.left, area.top}, width);
+    SetWindowPos(edit.window(), toolbar.window(), area.left, top, width,
                  std::max(static_cast<int>(area.bottom) - top, 0), SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
@@ -250,16 +251,14 @@ bool ReportDocument::Create(HWND parent) {
 
 void ReportDocument::Layout(const RECT& area) {
     parts_->area = area;
-    SetWindowPos(parts_->toolbar.window(), nullptr, area.left, area.top, area.right - area.left,
-                 parts_->toolbar.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
-    parts_->PlaceEditor();
+    parts_->Place();
 }
 
 void ReportDocument::Show(bool visible) {
     const WaitCursor wait;
     parts_->visible = visible;
     ShowWindow(parts_->toolbar.window(), visible ? SW_SHOW : SW_HIDE);
-    parts_->PlaceEditor();
+    parts_->Place();
 }
 
 void ReportDocument::OnDpiChanged() {

@@ -24,8 +24,8 @@ struct FormatState {
 
 FormatState ReadFormatState(const RichEdit& edit);
 
-// Italian text in Arial 10 pt in the automatic colour, and a tab stop every 1000 twips, for the whole text and for
-// what will be typed.
+// Italian text in Arial 10 pt in the automatic colour, and a tab stop every 1000 twips, for the
+// whole text and for what will be typed.
 void SetDefaultFormats(RichEdit& edit);
 
 void ToggleBold(RichEdit& edit);

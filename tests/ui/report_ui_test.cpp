@@ -286,6 +286,28 @@ TEST_F(ReportTest, PrintsTheSelectionOrAll) {
     EXPECT_EQ(printer_.pages.size(), 2U);
 }
 
+TEST_F(ReportTest, ToolbarBreaksIntoEvenRows) {
+    constexpr LONG kWidth = 130;
+    const auto place_of = [this](int command) {
+        RECT place{};
+        SendMessageW(host_->toolbar(), TB_GETRECT, static_cast<WPARAM>(command),
+                     reinterpret_cast<LPARAM>(&place));
+        return place;
+    };
+    host_->document.Layout({0, 0, kWidth, 400});
+    RECT before = place_of(CMD_BOLD);
+    for (const int command : {CMD_COLOR_MENU, CMD_ALIGN_LEFT, CMD_ALIGN_RIGHT, CMD_WORD_WRAP,
+                              CMD_BULLETS, CMD_SUPERSCRIPT, CMD_SUBSCRIPT, CMD_FONT}) {
+        const RECT place = place_of(command);
+        EXPECT_LE(place.right, kWidth) << command;
+        EXPECT_TRUE(place.top == before.top || place.top == before.bottom) << command;
+        before = place;
+    }
+    EXPECT_GT(before.top, 0);
+    host_->document.Layout({0, 0, 640, 400});
+    EXPECT_EQ(place_of(CMD_FONT).top, place_of(CMD_BOLD).top);
+}
+
 TEST_F(ReportTest, TipsAndResolution) {
     NMTTDISPINFOW request{};
     request.hdr.code = TTN_GETDISPINFOW;
