@@ -4,7 +4,6 @@
 #include <richedit.h>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <utility>
 
@@ -33,6 +32,7 @@ constexpr int kUnitPixels = 2;
 
 constexpr UINT kPlaceAboutBox = WM_APP + 1;
 constexpr UINT kOpenRoutedFile = WM_APP + 2;
+constexpr UINT kFormatMenuPosition = 3;  // behind the view menu
 
 HICON LoadProgramIcon(HINSTANCE instance, int width_metric, int height_metric) {
     return static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_TONVALE), IMAGE_ICON,
@@ -52,21 +52,6 @@ void SetFirstSize(HWND window) {
                  MulDiv(kFirstSize.cx * kUnitPixels, dpi, USER_DEFAULT_SCREEN_DPI),
                  MulDiv(kFirstSize.cy * kUnitPixels, dpi, USER_DEFAULT_SCREEN_DPI),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// Puts the document's menu FORMATO into the menu bar, behind the view menu.
-void AddFormatMenu(HINSTANCE instance, HMENU menu) {
-    constexpr UINT kPosition = 3;
-    const UniqueMenu format_menu(LoadMenuW(instance, L"FORMATO"));
-    HMENU popup = format_menu ? GetSubMenu(format_menu.get(), 0) : nullptr;
-    if (!popup) return;
-    std::array<wchar_t, 64> title{};
-    GetMenuStringW(format_menu.get(), 0, title.data(), static_cast<int>(title.size()),
-                   MF_BYPOSITION);
-    // From now on it belongs to the menu bar.
-    RemoveMenu(format_menu.get(), 0, MF_BYPOSITION);
-    InsertMenuW(menu, kPosition, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
-                title.data());
 }
 
 bool IsFormatCommand(UINT id) {
@@ -253,7 +238,7 @@ bool MainWindow::OnCreate() {
     context_.main_window = window();
     DragAcceptFiles(window(), TRUE);
     AddClipboardFormatListener(window());
-    AddFormatMenu(context_.instance, GetMenu(window()));
+    document_.AddMenuTo(GetMenu(window()), kFormatMenuPosition);
     status_bar_ = CreateStatusBar(context_.instance, window());
     if (!toolbar_.Create(context_.instance, window()) || !document_.Create(window()) ||
         !results_.Create(context_.instance, window())) {

@@ -1,9 +1,9 @@
 #include "report/format_menus_win.h"
 
+#include <array>
+#include <cstddef>
 #include <utility>
-#include <vector>
 
-#include "dialogs/handles_win.h"
 #include "report/text_colors.h"
 #include "resources/resource.h"
 
@@ -26,28 +26,63 @@ UniqueBitmap MakeSwatch(Color color) {
     return bitmap;
 }
 
-std::vector<UniqueBitmap> AddSwatches(HMENU menu) {
-    std::vector<UniqueBitmap> swatches;
-    for (std::size_t i = 0; i < kTextColors.size(); ++i) {
-        swatches.push_back(MakeSwatch(kTextColors.at(i)));
-        MENUITEMINFOW item{};
-        item.cbSize = sizeof(item);
-        item.fMask = MIIM_BITMAP;
-        item.hbmpItem = swatches.back().get();
-        SetMenuItemInfoW(menu, CMD_COLOR_FIRST + static_cast<UINT>(i), FALSE, &item);
-    }
-    return swatches;
-}
-
-}  // namespace
-
-HMENU LoadFormatMenu(HINSTANCE instance) {
-    const UniqueMenu menu(LoadMenuW(instance, L"FORMATO"));
+HMENU LoadPopup(HINSTANCE instance, const wchar_t* name) {
+    const UniqueMenu menu(LoadMenuW(instance, name));
     if (!menu) return nullptr;
     HMENU popup = GetSubMenu(menu.get(), 0);
     // It outlives the menu bar that it comes with.
     RemoveMenu(menu.get(), 0, MF_BYPOSITION);
     return popup;
+}
+
+}  // namespace
+
+HMENU FormatMenus::MakeColorMenu() {
+    HMENU menu = LoadPopup(app_.instance, L"COLORI");
+    if (!menu) return nullptr;
+    if (swatches_.empty()) {
+        for (const Color& color : kTextColors) swatches_.push_back(MakeSwatch(color));
+    }
+    for (std::size_t i = 0; i < swatches_.size(); ++i) {
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof(item);
+        // Where check marks stand: there is room behind it, and a highlight does not change it.
+        item.fMask = MIIM_CHECKMARKS;
+        item.hbmpUnchecked = swatches_[i].get();
+        SetMenuItemInfoW(menu, CMD_COLOR_FIRST + static_cast<UINT>(i), FALSE, &item);
+    }
+    return menu;
+}
+
+HMENU FormatMenus::MakeFormatMenu() {
+    HMENU menu = LoadPopup(app_.instance, L"FORMATO");
+    HMENU colors = menu ? MakeColorMenu() : nullptr;
+    if (!colors) return menu;
+    MENUITEMINFOW item{};
+    item.cbSize = sizeof(item);
+    item.fMask = MIIM_SUBMENU;
+    item.hSubMenu = colors;  // from now on the format menu's
+    SetMenuItemInfoW(menu, CMD_COLOR_MENU, FALSE, &item);
+    return menu;
+}
+
+void FormatMenus::AddTo(HMENU bar, UINT position) {
+    const UniqueMenu titled(LoadMenuW(app_.instance, L"FORMATO"));
+    std::array<wchar_t, 64> title{};
+    GetMenuStringW(titled.get(), 0, title.data(), static_cast<int>(title.size()), MF_BYPOSITION);
+    if (HMENU menu = MakeFormatMenu()) {
+        InsertMenuW(bar, position, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(menu),
+                    title.data());
+    }
+}
+
+int FormatMenus::ChooseColor(HWND owner) {
+    const UniqueMenu menu(MakeColorMenu());
+    if (!menu) return 0;
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    return TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, mouse.x,
+                          mouse.y, 0, owner, nullptr);
 }
 
 void MarkFormatMenu(HMENU menu, const FormatState& state, bool word_wrap, bool usable) {
@@ -71,17 +106,6 @@ void MarkFormatMenu(HMENU menu, const FormatState& state, bool word_wrap, bool u
         const bool enabled = usable && (word_wrap || !is_alignment);
         EnableMenuItem(menu, command, static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
     }
-}
-
-int ChooseFromColorMenu(HINSTANCE instance, HWND owner) {
-    const UniqueMenu menu(LoadMenuW(instance, L"COLORI"));
-    if (!menu) return 0;
-    HMENU popup = GetSubMenu(menu.get(), 0);
-    const std::vector<UniqueBitmap> swatches = AddSwatches(popup);
-    POINT mouse{};
-    GetCursorPos(&mouse);
-    return TrackPopupMenu(popup, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, mouse.x, mouse.y,
-                          0, owner, nullptr);
 }
 
 }  // namespace tonvale

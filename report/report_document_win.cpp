@@ -116,12 +116,13 @@ bool RunEditKey(ReportDocument& document, WPARAM key) {
 }  // namespace
 
 struct ReportDocument::Parts {
-    explicit Parts(AppContext& context) : app(context) {}
+    explicit Parts(AppContext& context) : app(context), menus(context) {}
 
     AppContext& app;
     HWND parent = nullptr;
     RichEdit edit;
     FormatToolbar toolbar;
+    FormatMenus menus;
     std::optional<RichEditGaps> gaps;  // once they have been looked for
     RECT area{};
     bool visible = true;
@@ -213,14 +214,14 @@ void ReportDocument::Parts::Place() {
 
 // For the right mouse button; the editor destroys it.
 HMENU ReportDocument::Parts::MakeMenu() {
-    HMENU menu = LoadFormatMenu(app.instance);
+    HMENU menu = menus.MakeFormatMenu();
     if (menu) MarkFormatMenu(menu, ReadFormatState(edit), word_wrap, true);
     return menu;
 }
 
 void ReportDocument::Parts::RunCommand(int id) {
     if (id == CMD_FONT) return ChooseTextFont(edit, parent);
-    if (id == CMD_COLOR_MENU) return RunCommand(ChooseFromColorMenu(app.instance, parent));
+    if (id == CMD_COLOR_MENU) return RunCommand(menus.ChooseColor(parent));
     if (id == CMD_WORD_WRAP) {
         const WaitCursor wait;  // a long text takes some controls seconds
         word_wrap = !word_wrap;
@@ -396,6 +397,10 @@ void ReportDocument::Print() {
     const std::optional<UserMessage> failure =
         PrintReportDocument(parts_->app, parts_->edit, parts_->Gaps(), name);
     if (failure) parts_->Tell(*failure);
+}
+
+void ReportDocument::AddMenuTo(HMENU bar, UINT position) {
+    parts_->menus.AddTo(bar, position);
 }
 
 void ReportDocument::MarkMenu(HMENU menu, bool usable) const {

@@ -50,6 +50,8 @@ class ReportDocument {
     void Redo();
     void Print();
 
+    // Puts the menu of the formatting commands into the menu bar of the main window.
+    void AddMenuTo(HMENU bar, UINT position);
     // Marks the formatting commands in `menu` that is about to be shown as the selection has them;
     // enables them when they are `usable`.
     void MarkMenu(HMENU menu, bool usable) const;

@@ -173,6 +173,7 @@ TEST_F(ReportTest, ShowsMenus) {
         EXPECT_EQ(GetMenuState(format, CMD_BOLD, MF_BYCOMMAND) & MF_CHECKED, UINT{MF_CHECKED});
         EXPECT_EQ(GetMenuState(format, CMD_ITALIC, MF_BYCOMMAND) & MF_CHECKED, 0U);
         EXPECT_EQ(GetMenuState(format, CMD_WORD_WRAP, MF_BYCOMMAND) & MF_CHECKED, UINT{MF_CHECKED});
+        EXPECT_NE(GetMenuState(format, CMD_COLOR_LAST, MF_BYCOMMAND), UINT_MAX) << "in its submenu";
     });
     ui.Screenshot("report_menu_format").Press({'E'});  // "&Elenco puntato"
     ui.WaitUntil("bullets", [this] { return IsChecked(CMD_BULLETS); });
