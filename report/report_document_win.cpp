@@ -18,6 +18,7 @@
 #include "report/report_clipboard_win.h"
 #include "report/report_file_win.h"
 #include "report/report_printing_win.h"
+#include "report/rich_edit/rich_edit_feet_win.h"
 #include "report/rich_edit/rich_edit_guard_win.h"
 #include "report/rich_edit/rich_edit_objects_win.h"
 #include "report/rich_edit/rich_edit_pictures_win.h"
@@ -134,6 +135,7 @@ struct ReportDocument::Parts {
         return ShowMessageBox(parent, message, buttons);
     }
     const RichEditGaps& Gaps();
+    void DrawWhatIsMissing();
     bool CreateEditor();
     void SetUpEditor();
     void MakeEmpty();
@@ -147,9 +149,14 @@ struct ReportDocument::Parts {
 const RichEditGaps& ReportDocument::Parts::Gaps() {
     if (!gaps) {
         gaps = FindRichEditGaps(app.instance, parent);
-        if (gaps->blank_pictures) DrawPicturesOf(edit.window());
+        DrawWhatIsMissing();
     }
     return *gaps;
+}
+
+void ReportDocument::Parts::DrawWhatIsMissing() {
+    if (gaps->blank_pictures) DrawPicturesOf(edit.window());
+    if (gaps->cuts_lowered_text) DrawFeetOf(edit.window());
 }
 
 // The editor is a new one; false, and the old one stays, when there is none to be had.
@@ -170,7 +177,7 @@ void ReportDocument::Parts::SetUpEditor() {
     edit.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(kPaper));
     edit.SetWordWrap(word_wrap);
     edit.Send(EM_SETEVENTMASK, 0, ENM_KEYEVENTS | ENM_MOUSEEVENTS | ENM_SELCHANGE | ENM_DROPFILES);
-    if (gaps && gaps->blank_pictures) DrawPicturesOf(edit.window());
+    if (gaps) DrawWhatIsMissing();
     ServeObjects(edit.window(), parent, [this] { return MakeMenu(); });
     SetDefaultFormats(edit);
 }
@@ -231,6 +238,7 @@ void ReportDocument::Parts::RunCommand(int id) {
         const Color color = kTextColors.at(static_cast<std::size_t>(id - CMD_COLOR_FIRST));
         return SetTextColor(edit, RGB(color.red, color.green, color.blue));
     }
+    if (id == CMD_SUBSCRIPT) Gaps();
     const auto* command =
         std::find_if(kCommands.begin(), kCommands.end(),
                      [id](const Command& candidate) { return candidate.id == id; });

@@ -9,6 +9,7 @@
 #include "dialogs/handles_win.h"
 #include "report/rich_edit/code_pages_win.h"
 #include "report/rich_edit/picture_win.h"
+#include "report/rich_edit/rich_edit_feet_win.h"
 #include "report/rich_edit/rich_edit_pictures_win.h"
 #include "report/rtf/rtf_reader.h"
 #include "report/rtf/rtf_writer.h"
@@ -203,6 +204,7 @@ RichEditGaps FindRichEditGaps(HINSTANCE instance, HWND parent) {
     gaps.writer = FindWriterFaults(specimen.edit());
     gaps.reads_poorly = ReadsPoorly(specimen.edit());
     gaps.blank_pictures = LeavesMetafilesBlank(specimen.edit());
+    gaps.cuts_lowered_text = CutsLoweredText(specimen.edit());
     gaps.cannot_format_pages = CannotFormatPages(specimen.edit());
     return gaps;
 }

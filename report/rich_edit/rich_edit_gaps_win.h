@@ -22,6 +22,7 @@ struct RichEditGaps {
     // has read and written anew.
     bool reads_poorly = false;
     bool blank_pictures = false;       // metafiles are read, but not drawn
+    bool cuts_lowered_text = false;    // where it reaches below its line
     bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing
 };
 

@@ -83,9 +83,9 @@ class PictureLayer {
 
   private:
     static bool KeepsText(UINT message) {
-        constexpr std::array<UINT, 9> kMessages = {
+        constexpr std::array<UINT, 10> kMessages = {
             WM_VSCROLL,   WM_HSCROLL, WM_MOUSEWHEEL, WM_MOUSEMOVE,  WM_NCHITTEST,
-            WM_SETCURSOR, WM_NCPAINT, WM_ERASEBKGND, EM_LINESCROLL,
+            WM_SETCURSOR, WM_NCPAINT, WM_ERASEBKGND, EM_LINESCROLL, WM_PRINTCLIENT,
         };
         return std::find(kMessages.begin(), kMessages.end(), message) != kMessages.end();
     }

@@ -107,6 +107,29 @@ TEST_F(ReportTest, RaisesAndLowersText) {
     EXPECT_FALSE(IsChecked(CMD_SUPERSCRIPT));
 }
 
+TEST_F(ReportTest, ShowsLoweredTextDownToItsFeet) {
+    Type("ppp\ro");
+    Select(0, 3);
+    Command(CMD_SUBSCRIPT);
+    // In the uppermost pixels of the second line, which has nothing there.
+    const auto has_feet = [this] {
+        UpdateWindow(host_->editor());
+        POINTL second{};
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&second), Send(EM_LINEINDEX, 1));
+        const WindowDc dc(host_->editor());
+        for (int i = 0; i < 60; ++i) {
+            const COLORREF color = GetPixel(dc.get(), second.x + i % 20, second.y + i / 20);
+            if (color != RGB(255, 255, 210)) return true;
+        }
+        return false;
+    };
+    Select(5, 5);
+    EXPECT_TRUE(has_feet());
+    Select(0, 3);
+    Send(WM_CLEAR);
+    EXPECT_FALSE(has_feet());
+}
+
 TEST_F(ReportTest, SetsColors) {
     Type("x");
     SelectAll();
