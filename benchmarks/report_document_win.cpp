@@ -1,5 +1,5 @@
-// A report of 500 pages (1,000,000 characters) opened, scrolled, typed in and saved by the program,
-// side by side with the system's own WordPad:
+// A report of 500 pages (1,000,000 characters) opened, scrolled, typed in, saved and made
+// bold by the program, side by side with the system's own WordPad:
 //
 //   report_document_benchmark TONVALE.EXE [TURNS]
 //
@@ -37,6 +37,7 @@ constexpr int kPages = 100;  // that are scrolled
 constexpr int kKeys = 50;    // that are typed in the middle
 constexpr int kDefaultTurns = 5;
 constexpr UINT kWordPadSave = 1002;  // as its menu has it
+constexpr UINT kWordPadBold = 1400;
 constexpr wchar_t kWordPadPath[] = L"%ProgramFiles%\\Windows NT\\Accessories\\wordpad.exe";
 
 struct Program {
@@ -44,6 +45,7 @@ struct Program {
     std::wstring window_class;
     std::wstring editor_class;
     UINT save_command;
+    UINT bold_command;
 };
 
 struct Windows {
@@ -56,6 +58,7 @@ struct Times {
     double page_ms;  // scrolled
     double key_ms;   // typed
     double save_ms;
+    double bold_ms;  // all of the text
 };
 
 // Paragraphs with tabs and bold words, and lowered text in every fourth.
@@ -131,6 +134,10 @@ bool TypeText(const Windows& windows) {
     return true;
 }
 
+bool MakeBold(const Windows& windows, const Program& program) {
+    return Send(windows.main, WM_COMMAND, program.bold_command) && Paint(windows);
+}
+
 std::optional<Times> Fail(const Program& program, const char* what) {
     std::printf("%ls: %s\n", program.path.c_str(), what);
     return std::nullopt;
@@ -160,6 +167,13 @@ std::optional<Times> Measure(const Program& program, const fs::path& file,
     if (saved == report || saved.size() < kCharacters || !saved.starts_with("{\\")) {
         return Fail(program, "did not save");
     }
+
+    if (!Send(windows.editor, EM_SETSEL, 0, -1) || !Paint(windows)) return Fail(program, "hangs");
+    const Clock::time_point bold_start = Clock::now();
+    if (!MakeBold(windows, program)) return Fail(program, "did not make bold");
+    times.bold_ms = MillisecondsSince(bold_start);
+
+    Send(windows.editor, EM_SETMODIFY, FALSE);
     process.Close(windows.main);
     return times;
 }
@@ -236,6 +250,7 @@ int Compare(const Program& ours, const Program& wordpad, int turns) {
     Print("to save", &Times::save_ms, our_turns, wordpad_turns);
     Print("to scroll by a page", &Times::page_ms, our_turns, wordpad_turns);
     Print("to type a letter", &Times::key_ms, our_turns, wordpad_turns);
+    Print("to make all of it bold", &Times::bold_ms, our_turns, wordpad_turns);
     return 0;
 }
 
@@ -246,6 +261,7 @@ int main() {
     if (!request) return 2;
     wchar_t wordpad[MAX_PATH] = {};
     ExpandEnvironmentStringsW(kWordPadPath, wordpad, MAX_PATH);
-    return Compare({request->program_path, L"Tonvale_Class", L"RichEdit", CMD_SAVE},
-                   {wordpad, L"WORDPADTOP", L"RichEdit20W", kWordPadSave}, request->count);
+    return Compare({request->program_path, L"Tonvale_Class", L"RichEdit", CMD_SAVE, CMD_BOLD},
+                   {wordpad, L"WORDPADTOP", L"RichEdit20W", kWordPadSave, kWordPadBold},
+                   request->count);
 }
