@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <optional>
+#include <utility>
 
 #include "app/main_window.h"
 #include "app/page_setup_win.h"
@@ -12,6 +14,8 @@
 #include "dialogs/help_viewer_win.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "exposure/weekly_exposure_dialog.h"
+#include "hearing/loss_comparison_dialog.h"
+#include "hearing/loss_prediction_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -127,13 +131,20 @@ void WeeklyExposure(MainWindow& window, const std::string& path) {
     OpenWeeklyExposure(window.context(), window.state().weekly_exposure, window.window(), path);
 }
 
-template <int kCommand, QuantityKind kQuantity>
+// Shows what a hearing-damage dialog has confirmed.
+void ShowConfirmed(MainWindow& window, std::optional<ResultView> result) {
+    if (result) window.ShowResult(std::move(*result));
+}
+
+template <QuantityKind kQuantity>
 void PredictLoss(MainWindow& window, const std::string&) {
-    window.PredictLoss(kCommand, kQuantity);
+    ShowConfirmed(window, AskLossPrediction(window.context(), window.window(), kQuantity,
+                                            window.state().loss_prediction));
 }
 
 void CompareLosses(MainWindow& window, const std::string&) {
-    window.CompareLosses();
+    ShowConfirmed(window, AskLossComparison(window.context(), window.window(),
+                                            window.state().loss_comparison));
 }
 
 // ?
@@ -169,9 +180,9 @@ constexpr CommandEntry kCommands[] = {
     {CMD_NOISE_SPECTRUM, nullptr},
     {CMD_ATTENUATION_SPECTRUM, nullptr},
     {CMD_PROTECTOR_SELECTION, nullptr},
-    {CMD_NIPTS, PredictLoss<CMD_NIPTS, QuantityKind::kNipts>},
-    {CMD_HTLA, PredictLoss<CMD_HTLA, QuantityKind::kHtla>},
-    {CMD_HTLAN, PredictLoss<CMD_HTLAN, QuantityKind::kHtlan>},
+    {CMD_NIPTS, PredictLoss<QuantityKind::kNipts>},
+    {CMD_HTLA, PredictLoss<QuantityKind::kHtla>},
+    {CMD_HTLAN, PredictLoss<QuantityKind::kHtlan>},
     {CMD_PREDICTIONS, CompareLosses},
     {CMD_DAMAGE_EVOLUTION, nullptr},
     {CMD_RISK, nullptr},

@@ -16,8 +16,6 @@
 #include "dialogs/file_dialogs_win.h"
 #include "dialogs/printer_win.h"
 #include "dialogs/status_bar_win.h"
-#include "hearing/loss_comparison_dialog.h"
-#include "hearing/loss_prediction_dialog.h"
 #include "resources/resource.h"
 
 namespace tonvale {
@@ -164,21 +162,8 @@ void MainWindow::OpenAnyFile() {
     OpenWith(kind, chosen->path);
 }
 
-void MainWindow::PredictLoss(int command, QuantityKind quantity) {
-    LossPredictionState& state = state_.loss_prediction;
-    if (!AskLossPrediction(context_, window(), quantity, state)) return;
-    ShowResultView(kHearingLossView, command,
-                   std::make_shared<LossPredictionView>(state.confirmed));
-}
-
-void MainWindow::CompareLosses() {
-    LossComparisonState& state = state_.loss_comparison;
-    if (!AskLossComparison(context_, window(), state)) return;
-    ShowResultView(kPredictionsView, CMD_PREDICTIONS, std::make_shared<LossComparisonView>(state));
-}
-
-void MainWindow::ShowResultView(int view, int command, std::shared_ptr<const ResultView> result) {
-    views_.ShowResult(GetMenu(window()), view, command, std::move(result));
+void MainWindow::ShowResult(ResultView result) {
+    views_.ShowResult(GetMenu(window()), std::move(result));
     ShowWindow(window(), SW_SHOWMAXIMIZED);
     Layout();  // buttons have come or gone, and the status is another
     UpdateButtons();

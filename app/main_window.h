@@ -60,13 +60,8 @@ class MainWindow final : public Window {
     // Lets the user choose a file and the calculator that opens it.
     void OpenAnyFile();
 
-    // Each runs a hearing-damage dialog, opened by `command`, and shows its outcome on "Ok".
-    void PredictLoss(int command, QuantityKind quantity);
-    void CompareLosses();
-
-    // Shows the outcome of a hearing-damage dialog, its table first, over the whole screen. `view`
-    // is one of the numbers in view_switch_win.h, `command` the one that opened the dialog.
-    void ShowResultView(int view, int command, std::shared_ptr<const ResultView> result);
+    // Shows the outcome of a hearing-damage dialog, its table first, over the whole screen.
+    void ShowResult(ResultView result);
 
     AppContext& context() { return context_; }
     AppState& state() { return state_; }

@@ -27,7 +27,7 @@ bool ShowsTable(const ResultViewWindow& view) {
 }
 
 std::string TableText(const ResultViewWindow& view) {
-    const std::string text = view.result()->TableText(ListSeparator());
+    const std::string text = view.result()->table_text(ListSeparator());
     return std::string(CutToCharacters(text, SummaryText::kBlockBytes - 1));
 }
 
@@ -93,8 +93,8 @@ void PrintResult(AppContext& app, std::string& notes, const ResultViewWindow& vi
     const std::unique_ptr<Printer> printer = app.open_printer ? app.open_printer() : nullptr;
     if (!printer) return;
     const auto draw = [&view](Canvas& canvas, const Rect& page, bool use_color) {
-        view.result()->Draw(view.kind(), canvas, page,
-                            {.use_color = use_color, .selected_curve = view.selected_curve()});
+        view.page()->draw(canvas, page,
+                          {.use_color = use_color, .selected_curve = view.selected_curve()});
     };
     PrintWithFrame(*printer, JobName(view.kind()), notes, draw);
 }

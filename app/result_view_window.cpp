@@ -73,7 +73,7 @@ void ResultViewWindow::OnDpiChanged() {
     InvalidateRect(window(), nullptr, FALSE);
 }
 
-void ResultViewWindow::ShowResult(std::shared_ptr<const ResultView> result) {
+void ResultViewWindow::ShowResult(ResultView result) {
     result_ = std::move(result);
     selected_curves_.fill(kAllCurves);
     ShowKind(ViewKind::kTable);
@@ -154,12 +154,11 @@ void ResultViewWindow::Paint() {
 
 void ResultViewWindow::DrawResult(HDC dc, const RECT& area) const {
     FillRect(dc, &area, GetSysColorBrush(COLOR_WINDOW));
-    if (!result_) return;
+    if (!page()) return;
     const ScopedSelection font(dc, font_.get());
     GdiCanvas canvas(dc, static_cast<int>(GetDpiForWindow(window())));
-    result_->Draw(kind_, canvas,
-                  {0, 0, static_cast<int>(area.right), static_cast<int>(area.bottom)},
-                  {.use_color = true, .selected_curve = selected_curve()});
+    page()->draw(canvas, {0, 0, static_cast<int>(area.right), static_cast<int>(area.bottom)},
+                 {.use_color = true, .selected_curve = selected_curve()});
 }
 
 UniqueBitmap ResultViewWindow::TakePicture() const {
@@ -228,7 +227,7 @@ void ResultViewWindow::ClearFrame() {
 
 void ResultViewWindow::ChooseCurve(POINT screen_position) {
     const std::vector<std::string> curves =
-        result_ ? result_->CurveNames(kind_) : std::vector<std::string>();
+        page() ? page()->curve_names : std::vector<std::string>();
     if (curves.empty()) return;
     if (screen_position.x == -1 && screen_position.y == -1) {  // from the keyboard
         screen_position = {ClientArea().right / 2, ClientArea().bottom / 2};

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstddef>
-#include <memory>
 #include <optional>
 
 #include "common/result_view.h"
@@ -23,13 +22,15 @@ class ResultViewWindow final : public Window {
     void OnDpiChanged();
 
     // Shows the table of another result, of whose charts all curves are drawn.
-    void ShowResult(std::shared_ptr<const ResultView> result);
+    void ShowResult(ResultView result);
     // Shows another kind of the last result, with the curves chosen for it.
     void ShowKind(ViewKind kind);
     void Hide();
 
     // What is shown, or was last; nullptr before.
-    const ResultView* result() const { return result_.get(); }
+    const ResultView* result() const { return result_ ? &*result_ : nullptr; }
+    // The page of it that is shown; nullptr before.
+    const ResultPage* page() const { return result_ ? result_->Page(kind_) : nullptr; }
     ViewKind kind() const { return kind_; }
     // The one curve that is drawn of what is shown, or kAllCurves.
     int selected_curve() const { return selected_curves_[static_cast<std::size_t>(kind_)]; }
@@ -52,7 +53,7 @@ class ResultViewWindow final : public Window {
     void ChooseCurve(POINT screen_position);
     RECT ClientArea() const;
 
-    std::shared_ptr<const ResultView> result_;
+    std::optional<ResultView> result_;
     ViewKind kind_ = ViewKind::kTable;
     // One a kind, whose curves differ: those of a chart are frequencies, those of an audiogram
     // fractiles.

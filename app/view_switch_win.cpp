@@ -37,21 +37,20 @@ void FillViewPopup(HMENU popup, const ResultView& result) {
     UINT position = 0;
     for (const auto& [kind, command] : kKinds) {
         DeleteMenu(popup, static_cast<UINT>(command), MF_BYCOMMAND);
-        if (!result.Has(kind)) continue;
+        const ResultPage* page = result.Page(kind);
+        if (!page) continue;
         InsertMenuW(popup, position++, MF_BYPOSITION | MF_STRING, static_cast<UINT_PTR>(command),
-                    Widen(result.MenuText(kind)).c_str());
+                    Widen(page->menu_text).c_str());
     }
 }
 
 }  // namespace
 
-void ViewSwitch::ShowResult(HMENU menu, int view, int command,
-                            std::shared_ptr<const ResultView> result) {
-    view_ = result_view_ = view;
-    command_ = command;
-    if (HMENU popup = ViewPopup(menu)) FillViewPopup(popup, *result);
-    for (const auto& [kind, button] : kKinds) toolbar_.ShowButton(button, result->Has(kind));
-    toolbar_.ShowPredictionImages(view == kPredictionsView);
+void ViewSwitch::ShowResult(HMENU menu, ResultView result) {
+    shows_document_ = false;
+    if (HMENU popup = ViewPopup(menu)) FillViewPopup(popup, result);
+    for (const auto& [kind, button] : kKinds) toolbar_.ShowButton(button, result.Page(kind));
+    toolbar_.ShowPredictionImages(result.subject == ResultSubject::kPredictions);
     document_.Show(false);
     results_.ShowResult(std::move(result));
     MarkButtons();
@@ -60,14 +59,14 @@ void ViewSwitch::ShowResult(HMENU menu, int view, int command,
 void ViewSwitch::ShowKind(ViewKind kind) {
     if (!CanShow(kind)) return;
     const WaitCursor wait;
-    view_ = result_view_;
+    shows_document_ = false;
     document_.Show(false);
     results_.ShowKind(kind);
     MarkButtons();
 }
 
 void ViewSwitch::ShowDocument() {
-    view_ = kDocumentView;
+    shows_document_ = true;
     results_.Hide();
     document_.Show(true);
     document_.SetFocus();
@@ -76,7 +75,7 @@ void ViewSwitch::ShowDocument() {
 
 bool ViewSwitch::CanShow(ViewKind kind) const {
     const ResultView* result = results_.result();
-    return result && result->Has(kind) && (ShowsDocument() || results_.kind() != kind);
+    return result && result->Page(kind) && (ShowsDocument() || results_.kind() != kind);
 }
 
 void ViewSwitch::MarkButtons() const {
@@ -97,8 +96,13 @@ std::string ViewSwitch::Tip(int command) const {
     const auto* row =
         std::find_if(std::begin(kKinds), std::end(kKinds),
                      [command](const KindCommand& k) { return k.command == command; });
-    if (row == std::end(kKinds) || !results_.result()) return {};
-    return std::string(results_.result()->TipText(row->kind));
+    const ResultPage* page = row == std::end(kKinds) || !results_.result()
+                                 ? nullptr
+                                 : results_.result()->Page(row->kind);
+    if (!page) return {};
+    std::string tip = page->menu_text;
+    tip.erase(std::remove(tip.begin(), tip.end(), '&'), tip.end());
+    return tip;
 }
 
 }  // namespace tonvale

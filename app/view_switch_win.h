@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <string>
 
 #include "app/main_toolbar_win.h"
@@ -14,31 +13,20 @@
 
 namespace tonvale {
 
-// What the main window shows.
-inline constexpr int kHearingLossView = 0;  // NIPTS, HTLA, HTLAN
-inline constexpr int kPredictionsView = 3;
-inline constexpr int kDamageEvolutionView = 6;
-inline constexpr int kRiskView = 9;
-inline constexpr int kDocumentView = 100;
-
 class ViewSwitch {
   public:
     ViewSwitch(MainToolbar& toolbar, ReportDocument& document, ResultViewWindow& results)
         : toolbar_(toolbar), document_(document), results_(results) {}
 
-    // Shows the table of `result`, the outcome of `command`, and adapts the view menu in `menu` and
-    // the buttons to it.
-    void ShowResult(HMENU menu, int view, int command, std::shared_ptr<const ResultView> result);
+    // Shows the table of `result` and adapts the view menu in `menu` and the buttons to it.
+    void ShowResult(HMENU menu, ResultView result);
     // Shows another kind of the last result; nothing when CanShow says no.
     void ShowKind(ViewKind kind);
     void ShowDocument();
 
-    bool ShowsDocument() const { return view_ == kDocumentView; }
+    bool ShowsDocument() const { return shows_document_; }
     // Whether there is something of this kind to show that is not shown already.
     bool CanShow(ViewKind kind) const;
-    int view() const { return view_; }
-    // The command whose dialog gave the last result.
-    int command() const { return command_; }
 
     // Puts the check marks of the view menu right.
     void MarkMenu(HMENU popup) const;
@@ -51,9 +39,7 @@ class ViewSwitch {
     MainToolbar& toolbar_;
     ReportDocument& document_;
     ResultViewWindow& results_;
-    int view_ = kDocumentView;
-    int result_view_ = kHearingLossView;  // of the last result
-    int command_ = 0;
+    bool shows_document_ = true;
 };
 
 }  // namespace tonvale

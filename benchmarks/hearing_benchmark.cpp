@@ -36,20 +36,20 @@ BENCHMARK(WholeTableAsText)->Unit(benchmark::kMicrosecond);
 void Draw(benchmark::State& state, const ResultView& view, ViewKind kind) {
     for ([[maybe_unused]] auto _ : state) {
         RecordingCanvas canvas;
-        view.Draw(kind, canvas, kArea, {});
+        view.Page(kind)->draw(canvas, kArea, {});
         benchmark::DoNotOptimize(canvas.lines.data());
     }
 }
 
 void FractileChart(benchmark::State& state) {
     const LossPrediction prediction;
-    Draw(state, LossPredictionView(prediction), ViewKind::kChart);
+    Draw(state, MakeResultView(prediction), ViewKind::kChart);
 }
 BENCHMARK(FractileChart)->Unit(benchmark::kMicrosecond);
 
 void TimeChart(benchmark::State& state) {
     const LossComparisonState comparison;
-    Draw(state, LossComparisonView(comparison), ViewKind::kChart);
+    Draw(state, MakeResultView(comparison), ViewKind::kChart);
 }
 BENCHMARK(TimeChart)->Unit(benchmark::kMicrosecond);
 

@@ -153,7 +153,7 @@ int WritePicture(const ResultView& view, const Output& output, FileSystem& files
                  Console& console) {
     if (output.svg_path.empty()) return kExitSuccess;
     SvgCanvas canvas(kPictureSize);
-    view.Draw(output.view, canvas, {0, 0, kPictureSize.width, kPictureSize.height}, {});
+    view.Page(output.view)->draw(canvas, {0, 0, kPictureSize.width, kPictureSize.height}, {});
     const FileError error = WriteFileSafely(files, output.svg_path, canvas.Document());
     if (error == FileError::kNone) return kExitSuccess;
     console.WriteError(output.svg_path +
@@ -237,7 +237,7 @@ int RunNipts(std::span<const std::string> arguments, FileSystem& files, Console&
     const ResultTable table = MakeTable(state.confirmed);
     WriteTable(
         table, output, [&] { return NiptsJson(table, state.confirmed); }, console);
-    return WritePicture(LossPredictionView(state.confirmed), output, files, console);
+    return WritePicture(MakeResultView(state.confirmed), output, files, console);
 }
 
 int RunPrevisioni(std::span<const std::string> arguments, FileSystem& files, Console& console) {
@@ -252,7 +252,7 @@ int RunPrevisioni(std::span<const std::string> arguments, FileSystem& files, Con
     if (const auto refusal = Confirm(form, state)) return ReportRefusal(refusal->message, console);
     WriteTable(
         MakeTable(state), output, [&] { return PrevisioniJson(state); }, console);
-    return WritePicture(LossComparisonView(state), output, files, console);
+    return WritePicture(MakeResultView(state), output, files, console);
 }
 
 }  // namespace tonvale

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,26 +21,41 @@ struct DrawingStyle {
     int selected_curve = kAllCurves;  // or the index of the one curve to draw
 };
 
-// A view holds a copy of what the dialog's "Ok" confirmed: nothing that happens later changes it.
-class ResultView {
-  public:
-    virtual ~ResultView() = default;
-    // Every view has a table; the others may be missing.
-    virtual bool Has(ViewKind kind) const = 0;
-    // Text of the menu item, with its access key ("&Grafico"), and of the button's tip.
-    virtual std::string_view MenuText(ViewKind kind) const = 0;
-    virtual std::string_view TipText(ViewKind kind) const = 0;
-    // What the right-button menu offers to pick one of; empty when there is nothing to pick.
-    virtual std::vector<std::string> CurveNames(ViewKind kind) const = 0;
+// One way to look at the results.
+struct ResultPage {
+    ViewKind kind;
+    std::string menu_text;                      // with its access key ("&Grafico")
+    std::vector<std::string> curve_names = {};  // to pick one of; empty when there is no choice
+    std::string empty_reason = {};              // why nothing can be seen; empty when it can
     // Draws within `area` in the canvas's current font; an area without width or height gets
     // nothing.
-    virtual void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-                      const DrawingStyle& style) const = 0;
-    // One line that names the case ("HTLAN, 35 anni, 90 dBA, ..."); where `kind` shows nothing of
-    // it, the reason first.
-    virtual std::string StatusText(ViewKind kind) const = 0;
+    std::function<void(Canvas& canvas, const Rect& area, const DrawingStyle& style)> draw;
+};
+
+// Which of the toolbar's images the view has, and what the dialog was.
+enum class ResultSubject { kHearingLoss, kPredictions, kDamageEvolution, kRisk };
+
+// All pages of what the dialog's "Ok" confirmed: nothing that happens later changes them.
+struct ResultView {
+    ResultSubject subject = ResultSubject::kHearingLoss;
+    std::string case_name;          // "HTLAN, 35 anni, 90 dBA, ..."
+    std::vector<ResultPage> pages;  // of every kind at most one; a table is always there
     // The table for the clipboard and for .csv files, lines ended by CR LF.
-    virtual std::string TableText(std::string_view list_separator) const = 0;
+    std::function<std::string(std::string_view list_separator)> table_text;
+
+    // nullptr when there is no page of the kind.
+    const ResultPage* Page(ViewKind kind) const {
+        for (const ResultPage& page : pages) {
+            if (page.kind == kind) return &page;
+        }
+        return nullptr;
+    }
+    // One line that names the case; where the page shows nothing of it, the reason first.
+    std::string StatusText(ViewKind kind) const {
+        const ResultPage* page = Page(kind);
+        if (!page || page->empty_reason.empty()) return case_name;
+        return page->empty_reason + " (" + case_name + ")";
+    }
 };
 
 }  // namespace tonvale

@@ -6,6 +6,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "hearing/loss_prediction.h"
+#include "hearing/result_pages.h"
 
 namespace tonvale {
 
@@ -177,63 +178,20 @@ Chart MakeLevelChart(const LossComparisonState& state) {
     return chart;
 }
 
-bool LossComparisonView::Has(ViewKind /*kind*/) const {
-    return true;
-}
-
-std::string_view LossComparisonView::MenuText(ViewKind kind) const {
-    switch (kind) {
-        case ViewKind::kTable:
-            return "&Tabella";
-        case ViewKind::kChart:
-            return "&Perdite-Tempo";
-        case ViewKind::kAudiogram:
-            return "Perdite-&Livello";
-    }
-    return {};
-}
-
-std::string_view LossComparisonView::TipText(ViewKind kind) const {
-    switch (kind) {
-        case ViewKind::kTable:
-            return "Tabella";
-        case ViewKind::kChart:
-            return "Perdite-Tempo";
-        case ViewKind::kAudiogram:
-            return "Perdite-Livello";
-    }
-    return {};
-}
-
-std::vector<std::string> LossComparisonView::CurveNames(ViewKind kind) const {
-    std::vector<std::string> names;
-    if (kind == ViewKind::kTable) return names;
-    for (const std::string& label : kind == ViewKind::kChart ? LevelLabels(state_) : YearLabels()) {
-        names.emplace_back(TrimBlanks(label));
-    }
-    return names;
-}
-
-void LossComparisonView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-                              const DrawingStyle& style) const {
-    switch (kind) {
-        case ViewKind::kTable:
-            return DrawResultTable(canvas, area, MakeTable(state_), style);
-        case ViewKind::kChart:
-            return DrawChart(canvas, area, MakeTimeChart(state_), style);
-        case ViewKind::kAudiogram:
-            return DrawChart(canvas, area, MakeLevelChart(state_), style);
-    }
-}
-
-std::string LossComparisonView::StatusText(ViewKind /*kind*/) const {
-    return "Previsioni NIPTS, " + FormatInteger(state_.base.frequency_hz) + " Hz, frattile " +
-           FormatFixed(state_.base.fractile * 100, 0, 0) + " %, da " +
-           FormatShortest(state_.base.level_dba) + " dBA";
-}
-
-std::string LossComparisonView::TableText(std::string_view list_separator) const {
-    return ResultTableCells(MakeTable(state_), list_separator);
+ResultView MakeResultView(const LossComparisonState& state) {
+    ResultView view{.subject = ResultSubject::kPredictions,
+                    .case_name = "Previsioni NIPTS, " + FormatInteger(state.base.frequency_hz) +
+                                 " Hz, frattile " + FormatFixed(state.base.fractile * 100, 0, 0) +
+                                 " %, da " + FormatShortest(state.base.level_dba) + " dBA"};
+    view.pages = {
+        TablePage(MakeTable(state)),
+        ChartPage(ViewKind::kChart, "&Perdite-Tempo", MakeTimeChart(state)),
+        ChartPage(ViewKind::kAudiogram, "Perdite-&Livello", MakeLevelChart(state)),
+    };
+    view.table_text = [state](std::string_view list_separator) {
+        return ResultTableCells(MakeTable(state), list_separator);
+    };
+    return view;
 }
 
 }  // namespace tonvale

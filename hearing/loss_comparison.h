@@ -53,21 +53,7 @@ ResultTable MakeTable(const LossComparisonState& state);
 Chart MakeTimeChart(const LossComparisonState& state);   // "Perdite-Tempo"
 Chart MakeLevelChart(const LossComparisonState& state);  // "Perdite-Livello"
 
-class LossComparisonView final : public ResultView {
-  public:
-    explicit LossComparisonView(const LossComparisonState& state) : state_(state) {}
-
-    bool Has(ViewKind kind) const override;
-    std::string_view MenuText(ViewKind kind) const override;
-    std::string_view TipText(ViewKind kind) const override;
-    std::vector<std::string> CurveNames(ViewKind kind) const override;
-    void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-              const DrawingStyle& style) const override;
-    std::string StatusText(ViewKind kind) const override;
-    std::string TableText(std::string_view list_separator) const override;
-
-  private:
-    LossComparisonState state_;
-};
+// The table and both charts.
+ResultView MakeResultView(const LossComparisonState& state);
 
 }  // namespace tonvale

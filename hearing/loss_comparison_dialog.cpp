@@ -96,8 +96,10 @@ void LossComparisonDialog::ConfirmForm() {
 
 }  // namespace
 
-bool AskLossComparison(AppContext& app, HWND owner, LossComparisonState& state) {
-    return LossComparisonDialog(app, state).RunModal(owner) == IDOK;
+std::optional<ResultView> AskLossComparison(AppContext& app, HWND owner,
+                                            LossComparisonState& state) {
+    if (LossComparisonDialog(app, state).RunModal(owner) != IDOK) return std::nullopt;
+    return MakeResultView(state);
 }
 
 }  // namespace tonvale

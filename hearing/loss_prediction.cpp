@@ -7,6 +7,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "hearing/result_pages.h"
 
 namespace tonvale {
 
@@ -348,52 +349,20 @@ std::string ExportNiptsTable(const LossPrediction& prediction, std::string_view 
     return ResultTableCells(MakeTable(prediction), separator);
 }
 
-bool LossPredictionView::Has(ViewKind /*kind*/) const {
-    return true;
-}
-
-std::string_view LossPredictionView::MenuText(ViewKind kind) const {
-    switch (kind) {
-        case ViewKind::kTable:
-            return "&Tabella";
-        case ViewKind::kChart:
-            return "&Grafico";
-        case ViewKind::kAudiogram:
-            return "&Audiogramma";
+ResultView MakeResultView(const LossPrediction& prediction) {
+    ResultView view{.subject = ResultSubject::kHearingLoss, .case_name = CaseName(prediction)};
+    view.pages = {
+        TablePage(MakeTable(prediction)),
+        ChartPage(ViewKind::kChart, "&Grafico", MakeFractileChart(prediction)),
+        ChartPage(ViewKind::kAudiogram, "&Audiogramma", MakeAudiogram(prediction)),
+    };
+    for (ResultPage& page : view.pages) {
+        page.empty_reason = ReasonForNothing(prediction, page.kind);
     }
-    return {};
-}
-
-std::string_view LossPredictionView::TipText(ViewKind kind) const {
-    return MenuText(kind).substr(1);
-}
-
-std::vector<std::string> LossPredictionView::CurveNames(ViewKind kind) const {
-    if (kind == ViewKind::kChart) return FrequencyLabels();
-    if (kind == ViewKind::kAudiogram) return AudiogramLabels();
-    return {};
-}
-
-void LossPredictionView::Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-                              const DrawingStyle& style) const {
-    switch (kind) {
-        case ViewKind::kTable:
-            return DrawNiptsTable(prediction_, canvas, area, style);
-        case ViewKind::kChart:
-            return DrawChart(canvas, area, MakeFractileChart(prediction_), style);
-        case ViewKind::kAudiogram:
-            return DrawChart(canvas, area, MakeAudiogram(prediction_), style);
-    }
-}
-
-std::string LossPredictionView::StatusText(ViewKind kind) const {
-    const std::string name = CaseName(prediction_);
-    const std::string_view reason = ReasonForNothing(prediction_, kind);
-    return reason.empty() ? name : std::string(reason) + " (" + name + ")";
-}
-
-std::string LossPredictionView::TableText(std::string_view list_separator) const {
-    return ExportNiptsTable(prediction_, list_separator);
+    view.table_text = [prediction](std::string_view list_separator) {
+        return ExportNiptsTable(prediction, list_separator);
+    };
+    return view;
 }
 
 }  // namespace tonvale

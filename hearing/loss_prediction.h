@@ -84,21 +84,7 @@ void DrawNiptsTable(const LossPrediction& prediction, Canvas& canvas, const Rect
 // the table shows it, with a decimal comma.
 std::string ExportNiptsTable(const LossPrediction& prediction, std::string_view separator);
 
-class LossPredictionView final : public ResultView {
-  public:
-    explicit LossPredictionView(const LossPrediction& prediction) : prediction_(prediction) {}
-
-    bool Has(ViewKind kind) const override;
-    std::string_view MenuText(ViewKind kind) const override;
-    std::string_view TipText(ViewKind kind) const override;
-    std::vector<std::string> CurveNames(ViewKind kind) const override;
-    void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-              const DrawingStyle& style) const override;
-    std::string StatusText(ViewKind kind) const override;
-    std::string TableText(std::string_view list_separator) const override;
-
-  private:
-    LossPrediction prediction_;
-};
+// The table, the chart over the fractile and the audiogram.
+ResultView MakeResultView(const LossPrediction& prediction);
 
 }  // namespace tonvale

@@ -198,9 +198,10 @@ void LossPredictionDialog::ConfirmForm() {
 
 }  // namespace
 
-bool AskLossPrediction(AppContext& app, HWND owner, QuantityKind quantity,
-                       LossPredictionState& state) {
-    return LossPredictionDialog(app, quantity, state).RunModal(owner) == IDOK;
+std::optional<ResultView> AskLossPrediction(AppContext& app, HWND owner, QuantityKind quantity,
+                                            LossPredictionState& state) {
+    if (LossPredictionDialog(app, quantity, state).RunModal(owner) != IDOK) return std::nullopt;
+    return MakeResultView(state.confirmed);
 }
 
 }  // namespace tonvale

@@ -89,7 +89,7 @@ class RecordingCanvas final : public Canvas {
 inline RecordingCanvas DrawnBy(const ResultView& view, ViewKind kind, const Rect& area,
                                const DrawingStyle& style = {}) {
     RecordingCanvas canvas;
-    view.Draw(kind, canvas, area, style);
+    view.Page(kind)->draw(canvas, area, style);
     return canvas;
 }
 

@@ -37,10 +37,10 @@ TEST(LossComparison, RefusesALevelAndChangesNothing) {
 
 TEST(LossComparison, TabulatesYearsByLevels) {
     const LossComparisonState state;
-    const LossComparisonView view(state);
+    const ResultView view = MakeResultView(state);
     EXPECT_EQ(view.StatusText(ViewKind::kTable),
               "Previsioni NIPTS, 4000 Hz, frattile 10 %, da 88 dBA");
-    const std::string text = view.TableText(";");
+    const std::string text = view.table_text(";");
     EXPECT_THAT(text, StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
                                  "Frequenza: 4000 Hz;Frattile: 10 %\r\n"
                                  "Anni;88 dBA;90 dBA;92 dBA;94 dBA;96 dBA;98 dBA;100 dBA\r\n"
@@ -57,11 +57,11 @@ TEST(LossComparison, TabulatesYearsByLevels) {
 
 TEST(LossComparison, ChartsTheLossOverTimeAndOverLevel) {
     LossComparisonState state;
-    const LossComparisonView view(state);
+    const ResultView view = MakeResultView(state);
     Chart chart = MakeTimeChart(state);
     EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "240");
     EXPECT_EQ(chart.legend.front() + chart.legend.back(), "  88 dBA 100 dBA");
-    EXPECT_EQ(view.CurveNames(ViewKind::kChart)[0], "88 dBA");
+    EXPECT_EQ(view.Page(ViewKind::kChart)->curve_names[0], "88 dBA");
     ASSERT_EQ(chart.curves.size(), 7U);
     EXPECT_EQ(chart.curves[6][4].x, 5);
     EXPECT_NEAR(chart.curves[6][4].y, 10 - 4.24675, 1e-9);  // 10 years at 100 dBA
@@ -75,7 +75,7 @@ TEST(LossComparison, ChartsTheLossOverTimeAndOverLevel) {
     ASSERT_EQ(chart.curves.size(), 7U);
     // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
     EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
-    EXPECT_THAT(DrawnBy(LossComparisonView(state), ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
+    EXPECT_THAT(DrawnBy(MakeResultView(state), ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
                 SizeIs(13 + 10 + 2 + 7 + 7 * 12));
 }
 

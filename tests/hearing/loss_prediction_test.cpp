@@ -136,8 +136,7 @@ TEST(LossPrediction, ExportsTheTableInCells) {
 TEST(LossPrediction, NamesTheCaseAndSaysWhyNothingIsShown) {
     const auto status = [](QuantityKind quantity, const char* years, const char* age,
                            ViewKind kind = ViewKind::kChart) {
-        return LossPredictionView(PredictionOf(FormOf(quantity, years, "90.26", age)))
-            .StatusText(kind);
+        return MakeResultView(PredictionOf(FormOf(quantity, years, "90.26", age))).StatusText(kind);
     };
     EXPECT_EQ(status(QuantityKind::kHtlan, "1", "60"),
               "HTLAN, 1 anno, 90.26 dBA, età 60, sesso M, tabella Nuova");
@@ -155,7 +154,7 @@ TEST(LossPrediction, NamesTheCaseAndSaysWhyNothingIsShown) {
 
 TEST(LossPrediction, DrawsTheTableInNineColumns) {
     LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const LossPredictionView view(prediction);
+    const ResultView view = MakeResultView(prediction);
     const RecordingCanvas canvas = DrawnBy(view, ViewKind::kTable, {50, 20, 950, 620});
     // Two marks beside the lines, the header and the rows.
     ASSERT_EQ(canvas.texts.size(), 2U + 8 + 19 * 8 + 2);
@@ -168,14 +167,14 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
     EXPECT_EQ(canvas.texts[18].color, kTableGreen);
 
     prediction.quantity = QuantityKind::kNipts;
-    const RecordingCanvas black = DrawnBy(LossPredictionView(prediction), ViewKind::kTable,
+    const RecordingCanvas black = DrawnBy(MakeResultView(prediction), ViewKind::kTable,
                                           {0, 0, 900, 600}, {.use_color = false});
     EXPECT_EQ(black.texts.size(), 2U + 7 + 19 * 7);
     for (const auto& text : black.texts) EXPECT_EQ(text.color, kBlack);
 
     // As large as there is room for, up to twice the font; where there is little, smaller, but not
     // too small to be read.
-    const LossPredictionView nipts(prediction);
+    const ResultView nipts = MakeResultView(prediction);
     const RecordingCanvas low = DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 22 * 10});
     EXPECT_THAT(low.texts, SizeIs(2 + 7 + 19 * 7));
     EXPECT_EQ(low.texts.back().rect.bottom, 22 * 9);
@@ -193,13 +192,13 @@ TEST(LossPrediction, ChartsTheQuantityOverTheFractile) {
     for (const Curve& curve : chart.curves) EXPECT_EQ(curve.size(), 19U);
     EXPECT_EQ(chart.curves[4][9].x, 10);
     EXPECT_NEAR(chart.curves[4][9].y, 10 - 4.0657, 1e-4);
-    const LossPredictionView view(prediction);
-    EXPECT_EQ(view.CurveNames(ViewKind::kChart), chart.legend);
+    const ResultView view = MakeResultView(prediction);
+    EXPECT_EQ(view.Page(ViewKind::kChart)->curve_names, chart.legend);
     // Grid, axes, legend and eighteen pieces a curve.
     EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {0, 0, 1000, 700}, {.selected_curve = 4}).lines,
                 SizeIs(19 + 10 + 2 + 1 + 18));
     prediction.person.years = -5;  // no number
-    EXPECT_THAT(DrawnBy(LossPredictionView(prediction), ViewKind::kChart, {0, 0, 1000, 700}).lines,
+    EXPECT_THAT(DrawnBy(MakeResultView(prediction), ViewKind::kChart, {0, 0, 1000, 700}).lines,
                 SizeIs(19 + 10 + 2 + 6));
 }
 
@@ -213,7 +212,7 @@ TEST(LossPrediction, DrawsSevenFractilesAsAudiograms) {
         EXPECT_EQ(chart.curves[2][i].x, kAudiometricFrequenciesHz[i]);
         EXPECT_EQ(chart.curves[2][i].y, LossAxisPosition(rows[4].losses_db[i]));
     }
-    const LossPredictionView view(prediction);
+    const ResultView view = MakeResultView(prediction);
     EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 1000, 700}, {.selected_curve = 0}).lines,
                 SizeIs(6 + 10 + 2 + 1 + 5));
 }

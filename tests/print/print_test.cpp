@@ -105,13 +105,13 @@ TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
 // Tables and charts of hearing loss, of the values that the program starts with.
 TEST_F(PrintTest, HearingViews) {
     AppState state;
-    const LossPredictionView prediction(state.loss_prediction.confirmed);
-    const LossComparisonView comparison(state.loss_comparison);
+    const ResultView prediction = MakeResultView(state.loss_prediction.confirmed);
+    const ResultView comparison = MakeResultView(state.loss_comparison);
     const auto print = [this](const ResultView& view, ViewKind kind, const char* name) {
         const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
         ASSERT_NE(printer, nullptr);
         const auto draw = [&](Canvas& canvas, const Rect& page, bool use_color) {
-            view.Draw(kind, canvas, page, {.use_color = use_color});
+            view.Page(kind)->draw(canvas, page, {.use_color = use_color});
         };
         ASSERT_TRUE(PrintWithFrame(*printer, name, "", draw));
         KeepPrintout(name);

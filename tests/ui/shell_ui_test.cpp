@@ -30,51 +30,48 @@ namespace {
 constexpr char kNotesTitle[] = "Un commento per la stampa?";
 constexpr char kCopyFailure[] = "Impossibile copiare negli appunti!";
 
-// A result whose chart is a red diagonal on white, and which writes down how it was drawn.
-class FakeResult final : public ResultView {
-  public:
-    bool has_audiogram = true;
-    std::string first_cell = "Età";
-    mutable ViewKind drawn_kind = ViewKind::kTable;
-    mutable Rect drawn_area;
-    mutable DrawingStyle drawn_style;
-
-    bool Has(ViewKind kind) const override { return has_audiogram || kind != ViewKind::kAudiogram; }
-    std::string_view MenuText(ViewKind kind) const override {
-        constexpr std::string_view kTexts[] = {"&Tabella", "&Grafico", "&Audiogramma"};
-        return kTexts[static_cast<int>(kind)];
-    }
-    std::string_view TipText(ViewKind kind) const override { return MenuText(kind).substr(1); }
-    std::vector<std::string> CurveNames(ViewKind kind) const override {
-        if (kind == ViewKind::kTable) return {};
-        return {"500 Hz", "1000 Hz", "2000 Hz"};
-    }
-    void Draw(ViewKind kind, Canvas& canvas, const Rect& area,
-              const DrawingStyle& style) const override {
-        drawn_kind = kind;
-        drawn_area = area;
-        drawn_style = style;
-        canvas.DrawLine({area.left, area.top}, {area.right, area.bottom}, {{255, 0, 0}, 3});
-        canvas.DrawTextAt({20, 5}, "Età 45 anni");
-    }
-    std::string StatusText(ViewKind kind) const override {
-        return kind == ViewKind::kTable ? "NIPTS, 35 anni" : "Nessuna curva";
-    }
-    std::string TableText(std::string_view separator) const override {
-        return first_cell + std::string(separator) + "1,5\r\n";
-    }
+// How a page was drawn last.
+struct Drawing {
+    ViewKind kind = ViewKind::kTable;
+    Rect area;
+    DrawingStyle style;
 };
+
+// A result whose pages are a red diagonal on white, and which writes down how it was drawn.
+ResultView FakeResult(Drawing& drawn, bool has_audiogram = true,
+                      const std::string& first_cell = "Età") {
+    constexpr std::pair<ViewKind, const char*> kPages[] = {{ViewKind::kTable, "&Tabella"},
+                                                           {ViewKind::kChart, "&Grafico"},
+                                                           {ViewKind::kAudiogram, "&Audiogramma"}};
+    ResultView view{.case_name = "NIPTS, 35 anni"};
+    for (const auto& [kind, text] : kPages) {
+        if (kind == ViewKind::kAudiogram && !has_audiogram) continue;
+        ResultPage page{.kind = kind, .menu_text = text};
+        if (kind != ViewKind::kTable) {
+            page.curve_names = {"500 Hz", "1000 Hz", "2000 Hz"};
+            page.empty_reason = "Nessuna curva";
+        }
+        page.draw = [&drawn, kind = kind](Canvas& canvas, const Rect& area,
+                                          const DrawingStyle& style) {
+            drawn = {kind, area, style};
+            canvas.DrawLine({area.left, area.top}, {area.right, area.bottom}, {{255, 0, 0}, 3});
+            canvas.DrawTextAt({20, 5}, "Età 45 anni");
+        };
+        view.pages.push_back(page);
+    }
+    view.table_text = [first_cell](std::string_view separator) {
+        return first_cell + std::string(separator) + "1,5\r\n";
+    };
+    return view;
+}
 
 class ShellTest : public MainWindowTest {
   protected:
     static HWND Toolbar() { return GetDlgItem(Main(), IDC_TOOLBAR); }
     static HWND Results() { return GetDlgItem(Main(), IDC_RESULT_VIEW); }
 
-    static void Show(UiDriver& ui, std::shared_ptr<const ResultView> result,
-                     int view = kHearingLossView, int command = CMD_NIPTS) {
-        ui.OnWindowOfClass(kMainClass, [result, view, command](HWND) {
-            TheProgram().ShowResultView(view, command, result);
-        });
+    static void Show(UiDriver& ui, const ResultView& result) {
+        ui.OnWindowOfClass(kMainClass, [result](HWND) { TheProgram().ShowResult(result); });
     }
 
     static bool IsButton(int command, UINT state) {
@@ -145,16 +142,13 @@ TEST_F(ShellTest, ToolbarFollowsTheMenusAndGrowsWithTheResolution) {
 }
 
 TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
-    const auto risk = std::make_shared<FakeResult>();
-    risk->has_audiogram = false;
-    const auto predictions = std::make_shared<LossComparisonView>(LossComparisonState());
-    const auto losses = std::make_shared<FakeResult>();
+    Drawing drawn;
     const auto chart_image = [] {
         return SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0);
     };
     LRESULT prediction_image = 0;
     UiDriver ui;
-    Show(ui, risk, kRiskView, CMD_RISK);
+    Show(ui, FakeResult(drawn, false));
     ui.Do([] {
         EXPECT_EQ(ViewItems(), "&Grafico|&Tabella-*|Do&cumento|");
         EXPECT_TRUE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
@@ -162,13 +156,13 @@ TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
     ui.Command(CMD_VIEW_AUDIOGRAM).Do([&] {
         EXPECT_EQ(TheProgram().results().kind(), ViewKind::kTable) << "there is no audiogram";
     });
-    Show(ui, predictions, kPredictionsView, CMD_PREDICTIONS);
+    Show(ui, MakeResultView(LossComparisonState()));
     ui.Do([&] {
         EXPECT_EQ(ViewItems(), "Perdite-&Livello|&Perdite-Tempo|&Tabella-*|Do&cumento|");
         EXPECT_EQ(ToolTipOf(CMD_VIEW_CHART), "Perdite-Tempo");
         prediction_image = chart_image();
     });
-    Show(ui, losses, kHearingLossView, CMD_HTLA);
+    Show(ui, FakeResult(drawn));
     ui.OnWindowOfClass(kMainClass, [&](HWND main) {
         EXPECT_TRUE(IsZoomed(main));
         EXPECT_FALSE(IsWindowVisible(GetDlgItem(main, IDC_REPORT_EDITOR)));
@@ -183,7 +177,7 @@ TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
     ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico-*|&Tabella|Do&cumento|");
         UpdateWindow(Results());
-        EXPECT_EQ(losses->drawn_kind, ViewKind::kChart);
+        EXPECT_EQ(drawn.kind, ViewKind::kChart);
     });
     ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
         return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
@@ -195,7 +189,7 @@ TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
     // The last result is still there.
     ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
         UpdateWindow(Results());
-        EXPECT_EQ(losses->drawn_kind, ViewKind::kAudiogram);
+        EXPECT_EQ(drawn.kind, ViewKind::kAudiogram);
     });
     RunToEnd(ui);
 }
@@ -211,11 +205,11 @@ SIZE ClipboardPictureSize() {
 
 TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHeld) {
     const UINT csv = RegisterClipboardFormatW(L"Csv");
-    const auto result = std::make_shared<FakeResult>();
+    Drawing drawn;
     HWND holder = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                   nullptr, nullptr);
     UiDriver ui;
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     ui.Do([holder] { EXPECT_TRUE(OpenClipboard(holder)); });
     for (int view : {CMD_VIEW_CHART, CMD_VIEW_TABLE}) {
         ui.OnWindowOfClass(kMainClass).Command(view).Command(CMD_COPY);
@@ -230,7 +224,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
     });
     ui.Do([&] {
         EXPECT_EQ(ClipboardBytes(csv).c_str(), "Et\xe0" + ListSeparator() + "1,5\r\n");
-        result->first_cell = std::string(5000, '9');
+        TheProgram().ShowResult(FakeResult(drawn, true, std::string(5000, '9')));
     });
     ui.Command(CMD_COPY).Do([&] { EXPECT_EQ(std::strlen(ClipboardBytes(csv).c_str()), 4095U); });
     ui.Command(CMD_VIEW_CHART).Command(CMD_COPY).Do([] {
@@ -257,10 +251,10 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
 }
 
 TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
-    const auto result = std::make_shared<FakeResult>();
+    Drawing drawn;
     SwitchableDisk disk;
     UiDriver ui;
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     ui.Command(CMD_SAVE_AS);
     TypeUnsuitableName(ui, Path("prova.bmp"), "\".csv\" oppure \".tnv\"");
     SaveNewFile(ui, Path("tabella.CSV"));
@@ -285,7 +279,7 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     SaveNewFile(ui, Path("relazione.TNV"));
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(ReadFile("relazione.TNV").substr(0, 6), "{\\rtf1");
-        EXPECT_EQ(Status(window), "Nessuna curva");
+        EXPECT_EQ(Status(window), "Nessuna curva (NIPTS, 35 anni)");
     });
     ui.Command(CMD_VIEW_TABLE).OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(Status(window), "NIPTS, 35 anni");
@@ -322,10 +316,10 @@ TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
 }
 
 TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
-    const auto result = std::make_shared<FakeResult>();
+    Drawing drawn;
     FakePrinter printer;
     UiDriver ui;
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     printer.colors = 2;
     ui.Do([&] {
         TheProgram().context().open_printer = [&] {
@@ -336,8 +330,8 @@ TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(printer.document, "Tabella");
         EXPECT_EQ(printer.pages.back().back().text, "al tornio");
-        EXPECT_EQ(result->drawn_area, (Rect{0, 0, 4000, 6600}));
-        EXPECT_FALSE(result->drawn_style.use_color);
+        EXPECT_EQ(drawn.area, (Rect{0, 0, 4000, 6600}));
+        EXPECT_FALSE(drawn.style.use_color);
     });
     ui.Command(CMD_VIEW_CHART).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
@@ -373,9 +367,9 @@ void ChooseCurve(UiDriver& ui, const std::string& expected, int steps_down) {
 }
 
 TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
-    const auto result = std::make_shared<FakeResult>();
+    Drawing drawn;
     UiDriver ui;
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     ui.Do([] {
         SendMessageW(Results(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Results()),
                      MAKELPARAM(80, 120));
@@ -385,7 +379,7 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
     ChooseCurve(ui, "Tutte*|500 Hz|1000 Hz|2000 Hz|", 3);
     ui.OnWindowOfClass(kMainClass, [&](HWND) {
         UpdateWindow(Results());
-        EXPECT_EQ(result->drawn_style.selected_curve, 1);
+        EXPECT_EQ(drawn.style.selected_curve, 1);
     });
     ChooseCurve(ui, "Tutte|500 Hz|1000 Hz*|2000 Hz|", 4);
     // It is still chosen after a look at another chart, the table and the document.
@@ -400,7 +394,7 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
     expect_curve(CMD_VIEW_DOCUMENT, kAllCurves);
     expect_curve(CMD_VIEW_CHART, 0);
     // Another result starts with all its curves.
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     expect_curve(CMD_VIEW_CHART, kAllCurves);
     RunToEnd(ui);
 }
@@ -493,14 +487,14 @@ bool IsFormatChecked(int command) {
 TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
     const std::string first = WriteFile("primo.tnv", "{\\rtf1\\ansi uno}");
     const std::string second = WriteFile("secondo.TNV", "{\\rtf1\\ansi due}");
-    const auto result = std::make_shared<FakeResult>();
+    Drawing drawn;
     UiDriver ui;
     ui.WaitUntil("first document", [] { return DocumentText().starts_with("uno"); });
     ui.OnWindowOfClass(kMainClass, [](HWND main) {
         EXPECT_EQ(Status(main), "primo.tnv");
         EXPECT_FALSE(TheProgram().document().IsModified());
     });
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     Drop(ui, {second});
     ui.WaitUntil("second document", [] { return DocumentText().starts_with("due"); });
     ui.Do([] {
@@ -508,7 +502,7 @@ TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
         EXPECT_EQ(Status(Main()), "secondo.TNV");
     });
     // Formatting keys are the document's only: they do nothing to what is hidden.
-    Show(ui, result);
+    Show(ui, FakeResult(drawn));
     ui.Press({VK_CONTROL, 'G'}).Command(CMD_VIEW_DOCUMENT).Do([] {
         EXPECT_FALSE(IsFormatChecked(CMD_BOLD));
     });
