@@ -29,7 +29,7 @@ struct ResultPage {
     std::string empty_reason = {};              // why nothing can be seen; empty when it can
     // Draws within `area` in the canvas's current font; an area without width or height gets
     // nothing.
-    std::function<void(Canvas& canvas, const Rect& area, const DrawingStyle& style)> draw;
+    std::function<void(Canvas& canvas, const Rect& area, const DrawingStyle& style)> draw = {};
 };
 
 // Which of the toolbar's images the view has, and what the dialog was.
@@ -38,10 +38,10 @@ enum class ResultSubject { kHearingLoss, kPredictions, kDamageEvolution, kRisk }
 // All pages of what the dialog's "Ok" confirmed: nothing that happens later changes them.
 struct ResultView {
     ResultSubject subject = ResultSubject::kHearingLoss;
-    std::string case_name;          // "HTLAN, 35 anni, 90 dBA, ..."
-    std::vector<ResultPage> pages;  // of every kind at most one; a table is always there
+    std::string case_name = {};          // "HTLAN, 35 anni, 90 dBA, ..."
+    std::vector<ResultPage> pages = {};  // of every kind at most one; a table is always there
     // The table for the clipboard and for .csv files, lines ended by CR LF.
-    std::function<std::string(std::string_view list_separator)> table_text;
+    std::function<std::string(std::string_view list_separator)> table_text = {};
 
     // nullptr when there is no page of the kind.
     const ResultPage* Page(ViewKind kind) const {
