@@ -89,7 +89,7 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
     ui.Click(IDC_TABLE_BIOLOGICAL).Click(IDC_FEMALE).Click(IDOK);
     ExpectView(ui, 0, ViewKind::kTable, "htlan_table");
     ui.OnWindowOfClass(kMainClass, [](HWND) {
-        const std::string table = TheProgram().results().result()->TableText(";");
+        const std::string table = TheProgram().results().result()->table_text(";");
         EXPECT_NE(table.find("Sesso: F;Tabella: Biologico"), std::string::npos) << table;
         EXPECT_EQ(TextOf(Main(), IDC_STATUS_BAR),
                   "HTLAN, 40 anni, 100 dBA, età 58, sesso F, tabella Biologico");
@@ -106,7 +106,7 @@ TEST_F(HearingUiTest, ShowsTheLossesOfOnePerson) {
     // Clicks are remembered, but change nothing of what is shown until they are confirmed.
     ui.Click(IDC_TABLE_OLD).Click(IDC_MALE).Click(IDCANCEL).WaitClosed(kTitle);
     ui.OnWindowOfClass(kMainClass, [](HWND) {
-        const std::string table = TheProgram().results().result()->TableText(";");
+        const std::string table = TheProgram().results().result()->table_text(";");
         EXPECT_NE(table.find("Sesso: F;Tabella: Biologico"), std::string::npos) << table;
     });
     Open(ui, CMD_HTLAN);
