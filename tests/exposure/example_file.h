@@ -10,7 +10,9 @@ namespace tonvale {
 
 inline std::string ExampleBytes(const std::string& name) {
     const char* folder = std::getenv("TONVALE_EXAMPLES");
-    return SystemFiles().Read(std::string(folder ? folder : ".") + "/" + name).value_or("");
+    std::string bytes;
+    SystemFiles().Read(std::string(folder ? folder : ".") + "/" + name, bytes);
+    return bytes;
 }
 
 }  // namespace tonvale
