@@ -1,5 +1,6 @@
 #include "calc/json_writer.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "common/numbers.h"
@@ -52,19 +53,25 @@ void JsonWriter::BeforeValue() {
 
 void JsonWriter::AppendQuoted(std::string_view utf8) {
     constexpr std::string_view kHexDigits = "0123456789abcdef";
+    const auto needs_escape = [](char character) {
+        return character == '"' || character == '\\' ||
+               static_cast<unsigned char>(character) < 0x20;
+    };
     text_ += '"';
-    for (const char character : utf8) {
-        const auto code = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\') {
-            text_ += '\\';
-            text_ += character;
-        } else if (code < 0x20) {
+    for (auto rest = utf8.begin(); rest != utf8.end();) {
+        const auto escaped = std::find_if(rest, utf8.end(), needs_escape);
+        text_.append(rest, escaped);
+        if (escaped == utf8.end()) break;
+        const auto code = static_cast<unsigned char>(*escaped);
+        if (code < 0x20) {
             text_ += "\\u00";
             text_ += kHexDigits[code >> 4];
             text_ += kHexDigits[code & 0xF];
         } else {
-            text_ += character;
+            text_ += '\\';
+            text_ += *escaped;
         }
+        rest = escaped + 1;
     }
     text_ += '"';
 }

@@ -100,7 +100,10 @@ std::string_view ProfileFile::KeyOf(const Line& line) {
 
 // By number, not by name: a long section name must not be copied for each of its keys.
 std::string ProfileFile::KeyIndexName(std::size_t first_section, std::string_view key) {
-    return FormatInteger(static_cast<long long>(first_section)) + "\n" + LowerCase(key);
+    std::string name = LowerCase(key);
+    name += '\n';
+    name += FormatInteger(static_cast<long long>(first_section));
+    return name;
 }
 
 void ProfileFile::AddSection(std::string_view name, std::string_view header) {

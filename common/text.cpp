@@ -236,6 +236,10 @@ std::string ValidUtf8(std::string_view bytes) {
     std::string utf8;
     utf8.reserve(bytes.size());
     for (std::size_t i = 0; i < bytes.size();) {
+        if (static_cast<unsigned char>(bytes[i]) < 0x80) {
+            utf8 += bytes[i++];
+            continue;
+        }
         const Decoded character = DecodeUtf8(bytes, i);
         AppendUtf8(utf8, character.code);
         i += character.length;
