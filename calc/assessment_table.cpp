@@ -7,6 +7,9 @@
 #include "exposure/group_exposure.h"
 #include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
+#include "protectors/attenuation_spectrum.h"
+#include "protectors/noise_spectrum.h"
+#include "protectors/protector_selection.h"
 
 namespace tonvale {
 
@@ -17,9 +20,9 @@ constexpr std::array<AssessedKind, 8> kAssessedKinds{{
     {FileKind::kLepw, AssessWeeklyExposure},
     {FileKind::kLeg, AssessGroupExposure},
     {FileKind::kIlg, nullptr},
-    {FileKind::kSpr, nullptr},
-    {FileKind::kSpi, nullptr},
-    {FileKind::kDpi, nullptr},
+    {FileKind::kSpr, AssessNoiseSpectrum},
+    {FileKind::kSpi, AssessAttenuationSpectrum},
+    {FileKind::kDpi, AssessProtectorSelection},
     {FileKind::kErr, AssessUncertainty},
 }};
 

@@ -79,7 +79,9 @@ bool IsAboveRange(const Decimal& decimal) {
 // `magnitude` lies exactly between two numbers of `decimals` decimals when the product with
 // 2 * 10^decimals is odd; as 5^decimals is odd, the product with 2 * 2^decimals decides.
 bool IsTie(double magnitude, int decimals) {
-    return std::fmod(std::ldexp(magnitude, decimals + 1), 2.0) == 1.0;
+    const double product = std::ldexp(magnitude, decimals + 1);
+    // Few products are whole, and the remainder takes long.
+    return product == std::trunc(product) && std::fmod(product, 2.0) == 1.0;
 }
 
 std::string ToFixed(double value, int decimals) {
@@ -158,6 +160,11 @@ std::string FormatShortest(double value) {
 
 std::string FormatInteger(long long value) {
     return std::to_string(value);
+}
+
+double RoundHalvesUp(double value) {
+    const double whole = std::trunc(value) + 0.0;  // never -0
+    return value - 0.5 < whole ? whole : whole + 1;
 }
 
 }  // namespace tonvale

@@ -33,4 +33,8 @@ std::string FormatShortest(double value);
 
 std::string FormatInteger(long long value);
 
+// The whole number nearest to `value`, halves upwards, for a positive value; a negative one is
+// truncated, and its halves too go towards zero: 2.5 is 3, -2.5 and -2.9 are -2.
+double RoundHalvesUp(double value);
+
 }  // namespace tonvale

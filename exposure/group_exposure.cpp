@@ -45,11 +45,6 @@ std::uint32_t WorkersOf(const GroupExposureForm& form) {
     return ParseUnsigned(TrimBlanks(form.total_workers));
 }
 
-double RoundHalvesUp(double value) {
-    const double whole = std::floor(value);
-    return value - 0.5 >= whole ? whole + 1 : whole;
-}
-
 double HalfWidthDb(double sample_count, double total_workers, double deviation_db,
                    double quantile) {
     return quantile * deviation_db / std::sqrt(sample_count) *

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "common/text.h"
+#include "tests/calc/recording_console.h"
 #include "tests/common/faulty_file_system.h"
 
 namespace tonvale {
@@ -15,15 +16,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
-
-class RecordingConsole final : public Console {
-  public:
-    std::string output;
-    std::string errors;
-
-    void Write(std::string_view text) override { output += text; }
-    void WriteError(std::string_view text) override { errors += text; }
-};
 
 constexpr const char* kGood =
     "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=87.4\r\nTOTTIME=480\r\nLEPD=87.4\r\nTFORM=1\r\nITEMS=2\r\n"
@@ -55,7 +47,7 @@ Outcome Execute(const std::vector<std::string>& arguments) {
     files.contents = {{"buono.lep", kGood},   {"ritoccato.lep", kEdited},
                       {"zero.lep", kRefused}, {"settimana.lew", kWeek},
                       {"gruppo.leg", kGroup}, {"misura.err", kStudy},
-                      {"altro.txt", "ciao"},  {"spettro.spr", "[TONVALE]\r\nTipo=SPR\r\n"}};
+                      {"altro.txt", "ciao"},  {"udito.ilg", "[TONVALE]\r\nTipo=ILG\r\n"}};
     RecordingConsole console;
     const int status = RunCompanion(arguments, files, console);
     return {status, console.output, console.errors};
@@ -148,14 +140,14 @@ TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {
 
 TEST(Companion, GoesOnPastFilesThatItCannotTake) {
     const Outcome outcome =
-        Execute({"verifica", "manca.lep", "altro.txt", "spettro.spr", "ritoccato.lep"});
+        Execute({"verifica", "manca.lep", "altro.txt", "udito.ilg", "ritoccato.lep"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.output, HasSubstr("ritoccato.lep: LEPD"));
     EXPECT_THAT(outcome.output, EndsWith("File verificati: 1, non coerenti: 1\n"));
     EXPECT_EQ(outcome.errors,
               "manca.lep: il file non esiste\n"
               "altro.txt: tipo di file sconosciuto\n"
-              "spettro.spr: il calcolo di questo tipo non è disponibile\n");
+              "udito.ilg: il calcolo di questo tipo non è disponibile\n");
     EXPECT_EQ(Execute({"calcola", "manca.lep", "buono.lep"}).status, 2);
 }
 

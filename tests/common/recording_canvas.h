@@ -37,6 +37,7 @@ class RecordingCanvas final : public Canvas {
     std::vector<DrawnText> texts;
     std::vector<DrawnLine> lines;
     std::vector<DrawnShape> shapes;
+    std::vector<Rect> fills;
 
     int resolution = 96;
 
@@ -52,7 +53,7 @@ class RecordingCanvas final : public Canvas {
     void DrawEllipse(const Rect& rect, Color fill, const Pen&) override {
         shapes.push_back({{{rect.left, rect.top}, {rect.right, rect.bottom}}, fill});
     }
-    void FillRectangle(const Rect&, Color) override {}
+    void FillRectangle(const Rect& rect, Color) override { fills.push_back(rect); }
     void FrameRectangle(const Rect& rect, const Pen& pen) override {
         DrawLine({rect.left, rect.top}, {rect.right, rect.top}, pen);
         DrawLine({rect.right, rect.top}, {rect.right, rect.bottom}, pen);
