@@ -21,7 +21,7 @@ build() {
             cmake --build "$ROOT/build/$preset" --target "$@"
 }
 
-# Time per run, and for the folder of 10,000 files its ratio to reading their bytes alone.
+# Time per run, and for the folders of files its ratio to reading their bytes alone.
 native_benchmarks() {
     local results=$ROOT/build/results/benchmarks.csv
     mkdir -p "$(dirname "$results")"
@@ -32,7 +32,8 @@ native_benchmarks() {
             gsub(/"/, "", $1)
             if ($7 == "true" || $7 == "false") { print $1 ": failed: " $8; failed = 1; next }
             if ($1 == "ReadBytes") bytes = $3
-            ratio = $1 ~ /^Calcola/ && bytes ? sprintf(", %.1f times reading the bytes", $3 / bytes) : ""
+            if ($1 == "ReadProtectors") bytes = $3
+            ratio = $1 ~ /^(Calcola|Classifica)/ && bytes ? sprintf(", %.1f times reading the bytes", $3 / bytes) : ""
             printf "%s: %.4g %s%s\n", $1, $3, $5, ratio
         }
         END { exit failed }' "$results"

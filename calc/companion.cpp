@@ -6,6 +6,7 @@
 
 #include "calc/data_files.h"
 #include "calc/hearing_commands.h"
+#include "calc/ranking_command.h"
 
 namespace tonvale {
 
@@ -21,7 +22,24 @@ constexpr std::string_view kHelp =
     "      json: un oggetto per riga; nel nome del file ogni byte che non è UTF-8 valido, e il\n"
     "      carattere U+FFFD stesso, è scritto come U+FFFD e due cifre esadecimali.\n"
     "  tonvale-calc verifica FILE...\n"
-    "      Elenca i file i cui risultati salvati non corrispondono ai dati.\n"
+    "      Elenca i file i cui risultati salvati non corrispondono ai dati e gli spettri di\n"
+    "      attenuazione (.spi) i cui H, M, L o SNR dichiarati distano più di 1 dB dai valori\n"
+    "      calcolati.\n"
+    "  tonvale-calc grafico FILE [--svg USCITA]\n"
+    "      Disegna in SVG il grafico di un file di dati (le bande di uno spettro .spr o .spi),\n"
+    "      sullo standard output se manca USCITA.\n"
+    "  tonvale-calc classifica (--rumore FILE.spr | --laeq N [--lceq N]) [--azione 80|85|90]\n"
+    "      [--metodo snr-corretto|snr|hml-controllo|hml|ottava|tutti] [--formato ...]\n"
+    "      [--separatore S] (FILE.spi | CARTELLA)...\n"
+    "      I DPI migliori per un rumore: livello all'orecchio e giudizio secondo ogni metodo che\n"
+    "      le informazioni sul rumore consentono. Ordina il metodo indicato o, con tutti\n"
+    "      (predefinito), il primo possibile fra ottava, hml, snr e snr-corretto: prima BUONA,\n"
+    "      poi ACCETTABILE sopra e sotto di essa, TROPPO ALTA, INSUFFICIENTE; a pari giudizio il\n"
+    "      livello più vicino a 7.5 dB sotto il livello d'azione (85 dBA se manca --azione).\n"
+    "      Senza LCeq il rumore vale come di classe HM. Le avvertenze dicono dei valori\n"
+    "      dichiarati che distano più di 1 dB dallo spettro e dei metodi che discordano per più\n"
+    "      di un giudizio. json: un vettore di {\"file\", \"ratings\": H, M, L e SNR dichiarati,\n"
+    "      \"methods\": per ogni metodo {\"level\", \"rating\"} o null, \"warnings\"}.\n"
     "  tonvale-calc nipts [--quantita NIPTS|HTLA|HTLAN] [--anni N] [--livello N] [--eta N]\n"
     "      [--sesso M|F] [--tabella nuova|vecchia|biologico]\n"
     "      [--svg FILE [--vista grafico|audiogramma|tabella]] [--formato ...] [--separatore S]\n"
@@ -47,9 +65,11 @@ struct Command {
     int (*run)(std::span<const std::string> arguments, FileSystem& files, Console& console);
 };
 
-constexpr std::array<Command, 4> kCommands{{
+constexpr std::array<Command, 6> kCommands{{
     {"calcola", RunCalcola},
     {"verifica", RunVerifica},
+    {"grafico", RunGrafico},
+    {"classifica", RunClassifica},
     {"nipts", RunNipts},
     {"previsioni", RunPrevisioni},
 }};

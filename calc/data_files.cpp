@@ -13,6 +13,7 @@
 #include "calc/assessment_table.h"
 #include "calc/json_writer.h"
 #include "calc/options.h"
+#include "calc/picture.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -223,6 +224,17 @@ std::string DescribeFindings(const Assessment& assessment, const ProfileFile& fi
     return text;
 }
 
+// The drawing of a printout as a picture of its own, with room for what stands above and below it.
+SvgCanvas DrawPicture(const PrintoutDrawing& drawing) {
+    // Both scales divide this height without a remainder.
+    constexpr Rect kArea{20, 30, kPictureSize.width - 20, 30 + 14 * 39};
+    constexpr Rect kCaptions{kArea.left, kArea.bottom + 10, kArea.right, kPictureSize.height};
+    SvgCanvas canvas(kPictureSize);
+    drawing.draw(canvas, kArea, true);
+    if (drawing.draw_captions) drawing.draw_captions(canvas, kCaptions);
+    return canvas;
+}
+
 int NoFiles(Console& console) {
     console.WriteError("tonvale-calc: nessun file indicato (vedere --help)\n");
     return kExitFailure;
@@ -248,11 +260,7 @@ int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Consol
              write = format->write;
              return std::nullopt;
          }},
-        {"--separatore",
-         [&](const std::string& value) -> std::optional<std::string> {
-             settings.separator = value;
-             return std::nullopt;
-         }},
+        TextOption("--separatore", settings.separator),
     }};
     const ParsedArguments parsed = ParseOptions(arguments, options);
     if (parsed.error) return WrongArguments(console, *parsed.error);
@@ -288,6 +296,29 @@ int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Conso
                   ", non coerenti: " + FormatInteger(inconsistent) + "\n");
     if (!all_opened) return kExitFailure;
     return inconsistent > 0 ? kExitFindings : kExitSuccess;
+}
+
+int RunGrafico(std::span<const std::string> arguments, FileSystem& files, Console& console) {
+    std::string svg_path;
+    const std::array<Option, 1> options{TextOption("--svg", svg_path)};
+    const ParsedArguments parsed = ParseOptions(arguments, options);
+    if (parsed.error) return WrongArguments(console, *parsed.error);
+    if (parsed.rest.empty()) return NoFiles(console);
+    if (parsed.rest.size() > 1) return WrongArguments(console, "un solo file alla volta");
+
+    int status = kExitSuccess;
+    const auto draw_file = [&](const OpenedFile& opened) {
+        const Assessment assessment = opened.kind.assess(opened.file);
+        if (!assessment.printout.drawing) {
+            ReportFailure(console, opened.path, "questo file non ha un grafico");
+            status = kExitFailure;
+            return;
+        }
+        const SvgCanvas picture = DrawPicture(*assessment.printout.drawing);
+        if (svg_path.empty()) return console.Write(picture.Document());
+        status = SavePicture(picture, svg_path, files, console);
+    };
+    return ForEachDataFile(parsed.rest, files, console, draw_file) ? status : kExitFailure;
 }
 
 }  // namespace tonvale

@@ -1,4 +1,4 @@
-// The companion's commands over data files: "calcola" and "verifica".
+// The companion's commands over data files: "calcola", "verifica" and "grafico".
 #pragma once
 
 #include <span>
@@ -11,5 +11,6 @@ namespace tonvale {
 // Each takes what follows the command's word and gives the exit status.
 int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Console& console);
 int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Console& console);
+int RunGrafico(std::span<const std::string> arguments, FileSystem& files, Console& console);
 
 }  // namespace tonvale

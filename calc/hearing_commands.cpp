@@ -10,8 +10,8 @@
 
 #include "calc/json_writer.h"
 #include "calc/options.h"
+#include "calc/picture.h"
 #include "common/numbers.h"
-#include "common/svg_canvas.h"
 #include "common/text.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
@@ -20,16 +20,7 @@ namespace tonvale {
 
 namespace {
 
-constexpr Size kPictureSize{1000, 640};
-
 enum class TableFormat { kText, kCells, kJson };
-
-// A word of the command line and what it stands for.
-template <typename Value>
-struct Choice {
-    std::string_view word;
-    Value value;
-};
 
 constexpr std::array<Choice<TableFormat>, 3> kFormats{{
     {"testo", TableFormat::kText},
@@ -62,33 +53,6 @@ constexpr std::array<Choice<ViewKind>, 3> kPrevisioniViews{{
     {"livello", ViewKind::kAudiogram},
     {"tabella", ViewKind::kTable},
 }};
-
-// An option that takes any text.
-Option TextOption(std::string_view name, std::string& target) {
-    return {name, [&target](const std::string& value) -> std::optional<std::string> {
-                target = value;
-                return std::nullopt;
-            }};
-}
-
-std::string UnknownValue(std::string_view option, std::string_view value) {
-    std::string text = "valore non ammesso per ";
-    return text.append(option).append(": ").append(value);
-}
-
-// An option that takes one of the words of a table, in upper or lower case.
-template <typename Choices, typename Value>
-Option ChoiceOption(std::string_view name, const Choices& choices, Value& target) {
-    return {name,
-            [name, &choices, &target](const std::string& value) -> std::optional<std::string> {
-                for (const auto& choice : choices) {
-                    if (!EqualsIgnoringCase(choice.word, value)) continue;
-                    target = choice.value;
-                    return std::nullopt;
-                }
-                return UnknownValue(name, value);
-            }};
-}
 
 // An option that takes an item of one of the dialog's lists.
 Option ListOption(std::string_view name, const std::vector<std::string>& items, int& position) {
@@ -154,11 +118,7 @@ int WritePicture(const ResultView& view, const Output& output, FileSystem& files
     if (output.svg_path.empty()) return kExitSuccess;
     SvgCanvas canvas(kPictureSize);
     view.Page(output.view)->draw(canvas, {0, 0, kPictureSize.width, kPictureSize.height}, {});
-    const FileError error = WriteFileSafely(files, output.svg_path, canvas.Document());
-    if (error == FileError::kNone) return kExitSuccess;
-    console.WriteError(output.svg_path +
-                       ": impossibile scrivere il file: " + std::string(Reason(error)) + "\n");
-    return kExitFailure;
+    return SavePicture(canvas, output.svg_path, files, console);
 }
 
 template <typename Numbers>

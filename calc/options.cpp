@@ -47,4 +47,16 @@ ParsedArguments ParseOptions(std::span<const std::string> arguments,
     return parsed;
 }
 
+std::string UnknownValue(std::string_view option, std::string_view value) {
+    std::string text = "valore non ammesso per ";
+    return text.append(option).append(": ").append(value);
+}
+
+Option TextOption(std::string_view name, std::string& target) {
+    return {name, [&target](const std::string& value) -> std::optional<std::string> {
+                target = value;
+                return std::nullopt;
+            }};
+}
+
 }  // namespace tonvale

@@ -1,0 +1,222 @@
+// The companion over spectra and protectors: "calcola", "verifica", "grafico", "classifica".
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "common/text.h"
+#include "tests/calc/recording_console.h"
+#include "tests/common/folder_test.h"
+
+namespace tonvale {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+constexpr const char* kNoise =
+    "[TONVALE]\nTipo=SPR\nLAEQ= 99.9\nLCEQ= 99.5\n[SPECTRUM]\n125=84.0\n250=86.5\n500=90.0\n"
+    "1000=93.5\n2000=95.0\n4000=92.5\n8000=87.0\n";
+
+class ProtectorCommands : public FolderTest {
+  protected:
+    int Run(const std::vector<std::string>& arguments) {
+        console_ = {};
+        return RunCompanion(arguments, SystemFiles(), console_);
+    }
+    // A protector of the same attenuation in all bands, or without a spectrum (0).
+    std::string WriteProtector(const std::string& name, const std::string& ratings,
+                               const std::string& attenuation) {
+        std::string bands;
+        for (const char* key : {"125", "250", "500", "1000", "2000", "4000", "8000"}) {
+            bands += std::string(key) + "=" + attenuation + "\n";
+        }
+        return WriteFile(name, "[TONVALE]\nTipo=SPI\n" + ratings + "[SPECTRUM]\n" + bands);
+    }
+    // The output without the folder of the test, one blank for several.
+    std::string Output() const {
+        std::string text;
+        for (const char character : console_.output) {
+            if (character != ' ' || !text.ends_with(' ')) text += character;
+        }
+        const std::string folder = Path("");
+        for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder)) {
+            text.erase(at, folder.size());
+        }
+        return text;
+    }
+
+    RecordingConsole console_;
+};
+
+TEST_F(ProtectorCommands, TheExamplesFollowFromTheirInputs) {
+    const std::string folder = std::string(std::getenv("TONVALE_EXAMPLES")) + "/";
+    std::vector<std::string> paths;
+    for (const char* name : {"sega_circolare.spr", "cuffia_leggera.spi", "cuffia_pesante.spi",
+                             "inserto_espanso.spi", "inserto_archetto.spi", "scelta_cuffia.dpi"}) {
+        paths.push_back(folder + name);
+    }
+    std::vector<std::string> arguments{"verifica"};
+    arguments.insert(arguments.end(), paths.begin(), paths.end());
+    EXPECT_EQ(Run(arguments), 0);
+    EXPECT_EQ(console_.output, "File verificati: 6, non coerenti: 0\n");
+    EXPECT_EQ(Run({"calcola", "--formato", "json", paths.back()}), 0);
+    EXPECT_THAT(console_.output,
+                AllOf(HasSubstr(R"("shown":{"LIVEFF":" 75.0"},"values":{"LIVEFF":75})"),
+                      HasSubstr(R"("details":{"method":5,"rating":"ACCETTABILE.","text":"Con l')"),
+                      EndsWith("\"kinds\":[\"Cuffie\",\"Inserti con archetto\",\"Inserti monouso\"]"
+                               "}}\n")));
+    EXPECT_EQ(Run({"classifica", "--rumore", paths[0], folder}), 0);
+    EXPECT_THAT(SplitLines(console_.output), SizeIs(4 + 4));
+    EXPECT_EQ(Run({"grafico", paths.back()}), 2);
+    EXPECT_THAT(console_.errors, EndsWith("scelta_cuffia.dpi: questo file non ha un grafico\n"));
+    EXPECT_THAT(console_.output, IsEmpty());
+}
+
+TEST_F(ProtectorCommands, CalcolaAndVerificaShowWhatTheDialogWould) {
+    const std::string noise = WriteFile(
+        "alto.spr", "[TONVALE]\nTipo=SPR\nLAEQ=1\n[SPECTRUM]\n125=141\n1000=90\n2000=-5\n");
+    EXPECT_EQ(Run({"calcola", "--formato", "json", noise}), 0);
+    EXPECT_THAT(console_.output, HasSubstr(R"("shown":{"LAEQ":" 90.0","LCEQ":" 90.0"},)"
+                                           R"("values":{"LAEQ":90.00000000)"));
+    EXPECT_THAT(console_.output,
+                EndsWith("\"details\":{\"warnings\":[\"125 Hz: Valore troppo elevato.\"]}}\n"));
+    const std::string protector =
+        WriteProtector("incompleto.spi", "H=31.0\nM=23.0\nSNR=26.0\n", "");
+    EXPECT_EQ(Run({"calcola", "--formato", "json", protector}), 0);
+    EXPECT_THAT(console_.output, HasSubstr(R"("shown":{"H":"31.0","M":"23.0","L":"","SNR":"26.0"},)"
+                                           R"("values":{"H":31,"M":23,"L":0,"SNR":26})"));
+    const std::string declared = WriteProtector("a.spi", "H=25.0\nM=20\nL=20.0\nSNR=22.0\n", "20");
+    EXPECT_EQ(Run({"verifica", declared}), 1);
+    EXPECT_THAT(console_.output,
+                HasSubstr("a.spi: H salvato \"25.0\", ricalcolato \"20.0\"; M salvato \"20\", "
+                          "ricalcolato \"20.0\"; valori dichiarati che distano più di 1 dB dallo "
+                          "spettro: H 25.0 invece di 20.0\n"));
+    EXPECT_EQ(Run({"calcola", "--formato", "json",
+                   WriteFile("x.dpi", "[TONVALE]\nTipo=DPI\n[SETTINGS]\nMETODO=1\nLIVEFF=1\n")}),
+              1);
+    EXPECT_THAT(console_.output,
+                AllOf(HasSubstr(R"("shown":null,"values":null,"stored":{"LIVEFF":"1"},)"),
+                      HasSubstr(R"("message":{"caption":"Errore","text":"Inserire valori num)"),
+                      HasSubstr(R"("details":{"method":1,"rating":null,"text":null,"kinds":[)")));
+}
+
+TEST_F(ProtectorCommands, GraficoDrawsTheBars) {
+    const std::string noise = WriteFile("n.spr", kNoise);
+    EXPECT_EQ(Run({"grafico", noise}), 0);
+    EXPECT_THAT(console_.output,
+                AllOf(StartsWith("<svg"), HasSubstr(">140</text>"), HasSubstr(">8000 Hz</text>")));
+    const std::string drawn = console_.output;
+    EXPECT_EQ(Run({"grafico", "--svg", Path("n.svg"), noise}), 0);
+    EXPECT_EQ(ReadFile("n.svg"), drawn);
+    EXPECT_THAT(console_.output, IsEmpty());
+    EXPECT_EQ(Run({"grafico", "--svg", Path("manca/n.svg"), noise}), 2);
+    EXPECT_EQ(Run({"grafico"}) + Run({"grafico", noise, noise}) + Run({"grafico", Path("no")}), 6);
+}
+
+TEST_F(ProtectorCommands, ClassificaRanksACabinet) {
+    const std::string noise = WriteFile("n.spr", kNoise);
+    WriteProtector("venti.spi", "H=20.0\nM=20.0\nL=20.0\nSNR=22.0\n", "20");
+    WriteProtector("dichiara.spi", "H=30.0\nM=23.0\nL=23.0\nSNR=25.0\n", "23");
+    WriteProtector("solo snr.spi", "SNR=30\n", "0");
+    WriteFile("altro.txt", "niente");
+    EXPECT_EQ(Run({"classifica", "--rumore", noise, Path("")}), 0);
+    // The levels of the noise are those of its spectrum, 99.8 and 99.4, not the stored ones.
+    EXPECT_EQ(
+        Output(),
+        "Rumore: LAeq 99.8 dBA, LCeq 99.4 dBC, spettro in banda d'ottava, classe HM\n"
+        "Livello d'azione: 85 dBA; decide il metodo: ottava\n\n"
+        "File H M L SNR ottava giudizio snr-corretto giudizio snr giudizio hml-controllo giudizio "
+        "hml giudizio Avvertenze\n"
+        "dichiara.spi 30.0 23.0 23.0 25.0 77.0 BUONA 82.0 ACCETTABILE 74.0 ACCETTABILE 77.0 BUONA "
+        "72.8 ACCETTABILE valori dichiarati che distano più di 1 dB dallo spettro: H 30.0 invece "
+        "di "
+        "23.0; i metodi discordano: snr-corretto 82.0 dBA (ACCETTABILE), snr 74.0 dBA "
+        "(ACCETTABILE)\n"
+        "venti.spi 20.0 20.0 20.0 22.0 80.0 BUONA 85.0 ACCETTABILE 77.0 BUONA 80.0 BUONA 79.8 "
+        "BUONA\n"
+        "solo snr.spi - - - 30.0 - 77.0 BUONA 69.0 TROPPO ALTA - - i metodi discordano: "
+        "snr-corretto 77.0 dBA (BUONA), snr 69.0 dBA (TROPPO ALTA)\n");
+    // Columns are aligned by characters: the folder's name has one of two bytes.
+    const auto lines = SplitLines(console_.output);
+    for (const std::size_t row : {4U, 5U, 6U}) {
+        EXPECT_EQ(lines[row].substr(lines[3].find(" snr ")).find_first_of("678"), 3U);
+    }
+    EXPECT_EQ(Run({"classifica", "--laeq", "95.5", "--azione", "80", "--formato", "csv",
+                   Path("venti.spi"), Path("solo snr.spi")}),
+              0);
+    EXPECT_EQ(Output(),
+              "File;H;M;L;SNR;snr-corretto;giudizio;hml-controllo;giudizio;Avvertenze\r\n"
+              "solo snr.spi;-;-;-;30,0;73,0;BUONA;-;;\r\n"
+              "venti.spi;20,0;20,0;20,0;22,0;81,0;INSUFFICIENTE;76,0;ACCETTABILE;\r\n");
+    EXPECT_EQ(Run({"classifica", "--laeq=108.6", "--lceq=110.6", "--metodo=snr", "--formato=json",
+                   Path("dichiara.spi")}),
+              0);
+    EXPECT_EQ(
+        Output(),
+        R"([{"file":"dichiara.spi","ratings":{"H":30,"M":23,"L":23,"SNR":25},"methods":{)"
+        R"("snr-corretto":{"level":91,"rating":"INSUFFICIENTE."},)"
+        R"("snr":{"level":86,"rating":"INSUFFICIENTE."},"hml-controllo":null,)"
+        R"("hml":{"level":85.6,"rating":"INSUFFICIENTE."},"ottava":null},"warnings":[)"
+        R"("valori dichiarati che distano più di 1 dB dallo spettro: H 30.0 invece di 23.0",)"
+        R"("hml-controllo: Ottenere maggiori informazioni sul rumore ed usare uno degli altri )"
+        R"(metodi proposti"]}])"
+        "\n");
+}
+
+TEST_F(ProtectorCommands, ClassificaQuotesCellsAndGoesOnPastBadFiles) {
+    const std::string quoted = WriteProtector("a;\"b\".spi", "SNR=20\n", "0");
+    const std::string noise = WriteFile("n.spr", kNoise);
+    EXPECT_EQ(
+        Run({"classifica", "--laeq", "90", "--formato", "csv", quoted, noise, Path("no.spi")}), 2);
+    EXPECT_THAT(console_.output, HasSubstr("a;\"\"b\"\".spi\";-;-;-;20,0;77,0;BUONA;-;;\r\n"));
+    EXPECT_THAT(console_.errors, AllOf(HasSubstr("n.spr: non è uno spettro di attenuazione\n"),
+                                       HasSubstr("no.spi: impossibile leggere il file\n")));
+    std::filesystem::create_directories(folder_ / "vuota");
+    EXPECT_EQ(Run({"classifica", "--laeq", "90", "--formato", "json", Path("vuota")}), 2);
+    EXPECT_EQ(console_.output, "[]\n");
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{quoted},
+                                               {"--laeq", "90"},
+                                               {"--laeq", "90", "--rumore", noise, quoted},
+                                               {"--rumore", noise, "--lceq", "90", quoted},
+                                               {"--rumore", quoted, quoted},
+                                               {"--rumore", Path("no.spr"), quoted},
+                                               {"--laeq", "0", quoted},
+                                               {"--laeq", "90,5", quoted},
+                                               {"--laeq", "90", "--lceq", "-1", quoted},
+                                               {"--laeq", "90", "--azione", "87", quoted},
+                                               {"--laeq", "90", "--metodo", "hml", quoted},
+                                               {"--laeq", "90", "--metodo", "altro", quoted}}) {
+        std::vector<std::string> line{"classifica"};
+        line.insert(line.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(Run(line), 2) << arguments.front() << arguments.size();
+        EXPECT_THAT(console_.output, IsEmpty());
+        EXPECT_NE(console_.errors, "");
+    }
+}
+
+TEST_F(ProtectorCommands, ClassificaTakesAThousandProtectors) {
+    std::filesystem::create_directories(folder_ / "armadio" / "inserti");
+    for (int i = 0; i < 1000; ++i) {
+        const std::string name =
+            std::string(i % 2 == 0 ? "armadio/" : "armadio/inserti/") + std::to_string(i) + ".spi";
+        WriteProtector(name, "SNR=" + std::to_string(10 + i % 30) + "\n", "1e400");
+    }
+    EXPECT_EQ(Run({"classifica", "--laeq", "100", "--metodo", "snr-corretto", "--formato", "csv",
+                   Path("armadio")}),
+              0);
+    const auto lines = SplitLines(console_.output);
+    ASSERT_THAT(lines, SizeIs(1 + 1000));
+    EXPECT_THAT(std::string(lines[1]), HasSubstr(";29,0;78,0;BUONA;"));
+    EXPECT_THAT(std::string(lines.back()), HasSubstr(";10,0;97,0;INSUFFICIENTE;"));
+}
+
+}  // namespace
+}  // namespace tonvale
