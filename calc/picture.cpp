@@ -4,8 +4,10 @@ namespace tonvale {
 
 int SavePicture(const SvgCanvas& picture, const std::string& path, FileSystem& files,
                 Console& console) {
-    if (WriteFileSafely(files, path, picture.Document())) return kExitSuccess;
-    console.WriteError(path + ": impossibile scrivere il file\n");
+    const FileError error = WriteFileSafely(files, path, picture.Document());
+    if (error == FileError::kNone) return kExitSuccess;
+    console.WriteError(path + ": impossibile scrivere il file: " + std::string(Reason(error)) +
+                       "\n");
     return kExitFailure;
 }
 

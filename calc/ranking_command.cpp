@@ -208,7 +208,7 @@ void WriteLevel(JsonWriter& json, const std::optional<RankedLevel>& level) {
 void WriteProtector(JsonWriter& json, const RankedProtector& protector) {
     json.BeginObject();
     json.Key("file");
-    json.String(protector.file);
+    json.String(DistinctUtf8(protector.file));
     json.Key("ratings");
     WriteRatings(json, protector.values);
     json.Key("methods");
@@ -283,9 +283,11 @@ bool TakeOptions(std::span<const std::string> arguments, RankingOptions& options
 // --- Noise and protectors ------------------------------------------------------------------------
 
 std::optional<ProfileFile> OpenFile(const std::string& path, FileSystem& files, Console& console) {
-    auto file = ProfileFile::Read(files, path);
-    if (!file) console.WriteError(path + ": impossibile leggere il file\n");
-    return file;
+    ProfileFile file;
+    const FileError error = ProfileFile::Read(files, path, file);
+    if (error == FileError::kNone) return file;
+    console.WriteError(path + ": " + std::string(Reason(error)) + "\n");
+    return std::nullopt;
 }
 
 // Weighted levels that follow from the file's spectrum count more than stored ones.

@@ -177,7 +177,7 @@ TEST_F(ProtectorCommands, ClassificaQuotesCellsAndGoesOnPastBadFiles) {
         Run({"classifica", "--laeq", "90", "--formato", "csv", quoted, noise, Path("no.spi")}), 2);
     EXPECT_THAT(console_.output, HasSubstr("a;\"\"b\"\".spi\";-;-;-;20,0;77,0;BUONA;-;;\r\n"));
     EXPECT_THAT(console_.errors, AllOf(HasSubstr("n.spr: non è uno spettro di attenuazione\n"),
-                                       HasSubstr("no.spi: impossibile leggere il file\n")));
+                                       HasSubstr("no.spi: il file non esiste\n")));
     std::filesystem::create_directories(folder_ / "vuota");
     EXPECT_EQ(Run({"classifica", "--laeq", "90", "--formato", "json", Path("vuota")}), 2);
     EXPECT_EQ(console_.output, "[]\n");
