@@ -154,7 +154,8 @@ PerCheckField<double> ProtectorOf(double h, double m, double l, double snr) {
 }
 
 TEST(ProtectorRanking, PutsTheBestFirst) {
-    RankingTask task{.deciding_method = CheckMethod::kSnr};
+    RankingTask task;
+    task.deciding_method = CheckMethod::kSnr;
     task.noise.values[CheckField::kLceq] = 100;
     std::vector<RankedProtector> protectors;
     // At 85 dBA: 78 and 77 are nearest to the middle of the good band, alike.
