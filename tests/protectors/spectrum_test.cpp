@@ -161,7 +161,8 @@ TEST(Spectra, EmptyAFieldAboveTheHighestValue) {
     EXPECT_EQ(noise.results[0], " 90.0");  // recomputed without it
     for (const char* accepted : {"140", "140.0", "-1e99", "abc999", "", "12345678"}) {
         noise.bands[0] = accepted;
-        EXPECT_EQ(EnterBand(noise, 0).has_value(), noise.bands[0] != accepted);
+        const bool refused = EnterBand(noise, 0).has_value();
+        EXPECT_EQ(refused, noise.bands[0] != accepted);
         EXPECT_EQ(noise.bands[0] == accepted, std::string(accepted) != "12345678") << accepted;
     }
     SpectrumForm protector =
