@@ -22,24 +22,46 @@ class EditorGuard {
   public:
     LRESULT Handle(HWND editor, UINT message, WPARAM wparam, LPARAM lparam) {
         editor_ = editor;
-        // Whatever may have happened to the text since.
-        if (message == WM_KEYDOWN || message == WM_CHAR) PullOut(Selection());
+        // Whatever may have happened to the text since; what is told of a selection asks for its
+        // format before this guard could see to it.
+        const bool uses =
+            message == WM_KEYDOWN || message == WM_CHAR || message == EM_GETCHARFORMAT;
+        if (uses) PullOut(Selection());
+        if (ReplacesSelection(message, wparam)) SettleRange();
+        if (message == EM_STREAMIN && (wparam & SFF_SELECTION) != 0) PartParagraphs(false);
         const LRESULT result = message == EM_SETPARAFORMAT
                                    ? SetParagraphFormat(*reinterpret_cast<PARAFORMAT*>(lparam))
                                    : Pass(message, wparam, lparam);
-        if (message == EM_STREAMIN) PartAllBullets();
-        CHARRANGE selection = Selection();
-        if (selection == good_) return result;
+        if (message == EM_STREAMIN) PartParagraphs(true);
         const bool steps = message == WM_KEYDOWN && (wparam == VK_LEFT || wparam == VK_RIGHT);
-        if (steps && !IsGood(selection)) {
+        if (steps && !IsGood(Selection())) {
             Pass(message, wparam, lparam);  // over the other half of the line end
-            selection = Selection();
         }
-        PullOut(selection);
+        const CHARRANGE selection = Selection();
+        if (!(selection == good_)) PullOut(selection);
+        if (message == WM_KEYDOWN || message == EM_UNDO || message == EM_REDO) SettleCaret();
         return result;
     }
 
   private:
+    static bool ReplacesSelection(UINT message, WPARAM wparam) {
+        constexpr std::array<UINT, 7> kMessages = {
+            WM_CHAR, WM_CLEAR, WM_CUT, WM_PASTE, EM_REPLACESEL, EM_SETTEXTEX, EM_STREAMIN};
+        if (message == WM_KEYDOWN) return wparam == VK_DELETE || wparam == VK_BACK;
+        return std::find(kMessages.begin(), kMessages.end(), message) != kMessages.end();
+    }
+
+    // A step over words, or an undone change, may leave the caret or an end of the selection where
+    // the next change goes wrong, though its position is right. To set it once more mends it; but
+    // for a selection, which then grows from its other end, only when it is about to be replaced.
+    void SettleCaret() const {
+        if (good_.cpMin == good_.cpMax) Select(good_);
+    }
+    void SettleRange() const {
+        const CHARRANGE selection = Selection();
+        if (selection.cpMin != selection.cpMax) Select(selection);
+    }
+
     // Past this guard, which it does not concern.
     LRESULT Pass(UINT message, WPARAM wparam, LPARAM lparam) const {
         return DefSubclassProc(editor_, message, wparam, lparam);
@@ -87,8 +109,9 @@ class EditorGuard {
         Select(good_);
     }
 
-    // Paragraphs with bullets are a list to the control, which loses count of them when one is
-    // added in the middle. Where each begins a list of its own, which nobody sees, it does not.
+    // Paragraphs of the same numbering, also of none, are a list to the control, which loses count
+    // of them when one is added in the middle. Where each begins a list of its own, which nobody
+    // sees, it does not.
     LRESULT SetParagraphFormat(const PARAFORMAT& wanted) const {
         PARAFORMAT2 format{};
         std::memcpy(&format, &wanted, std::min(std::size_t{wanted.cbSize}, sizeof(format)));
@@ -99,8 +122,8 @@ class EditorGuard {
         return Pass(EM_SETPARAFORMAT, format);
     }
 
-    // The same for a text that has been read.
-    void PartAllBullets() const {
+    // The same for all of the text, in which the control itself has made or read some.
+    void PartParagraphs(bool only_with_bullets) const {
         const CHARRANGE selection = Selection();
         const LRESULT event_mask = Pass(EM_SETEVENTMASK, 0, 0);
         Select({0, -1});
@@ -109,7 +132,7 @@ class EditorGuard {
         const bool has_bullets = (format.dwMask & PFM_NUMBERING) == 0 || format.wNumbering != 0;
         const bool is_parted = (format.dwMask & PFM_NUMBERINGSTYLE) != 0 &&
                                (format.wNumberingStyle & PFNS_NEWNUMBER) != 0;
-        if (has_bullets && !is_parted) {
+        if ((has_bullets || !only_with_bullets) && !is_parted) {
             format.dwMask = PFM_NUMBERINGSTYLE;
             format.wNumberingStyle = PFNS_NEWNUMBER;
             Pass(EM_SETUNDOLIMIT, 0, 0);

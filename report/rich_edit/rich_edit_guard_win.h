@@ -11,8 +11,9 @@ namespace tonvale {
 bool NeedsGuard(RichEdit& edit);
 
 // From now on the caret and the selection of `editor`, which is empty, end at the text of a line,
-// never within or behind the line's end; and a line end typed after one of several paragraphs with
-// bullets, which cannot be tried out and ends the program where that does, is one like any other.
+// never within or behind the line's end. With it goes what cannot be tried out, as it ends the
+// program where it goes wrong: a line end after one of several paragraphs with bullets, and changes
+// at a caret that has gone over words or that an undone change has moved, are like any others.
 void Guard(HWND editor);
 
 }  // namespace tonvale
