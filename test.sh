@@ -13,6 +13,7 @@ NATIVE=$ROOT/build/linux-asan
 WINDOWS=$ROOT/build/windows
 RESULTS=$ROOT/build/results
 FUZZ_SECONDS=20  # of all fuzzers together
+WINDOWS_SHARDS=2  # run side by side; programs and Wine's server wait for each other a lot
 
 passed=0
 failed=0
@@ -39,30 +40,55 @@ build() {
         quietly "$ROOT/build/logs/$preset-build.log" cmake --build "$ROOT/build/$preset"
 }
 
-# Runs the tests of a build folder and adds up what they say. $2 is the folder of the results as
-# the tests have to name it.
+# Runs the tests of a build folder; $2 is the folder for their results, $3 how the tests have to
+# name it.
 run_ctest() {
-    local folder=$1 results_name=$2 label
-    label=$(basename "$folder")
-    local results=$RESULTS/$label counts
+    local folder=$1 results=$2 results_name=$3
     rm -rf "$results"
     mkdir -p "$results"
-    say "Running the tests of $label"
-    GTEST_OUTPUT="xml:$results_name" GTEST_BRIEF=1 ctest --test-dir "$folder" --output-on-failure \
+    GTEST_OUTPUT="xml:$results_name" ctest --test-dir "$folder" --output-on-failure \
         --no-tests=error --output-junit "$results/ctest.xml" || true
-    read -r -a counts < <("$ROOT/scripts/tally-tests.sh" "$results/ctest.xml" "$results")
+}
+
+# Adds up what the tests said whose results are in the folder $1.
+tally() {
+    local counts
+    read -r -a counts < <("$ROOT/scripts/tally-tests.sh" "$1/ctest.xml" "$1")
     passed=$((passed + counts[0]))
     failed=$((failed + counts[1]))
 }
 
 native_tests() {
-    run_ctest "$NATIVE" "$RESULTS/linux-asan/"
+    say "Running the tests of linux-asan"
+    GTEST_BRIEF=1 run_ctest "$NATIVE" "$RESULTS/linux-asan" "$RESULTS/linux-asan/"
+    tally "$RESULTS/linux-asan"
 }
 
-# The programs under Wine, with one that keeps Wine's server alive meanwhile.
-windows_tests() {
+# One of the shards of the Windows tests, in the prefix of its own, with a program that keeps
+# Wine's server alive meanwhile.
+windows_shard() {
+    local shard=$1
+    local results=$RESULTS/windows-$shard
+    use_test_environment "$shard"
+    trap 'wineserver -k || true' EXIT
     setsid wine64 "$WINDOWS/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
-    run_ctest "$WINDOWS" "$(windows_path "$RESULTS/windows")\\"
+    GTEST_TOTAL_SHARDS=$WINDOWS_SHARDS GTEST_SHARD_INDEX=$((shard - 1)) \
+        run_ctest "$WINDOWS" "$results" "$(windows_path "$results")\\"
+}
+
+# The programs under Wine. Every shard has desktop, focus and clipboard for itself.
+windows_tests() {
+    local shard shards=()
+    say "Running the tests of windows ($WINDOWS_SHARDS shards)"
+    for ((shard = 1; shard <= WINDOWS_SHARDS; ++shard)); do
+        (windows_shard "$shard") >"$ROOT/build/logs/windows-$shard.log" 2>&1 &
+        shards+=($!)
+    done
+    wait "${shards[@]}" || true
+    for ((shard = 1; shard <= WINDOWS_SHARDS; ++shard)); do
+        cat "$ROOT/build/logs/windows-$shard.log"
+        tally "$RESULTS/windows-$shard"
+    done
     check "printed reports" "$ROOT/tests/print/check_print.sh" "$TONVALE_PRINT_DIR"
     # Where there is such a program.
     if command -v soffice >/dev/null; then
@@ -96,12 +122,14 @@ fuzzers() {
 }
 
 prepare() {
-    ensure_packages "${TEST_PACKAGES[@]}" &&
-        "$ROOT/scripts/wine-prefix.sh" "$WINEPREFIX" --printer "$TONVALE_PRINTER_FILE"
-}
-
-end_wine() {
-    wineserver -k || true
+    local shard
+    ensure_packages "${TEST_PACKAGES[@]}" || return 1
+    for ((shard = 1; shard <= WINDOWS_SHARDS; ++shard)); do
+        (
+            use_test_environment "$shard"
+            "$ROOT/scripts/wine-prefix.sh" "$WINEPREFIX" --printer "$TONVALE_PRINTER_FILE"
+        ) || return 1
+    done
 }
 
 # Builds count as tests only when they fail.
@@ -124,9 +152,7 @@ main() {
     rm -rf build/print build/screenshots
     use_test_environment
     if prepare; then
-        trap end_wine EXIT
         run_everything
-        end_wine
     else
         failed=1
     fi

@@ -83,12 +83,15 @@ use_wine_prefix() {
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
 }
 
-# What the tests run in: a Wine prefix of their own with a printer, and no display.
+# What the tests run in: a Wine prefix of their own with a printer, and no display. $1 tells apart
+# what runs side by side.
 use_test_environment() {
+    local shard=${1:-}
     unset DISPLAY WAYLAND_DISPLAY
-    use_wine_prefix "$ROOT/build/wine/tests"
+    use_wine_prefix "$ROOT/build/wine/tests${shard:+-$shard}"
     export TONVALE_EXAMPLES=$ROOT/examples TONVALE_SCREENSHOTS=$ROOT/build/screenshots
-    export TONVALE_PRINTER_FILE=$ROOT/build/wine/printer/printer.ps TONVALE_PRINT_DIR=$ROOT/build/print
+    export TONVALE_PRINTER_FILE=$ROOT/build/wine/printer${shard:+-$shard}/printer.ps
+    export TONVALE_PRINT_DIR=$ROOT/build/print
     mkdir -p "$TONVALE_SCREENSHOTS" "$TONVALE_PRINT_DIR"
 }
 
