@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/unicode_win.h"
+#include "dialogs/buffered_paint_win.h"
 #include "dialogs/gdi_canvas_win.h"
 #include "resources/resource.h"
 
@@ -136,20 +137,13 @@ RECT ResultViewWindow::ClientArea() const {
     return area;
 }
 
-// Drawn aside first, so that nothing flickers.
 void ResultViewWindow::Paint() {
-    PAINTSTRUCT paint;
-    HDC dc = BeginPaint(window(), &paint);
+    const PaintDc dc(window());
     const RECT area = ClientArea();
-    const UniqueDc memory(CreateCompatibleDC(dc));
-    const UniqueBitmap bitmap(CreateCompatibleBitmap(dc, area.right, area.bottom));
-    if (memory && bitmap) {
-        const ScopedSelection selection(memory.get(), bitmap.get());
-        DrawResult(memory.get(), area);
-        ToggleFrame(memory.get());
-        BitBlt(dc, 0, 0, area.right, area.bottom, memory.get(), 0, 0, SRCCOPY);
-    }
-    EndPaint(window(), &paint);
+    PaintBuffered(dc.get(), area, [&](HDC memory) {
+        DrawResult(memory, area);
+        ToggleFrame(memory);
+    });
 }
 
 void ResultViewWindow::DrawResult(HDC dc, const RECT& area) const {
