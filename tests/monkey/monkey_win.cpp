@@ -192,8 +192,10 @@ void Monkey::Tick() {
     }
 }
 
-// The splash window, for one, stands alone for a while.
+// The splash window, for one, stands alone for a while. Keys may open the menu of a dialog that has
+// not been shown yet: it waits for the menu.
 void Monkey::WaitForWindow() {
+    if (HasMenuOpen()) EndMenu();
     if (++idle_ticks_ < kMostIdleTicks) return;
     is_trapped_ = true;
     for (HWND window : VisibleWindows()) {

@@ -231,8 +231,8 @@ TEST(ProtectorSelection, PrintsTheCheckOfEachMethod) {
     const std::vector<std::string> details{
         "    Laeq = 95.0 dBA\nCaratteristiche del DPI:\n    SNR = 20.0 dB\n",
         "    Lceq = 100.0 dBC\nCaratteristiche del DPI:\n    SNR = 25.0 dB\n",
-        "    Laeq = 100.0 dBA  Classe di rumore L\nCaratteristiche del DPI:\n"
-        "    H = 20.0 dB   M = 10.0 dB   L = 12.5 dB\n",
+        ("    Laeq = 100.0 dBA  Classe di rumore L\nCaratteristiche del DPI:\n"
+         "    H = 20.0 dB   M = 10.0 dB   L = 12.5 dB\n"),
         "    Laeq = 90.3 dBA  Lceq = 92.3 dBC\nCaratteristiche del DPI:\n"
         "    H = 30.0 dB   M = 25.0 dB   L = 20.0 dB\n",
         "    125 Hz   250 Hz   500 Hz   1 kHz    2 kHz    4 kHz    8 kHz\n"
