@@ -101,6 +101,7 @@ class Dialog {
     Dialog& operator=(const Dialog&) = delete;
 
     HWND window() const { return window_; }
+    const DialogDescription& description() const { return description_; }
 
   protected:
     // The dialog procedure; WM_INITDIALOG brings CreationParameter.
@@ -125,7 +126,6 @@ class Dialog {
     void Attach(DialogPart& part) { parts_.push_back(&part); }
 
     AppContext& app() const { return app_; }
-    const DialogDescription& description() const { return description_; }
     HWND Control(int id) const;
     std::string ControlText(int id) const;
     // Cut to the control's text limit.

@@ -18,35 +18,10 @@
 #include "common/unicode_win.h"
 #include "dialogs/handles_win.h"
 #include "resources/resource.h"
+#include "tests/ui/control_layout.h"
 
 namespace tonvale {
 namespace {
-
-constexpr int kScales[] = {96, 120, 144, 192};  // dots per inch
-
-// Texts that come into their controls at run time: the longest of each. A list's column titles
-// have an equal share of its width.
-struct RunTimeText {
-    std::string_view dialog;
-    int control;
-    int columns;
-    const wchar_t* text;
-};
-constexpr RunTimeText kRunTimeTexts[] = {
-    {"LEPD", IDC_ITEM_LIST, 2, L"Livelli equivalenti"},
-    {"LEPD", IDC_ITEM_LIST, 2, L"Tempi esposizione"},
-    {"LEPD", IDC_TIME_UNIT, 1, L"secondi"},
-    {"LEPD", IDC_TOTAL_TIME_LABEL, 1, L"Tempo esposizione (m):"},
-    {"LEPD", IDC_EQUIVALENT_LEVEL, 1, L"-100.0"},
-    {"LEPD", IDC_TOTAL_TIME, 1, L"1000000.00"},
-    {"LEPD", IDC_DAILY_LEVEL, 1, L"-100.0"},
-    {"ADD_LEPD", IDC_TIME_LABEL, 1, L"Esposizione (m):"},
-    {"ADD_LEPD", IDOK, 1, L"Modifica"},
-    {"LEPW", IDC_ITEM_LIST, 2, L"Mercoledi"},
-    {"LEPW", IDC_ITEM_LIST, 3, L"Lep,d"},
-    {"LEPW", IDC_WEEKLY_LEVEL, 1, L"-100.0"},
-    {"EDIT_LEPW", IDC_DAY_NAME, 1, L"Mercoledi"},
-};
 
 // Access keys that several commands share, because their texts are fixed: the key goes from one to
 // the next.
@@ -55,10 +30,6 @@ constexpr std::wstring_view kSharedKeys = L"CDS";
 
 // Names of colours, which have no access keys.
 constexpr std::string_view kMenuWithoutKeys = "COLORI";
-
-HINSTANCE Instance() {
-    return GetModuleHandleW(nullptr);
-}
 
 std::vector<std::wstring> ResourceNames(LPCWSTR type) {
     std::vector<std::wstring> names;
@@ -71,10 +42,6 @@ std::vector<std::wstring> ResourceNames(LPCWSTR type) {
     };
     EnumResourceNamesW(Instance(), type, collect, reinterpret_cast<LONG_PTR>(&names));
     return names;
-}
-
-std::wstring TextOfWindow(HWND window) {
-    return Widen(WindowText(window));
 }
 
 // The upper-case letter after the "&"; 0 when there is none.
@@ -119,135 +86,6 @@ std::vector<MenuItem> ItemsOf(HMENU menu) {
 
 // ---- Dialogs
 
-enum class ControlKind { kText, kPushButton, kCheckBox, kRadioButton, kGroupBox, kField, kOther };
-
-std::wstring ClassOf(HWND control) {
-    wchar_t name[64] = {};
-    GetClassNameW(control, name, static_cast<int>(std::size(name)));
-    std::transform(name, name + std::size(name), name, std::towupper);
-    return name;
-}
-
-DWORD StyleOf(HWND control) {
-    return static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE));
-}
-
-// What the button says of itself to its dialog.
-ControlKind ButtonKind(HWND button) {
-    const LRESULT code = SendMessageW(button, WM_GETDLGCODE, 0, 0);
-    if (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) return ControlKind::kPushButton;
-    if (code & DLGC_RADIOBUTTON) return ControlKind::kRadioButton;
-    return code & DLGC_STATIC ? ControlKind::kGroupBox : ControlKind::kCheckBox;
-}
-
-ControlKind KindOf(HWND control) {
-    const std::wstring name = ClassOf(control);
-    const DWORD style = StyleOf(control);
-    if (name == L"BUTTON") return ButtonKind(control);
-    if (name == L"STATIC") {
-        const DWORD type = style & SS_TYPEMASK;
-        const bool is_text = type <= SS_RIGHT || type == SS_SIMPLE || type == SS_LEFTNOWORDWRAP;
-        return is_text ? ControlKind::kText : ControlKind::kOther;
-    }
-    // What only decorates a field, or reports.
-    for (const wchar_t* no_field :
-         {L"MSCTLS_UPDOWN32", L"MSCTLS_PROGRESS32", L"MSCTLS_STATUSBAR32", L"TOOLBARWINDOW32"}) {
-        if (name == no_field) return ControlKind::kOther;
-    }
-    return ControlKind::kField;
-}
-
-// As the control itself will be, once its dialog is shown.
-bool IsShown(HWND control) {
-    return (StyleOf(control) & WS_VISIBLE) != 0;
-}
-
-bool IsTabStop(HWND control) {
-    return IsShown(control) && (StyleOf(control) & WS_TABSTOP) != 0;
-}
-
-std::string Describe(HWND control) {
-    return Narrow(ClassOf(control)) + " " + std::to_string(GetDlgCtrlID(control)) + " \"" +
-           WindowText(control) + "\"";
-}
-
-// The dialog of a template as it is laid out at a scale, hidden and without its procedure. What a
-// scale changes is the font, in which all of a template is measured: a larger font at the
-// resolution of this system is the same font at a higher resolution.
-class TemplateDialog {
-  public:
-    TemplateDialog(const std::wstring& name, int dpi) : name_(Narrow(name)) {
-        // A number is written "#107".
-        const LPCWSTR id =
-            name.front() == L'#' ? MAKEINTRESOURCEW(std::stoi(name.substr(1))) : name.c_str();
-        HRSRC resource = FindResourceW(Instance(), id, RT_DIALOG);
-        const auto* bytes =
-            static_cast<const BYTE*>(LockResource(LoadResource(Instance(), resource)));
-        std::vector<BYTE> copy(bytes, bytes + SizeofResource(Instance(), resource));
-        copy.resize((copy.size() + 3) & ~std::size_t{3});
-        Adapt(copy, dpi);
-        owner_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                                 Instance(), nullptr);
-        window_ = CreateDialogIndirectParamW(
-            Instance(), reinterpret_cast<const DLGTEMPLATE*>(copy.data()), owner_,
-            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
-        EXPECT_NE(window_, nullptr) << name_ << " cannot be created";
-    }
-    ~TemplateDialog() {
-        if (window_) DestroyWindow(window_);
-        DestroyWindow(owner_);
-    }
-    TemplateDialog(const TemplateDialog&) = delete;
-    TemplateDialog& operator=(const TemplateDialog&) = delete;
-
-    HWND window() const { return window_; }
-    const std::string& name() const { return name_; }
-
-    // In the order of the template.
-    std::vector<HWND> Controls() const {
-        std::vector<HWND> controls;
-        for (HWND child = window_ ? GetWindow(window_, GW_CHILD) : nullptr; child;
-             child = GetWindow(child, GW_HWNDNEXT)) {
-            controls.push_back(child);
-        }
-        return controls;
-    }
-
-    RECT AreaOf(HWND control) const {
-        RECT area{};
-        GetWindowRect(control, &area);
-        MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&area), 2);
-        return area;
-    }
-
-  private:
-    // Hides the dialog of an extended template and sets the size of its font.
-    static void Adapt(std::vector<BYTE>& bytes, int dpi) {
-        auto* words = reinterpret_cast<WORD*>(bytes.data());
-        constexpr std::size_t kStyle = 6, kMenu = 13;  // positions of words
-        ASSERT_EQ(words[1], 0xffff) << "not an extended template";
-        DWORD style = MAKELONG(words[kStyle], words[kStyle + 1]);
-        ASSERT_NE(style & DS_SETFONT, 0u) << "a template without a font";
-        style &= ~WS_VISIBLE;
-        words[kStyle + 1] = HIWORD(style);
-        WORD* field = words + kMenu;
-        for (int i = 0; i < 3; ++i) {  // menu, window class, title
-            if (*field == 0xffff) {
-                field += 2;
-            } else {
-                while (*field++) {
-                }
-            }
-        }
-        const WindowDc screen(nullptr);
-        *field = static_cast<WORD>(MulDiv(*field, dpi, GetDeviceCaps(screen.get(), LOGPIXELSY)));
-    }
-
-    std::string name_;
-    HWND owner_ = nullptr;
-    HWND window_ = nullptr;
-};
-
 void ForEachDialog(const std::function<void(const TemplateDialog&)>& check, int dpi = 96) {
     const std::vector<std::wstring> names = ResourceNames(RT_DIALOG);
     EXPECT_GE(names.size(), 3u);
@@ -256,54 +94,6 @@ void ForEachDialog(const std::function<void(const TemplateDialog&)>& check, int 
         SCOPED_TRACE(dialog.name() + " at " + std::to_string(dpi) + " dpi");
         check(dialog);
     }
-}
-
-// What a text needs in the control's font; a text of several words may be broken into lines no
-// wider than `width`.
-SIZE RoomNeeded(HWND control, const std::wstring& text, LONG width) {
-    const ControlKind kind = KindOf(control);
-    const DWORD style = StyleOf(control);
-    UINT format = DT_CALCRECT | DT_EXPANDTABS;
-    const bool breaks_lines = kind == ControlKind::kText
-                                  ? (style & SS_TYPEMASK) <= SS_RIGHT
-                                  : kind != ControlKind::kGroupBox && kind != ControlKind::kField &&
-                                        (style & BS_MULTILINE) != 0;
-    format |= breaks_lines ? DT_WORDBREAK : DT_SINGLELINE;
-    if (kind == ControlKind::kField || (kind == ControlKind::kText && (style & SS_NOPREFIX) != 0)) {
-        format |= DT_NOPREFIX;
-    }
-    const WindowDc dc(control);
-    const ScopedSelection font(dc.get(),
-                               reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    RECT area{0, 0, width, 0};
-    DrawTextW(dc.get(), text.c_str(), static_cast<int>(text.size()), &area, format);
-    return {area.right, area.bottom};
-}
-
-// What the control has for its text, less frames, margins, check marks and arrows, which grow with
-// the scale.
-SIZE RoomOffered(HWND control, int columns, int dpi) {
-    constexpr std::pair<ControlKind, SIZE> kTaken[] = {
-        {ControlKind::kPushButton, {8, 4}},   {ControlKind::kCheckBox, {18, 0}},
-        {ControlKind::kRadioButton, {18, 0}}, {ControlKind::kGroupBox, {18, 0}},
-        {ControlKind::kField, {24, 0}},
-    };
-    RECT area{};
-    GetClientRect(control, &area);
-    SIZE room{area.right / columns, area.bottom};
-    for (const auto& [kind, taken] : kTaken) {
-        if (kind != KindOf(control)) continue;
-        room.cx -= MulDiv(taken.cx, dpi, 96);
-        room.cy -= MulDiv(taken.cy, dpi, 96);
-    }
-    return room;
-}
-
-void ExpectTextFits(HWND control, const std::wstring& text, int columns, int dpi) {
-    const SIZE offered = RoomOffered(control, columns, dpi);
-    const SIZE needed = RoomNeeded(control, text, offered.cx);
-    EXPECT_LE(needed.cx, offered.cx) << Describe(control) << ": " << Narrow(text);
-    EXPECT_LE(needed.cy, offered.cy) << Describe(control) << ": " << Narrow(text);
 }
 
 bool Contains(const RECT& outer, const RECT& inner) {
@@ -341,25 +131,15 @@ TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
 
 TEST(ResourcesTest, TextsFitTheirControlsAtEveryScale) {
     for (int dpi : kScales) {
-        std::size_t run_time_texts = 0;
         ForEachDialog(
-            [&](const TemplateDialog& dialog) {
+            [dpi](const TemplateDialog& dialog) {
                 for (HWND control : dialog.Controls()) {
                     const ControlKind kind = KindOf(control);
                     if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
                     ExpectTextFits(control, TextOfWindow(control), 1, dpi);
                 }
-                for (const RunTimeText& text : kRunTimeTexts) {
-                    if (text.dialog != dialog.name()) continue;
-                    HWND control = GetDlgItem(dialog.window(), text.control);
-                    ASSERT_NE(control, nullptr) << text.control;
-                    ExpectTextFits(control, text.text, text.columns, dpi);
-                    ++run_time_texts;
-                }
             },
             dpi);
-        EXPECT_EQ(run_time_texts, std::size(kRunTimeTexts))
-            << "texts of a dialog that is not there";
     }
 }
 

@@ -524,6 +524,34 @@ TEST_F(ShellTest, SetsThePageUpThroughThePrinterDriver) {
     RunToEnd(ui);
 }
 
+TEST_F(ShellTest, FollowsTheResolutionAndAsksBeforeTheSessionEnds) {
+    const std::string question = "Il documento è stato modificato. Salvare le modifiche?";
+    const auto may_end = [] { return SendMessageW(Main(), WM_QUERYENDSESSION, 0, 0) != FALSE; };
+    UiDriver ui;
+    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+        const RECT suggested{30, 40, 730, 540};
+        SendMessageW(main, WM_DPICHANGED, MAKEWPARAM(144, 144),
+                     reinterpret_cast<LPARAM>(&suggested));
+        RECT area{};
+        RECT client{};
+        GetWindowRect(main, &area);
+        EXPECT_TRUE(EqualRect(&area, &suggested));
+        GetClientRect(main, &client);
+        GetWindowRect(GetDlgItem(main, IDC_REPORT_EDITOR), &area);
+        EXPECT_EQ(area.right - area.left, client.right);
+        EXPECT_TRUE(may_end()) << "nothing would be lost";
+        SendDlgItemMessageW(main, IDC_REPORT_EDITOR, EM_REPLACESEL, TRUE,
+                            reinterpret_cast<LPARAM>(L"abc"));
+    });
+    for (const auto& [answer, expected] : {std::pair(IDCANCEL, false), {IDNO, true}}) {
+        ui.Do([=, expected = expected] { EXPECT_EQ(may_end(), expected); });
+        ui.AnswerMessage("Attenzione", question, answer).WaitClosed("Attenzione");
+    }
+    ui.OnWindowOfClass(kMainClass).Command(CMD_EXIT).AnswerMessage("Attenzione", question, IDNO);
+    EXPECT_EQ(RunProgram(), 0);
+    ui.Finish();
+}
+
 TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
     RecordingHelp help;
     UiDriver ui;

@@ -43,6 +43,8 @@ class UiDriver {
     // Waits until no visible window of this thread has the title.
     UiDriver& WaitClosed(std::string title);
     UiDriver& WaitUntil(std::string what, std::function<bool()> condition);
+    // To be called by a condition that takes many turns, each of which has a deadline of its own.
+    void RestartDeadline() { waiting_since_ = 0; }
     // Calls `action`, which may open a modal dialog: the next steps then run inside it.
     UiDriver& Do(std::function<void()> action);
 

@@ -1,0 +1,50 @@
+// The calculators that the tests walk over: one row each.
+#pragma once
+
+#include "resources/help_contexts.h"
+#include "resources/resource.h"
+
+namespace tonvale {
+
+// What a calculator is to its user.
+enum class CalculatorForm {
+    kDialog,    // works on a data file, with the menu FILE_OPERATION
+    kWizard,    // works on a data file, with the buttons on its pages
+    kQuestion,  // asks, and shows the answer in the main window
+};
+
+struct Calculator {
+    const char* name;               // of its tests
+    int command;                    // of the main menu
+    const char* title;              // of its dialog, or of the first page of its wizard
+    unsigned long help;             // what "?" shows
+    const char* example = nullptr;  // a data file that it opens, valid as it stands
+    CalculatorForm form = CalculatorForm::kDialog;
+};
+
+inline constexpr Calculator kCalculators[] = {
+    {"DailyExposure", CMD_DAILY_EXPOSURE, "Calcolo Lep,d", kHelpDailyExposure, "giornata.lep"},
+    {"WeeklyExposure", CMD_WEEKLY_EXPOSURE, "Calcolo Lep,w", kHelpWeeklyExposure, "settimana.lew"},
+    {.name = "Nipts",
+     .command = CMD_NIPTS,
+     .title = "Previsioni ISO 1999/90",
+     .help = kHelpNipts,
+     .form = CalculatorForm::kQuestion},
+    {.name = "Htla",
+     .command = CMD_HTLA,
+     .title = "Previsioni ISO 1999/90",
+     .help = kHelpHtla,
+     .form = CalculatorForm::kQuestion},
+    {.name = "Htlan",
+     .command = CMD_HTLAN,
+     .title = "Previsioni ISO 1999/90",
+     .help = kHelpHtlan,
+     .form = CalculatorForm::kQuestion},
+    {.name = "Predictions",
+     .command = CMD_PREDICTIONS,
+     .title = "Previsioni ISO 1999/90",
+     .help = kHelpPredictions,
+     .form = CalculatorForm::kQuestion},
+};
+
+}  // namespace tonvale
