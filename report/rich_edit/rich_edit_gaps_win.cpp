@@ -20,10 +20,6 @@ namespace tonvale {
 namespace {
 
 constexpr WPARAM kUndoSteps = 100;  // the control's own number
-// To set an offset, the control takes time for each paragraph of the text and each character of the
-// paragraph: what is beyond these stays on its line.
-constexpr std::size_t kMaxOffsets = 30000;               // of a text
-constexpr std::size_t kMaxOffsetCharacters = 3'000'000;  // paragraphs' offsets times characters
 constexpr char kDefaultFace[] = "Arial";
 constexpr LONG kLineEndLength = 2;  // CR LF
 
@@ -145,12 +141,12 @@ std::vector<OffsetRange> OffsetsOf(const RichParagraph& paragraph, LONG& positio
 
 // Sets the offsets of `text`, which the control holds from `start` on; false when they are too many
 // for all of them.
-bool SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
+bool SetOffsets(RichEdit& edit, const RichEditGaps& gaps, const RichText& text, LONG start) {
     const QuietEdit quiet(edit);
     const NoUndo no_undo(edit);
     LONG position = start;
-    std::size_t left = kMaxOffsets;
-    std::size_t characters_left = kMaxOffsetCharacters;
+    std::size_t left = gaps.max_offsets;
+    std::size_t characters_left = gaps.max_offset_characters;
     for (const RichParagraph& paragraph : text) {
         const LONG first = position;
         const std::vector<OffsetRange> offsets = OffsetsOf(paragraph, position);
@@ -167,18 +163,18 @@ bool SetOffsets(RichEdit& edit, const RichText& text, LONG start) {
 }
 
 // Puts `text` in place of the document.
-ReadOutcome ReadDocument(RichEdit& edit, RichText text) {
+ReadOutcome ReadDocument(RichEdit& edit, const RichEditGaps& gaps, RichText text) {
     // The control would take the format of an open paragraph from the one before.
     if (!text.empty()) text.back().is_open = false;
     const bool whole = edit.ReadRtf(WriteRichText(text), false);
-    const bool set = SetOffsets(edit, text, 0);
+    const bool set = SetOffsets(edit, gaps, text, 0);
     edit.Select({0, 0});
     if (!whole) return ReadOutcome::kDamaged;
     return set ? ReadOutcome::kWhole : ReadOutcome::kLeftOut;
 }
 
 // Puts `text` in place of the selection, in one step for who undoes it.
-ReadOutcome ReadSelection(RichEdit& edit, const RichText& text) {
+ReadOutcome ReadSelection(RichEdit& edit, const RichEditGaps& gaps, const RichText& text) {
     const CHARRANGE before = edit.Selection();
     const LONG kept = edit.TextLength() - (before.cpMax - before.cpMin);
     const bool whole = edit.ReadRtf(WriteRichText(text), true);
@@ -189,7 +185,7 @@ ReadOutcome ReadSelection(RichEdit& edit, const RichText& text) {
         edit.Select({before.cpMin, before.cpMin + edit.TextLength() - kept});
         SetOffset(edit, 0);
     }
-    const bool set = SetOffsets(edit, text, before.cpMin);
+    const bool set = SetOffsets(edit, gaps, text, before.cpMin);
     edit.Select(after);
     if (!whole) return ReadOutcome::kDamaged;
     return set ? ReadOutcome::kWhole : ReadOutcome::kLeftOut;
@@ -247,8 +243,8 @@ ReadOutcome ReadReportRtf(RichEdit& edit, const RichEditGaps& gaps, std::string_
         return edit.ReadRtf(rtf, selection_only) ? ReadOutcome::kWhole : ReadOutcome::kDamaged;
     }
     const bool is_all = ConvertPictures(text) && !LeavesOut(rtf);
-    const ReadOutcome outcome =
-        selection_only ? ReadSelection(edit, text) : ReadDocument(edit, std::move(text));
+    const ReadOutcome outcome = selection_only ? ReadSelection(edit, gaps, text)
+                                               : ReadDocument(edit, gaps, std::move(text));
     return outcome == ReadOutcome::kWhole && !is_all ? ReadOutcome::kLeftOut : outcome;
 }
 

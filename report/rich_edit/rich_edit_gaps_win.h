@@ -24,6 +24,10 @@ struct RichEditGaps {
     bool blank_pictures = false;       // metafiles are read, but not drawn
     bool cuts_lowered_text = false;    // where it reaches below its line
     bool cannot_format_pages = false;  // EM_FORMATRANGE does nothing
+    // Where it reads poorly: to set an offset, the control takes time for each paragraph of the
+    // text and each character of the paragraph. What is beyond these stays on its line.
+    std::size_t max_offsets = 30'000;               // of a text
+    std::size_t max_offset_characters = 3'000'000;  // paragraphs' offsets times characters
 };
 
 // Tries out a control of its own, which nobody sees; no gaps when there is none to be had.

@@ -17,7 +17,7 @@ namespace {
 
 class ReportMonkeyTest : public ReportTest, public testing::WithParamInterface<unsigned> {
   protected:
-    static constexpr int kEvents = 3000;
+    static constexpr int kEvents = 1000;
     static constexpr int kCheckEvery = 20;
 
     struct Habit {

@@ -172,7 +172,9 @@ TEST_F(ReportTest, FormatsParagraphsWhileTheyAreWrapped) {
     Command(CMD_ALIGN_RIGHT);
     EXPECT_EQ(ParagraphFormat(0).wAlignment, PFA_CENTER);
     SelectAll();
-    for (int i = 0; i < 100; ++i) Type("parola ");
+    std::wstring line;
+    for (int i = 0; i < 100; ++i) line += L"parola ";
+    Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(line.c_str()));
     EXPECT_EQ(Send(EM_GETLINECOUNT), 1);
     Command(CMD_WORD_WRAP);
     EXPECT_TRUE(IsEnabled(CMD_ALIGN_RIGHT));
