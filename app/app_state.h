@@ -7,12 +7,16 @@
 #include "exposure/weekly_exposure.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
+#include "protectors/attenuation_spectrum.h"
+#include "protectors/noise_spectrum.h"
 
 namespace tonvale {
 
 struct AppState {
     DailyExposureState daily_exposure;
     WeeklyExposureState weekly_exposure;
+    SpectrumState noise_spectrum{NoiseSpectrumKind()};
+    SpectrumState attenuation_spectrum{AttenuationSpectrumKind()};
     LossPredictionState loss_prediction;
     LossComparisonState loss_comparison;
     std::string print_notes;  // at most 1,023 characters, at the foot of the views' printouts

@@ -16,6 +16,7 @@
 #include "exposure/weekly_exposure_dialog.h"
 #include "hearing/loss_comparison_dialog.h"
 #include "hearing/loss_prediction_dialog.h"
+#include "protectors/spectrum_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -131,6 +132,15 @@ void WeeklyExposure(MainWindow& window, const std::string& path) {
     OpenWeeklyExposure(window.context(), window.state().weekly_exposure, window.window(), path);
 }
 
+void NoiseSpectrum(MainWindow& window, const std::string& path) {
+    OpenNoiseSpectrum(window.context(), window.state().noise_spectrum, window.window(), path);
+}
+
+void AttenuationSpectrum(MainWindow& window, const std::string& path) {
+    OpenAttenuationSpectrum(window.context(), window.state().attenuation_spectrum, window.window(),
+                            path);
+}
+
 // Shows what a hearing-damage dialog has confirmed.
 void ShowConfirmed(MainWindow& window, std::optional<ResultView> result) {
     if (result) window.ShowResult(std::move(*result));
@@ -177,8 +187,8 @@ constexpr CommandEntry kCommands[] = {
     {CMD_WEEKLY_EXPOSURE, WeeklyExposure},
     {CMD_GROUP_STATISTICS, nullptr},
     {CMD_UNCERTAINTY, nullptr},
-    {CMD_NOISE_SPECTRUM, nullptr},
-    {CMD_ATTENUATION_SPECTRUM, nullptr},
+    {CMD_NOISE_SPECTRUM, NoiseSpectrum},
+    {CMD_ATTENUATION_SPECTRUM, AttenuationSpectrum},
     {CMD_PROTECTOR_SELECTION, nullptr},
     {CMD_NIPTS, PredictLoss<QuantityKind::kNipts>},
     {CMD_HTLA, PredictLoss<QuantityKind::kHtla>},

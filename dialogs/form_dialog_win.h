@@ -17,7 +17,9 @@ class FormDialog : public CalculatorDialog {
     // `state` outlives the dialog.
     FormDialog(AppContext& app, const DialogDescription& description, FileKind kind,
                std::string path, State& state)
-        : CalculatorDialog(app, description, kind, std::move(path)), state_(state) {}
+        : CalculatorDialog(app, description, kind, std::move(path)),
+          state_(state),
+          form_(FormFromState(state)) {}
 
   protected:
     // Shows all of the form but its notes.
@@ -28,10 +30,7 @@ class FormDialog : public CalculatorDialog {
     State& state() { return state_; }
     const State& state() const { return state_; }
 
-    void ShowKeptState() override {
-        form_ = FormFromState(state_);
-        ShowForm();
-    }
+    void ShowKeptState() override { ShowForm(); }
     bool LoadFrom(const ProfileFile& file) override {
         if (!LoadForm(file, form_)) return false;
         ShowForm();

@@ -65,6 +65,22 @@ inline constexpr unsigned long kHelpWeekdayModify = 269484743;
 inline constexpr unsigned long kHelpWeekdayDelete = 269484733;
 inline constexpr unsigned long kHelpWeekdayCancel = 269484753;
 
+// SPETTRORUM
+inline constexpr unsigned long kHelpNoiseSpectrum = 100130;
+inline constexpr unsigned long kHelpNoiseBands = 110301;
+inline constexpr unsigned long kHelpNoiseALevel = 110302;
+inline constexpr unsigned long kHelpNoiseCLevel = 110303;
+inline constexpr unsigned long kHelpNoiseNotes = 110304;
+inline constexpr unsigned long kHelpNoiseStatusBar = 110305;
+
+// SPETTRODPI
+inline constexpr unsigned long kHelpAttenuationSpectrum = 100135;
+inline constexpr unsigned long kHelpAttenuationBands = 110311;
+inline constexpr unsigned long kHelpAttenuationHml = 110312;
+inline constexpr unsigned long kHelpAttenuationSnr = 110313;
+inline constexpr unsigned long kHelpAttenuationNotes = 110314;
+inline constexpr unsigned long kHelpAttenuationStatusBar = 110315;
+
 // The dialog NIPTS, one topic for each quantity, and its views.
 inline constexpr unsigned long kHelpHearingModel = 110180;
 inline constexpr unsigned long kHelpNipts = 100185;

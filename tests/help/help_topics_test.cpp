@@ -24,6 +24,8 @@
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
 #include "help/help_rtf.h"
+#include "protectors/attenuation_spectrum.h"
+#include "protectors/noise_spectrum.h"
 #include "report/rtf/rtf_reader.h"
 #include "resources/help_contexts.h"
 
@@ -322,6 +324,76 @@ TEST(Guide, TheWeeklyExampleIsWhatTheProgramComputes) {
     ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/settimana.lew")), stored));
     EXPECT_EQ(stored.levels_dba, form.levels_dba);
     EXPECT_EQ(stored.weekly_level_dba, form.weekly_level_dba);
+}
+
+// The form that the example's row of bands gives, computed; the data file of the examples shows the
+// same, and so does the guide's table of results.
+SpectrumForm SpectrumExample(const SpectrumKind& kind, unsigned long context,
+                             std::string_view table, const std::string& file) {
+    const auto bands = TableRows(context, table);
+    SpectrumForm form(kind);
+    for (std::size_t i = 0; i < kOctaveBandCount; ++i) form.bands[i] = bands.at(0).at(i + 1);
+    Recompute(form);
+    SpectrumForm stored(kind);
+    EXPECT_TRUE(LoadForm(ProfileFile::Parse(ReadSource(file)), stored));
+    EXPECT_EQ(stored.bands, form.bands);
+    EXPECT_EQ(stored.results, form.results);
+    const auto results = TableRows(context, "Risultato");
+    EXPECT_EQ(results.size(), kind.results.size());
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        EXPECT_EQ(results[i].at(1), TrimBlanks(form.results[i]));
+    }
+    return form;
+}
+
+OctaveSpectrum SpectrumOf(const std::vector<std::string>& cells) {
+    OctaveSpectrum spectrum;
+    for (std::size_t i = 0; i < kOctaveBandCount; ++i) spectrum[i] = ParseNumber(cells.at(i + 1));
+    return spectrum;
+}
+
+TEST(Guide, TheNoiseSpectrumIsWhatTheProgramComputes) {
+    const SpectrumForm form = SpectrumExample(NoiseSpectrumKind(), kHelpNoiseSpectrum, "Livello",
+                                              "examples/sega_circolare.spr");
+    const auto weightings = TableRows(kHelpNoiseSpectrum, "Hz");
+    const auto levels = TableRows(kHelpNoiseSpectrum, "Livello");
+    ASSERT_EQ(weightings.size() + 1, levels.size());
+    for (std::size_t row = 0; row < weightings.size(); ++row) {
+        const OctaveSpectrum corrections_db = SpectrumOf(weightings[row]);
+        for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
+            EXPECT_EQ(corrections_db[i],
+                      row == 0 ? kOctaveBands[i].a_weighting_db : kOctaveBands[i].c_weighting_db);
+            EXPECT_EQ(levels[row + 1].at(i + 1),
+                      FormatFixed(BandLevels(form)[i] + corrections_db[i], 0, 1));
+        }
+    }
+}
+
+// The reference noises of the guide's table, put into its formulas, give the program's ratings.
+TEST(Guide, TheAttenuationSpectrumIsWhatTheProgramComputes) {
+    const OctaveSpectrum example =
+        BandLevels(SpectrumExample(AttenuationSpectrumKind(), kHelpAttenuationSpectrum, "Cuffia",
+                                   "examples/cuffia_leggera.spi"));
+    const auto noises = TableRows(kHelpAttenuationSpectrum, "k");
+    ASSERT_EQ(noises.size(), 9U);
+    for (const OctaveSpectrum& protection_db : {example, {30, 5, 30, 5, 30, 5, 30}}) {
+        ProtectorRatings expected;
+        for (std::size_t k = 0; k < noises.size(); ++k) {
+            OctaveSpectrum at_ear = SpectrumOf(noises[k]);
+            for (std::size_t i = 0; i < kOctaveBandCount; ++i) at_ear[i] -= protection_db[i];
+            const double reduction = 100 - EnergySum(at_ear);
+            const double d = ParseNumber(noises[k].at(8));
+            if (k < 4) expected.h += (0.25 - 0.48 * d) * reduction;
+            if (k >= 4 && k < 8) expected.m += (0.25 - 0.16 * d) * reduction;
+            if (k >= 4 && k < 8) expected.l += (0.25 + 0.23 * d) * reduction;
+            if (k == 8) expected.snr = reduction;
+        }
+        const ProtectorRatings computed = ComputeRatings(protection_db).exact;
+        EXPECT_NEAR(computed.h, expected.h, 1e-9);
+        EXPECT_NEAR(computed.m, expected.m, 1e-9);
+        EXPECT_NEAR(computed.l, expected.l, 1e-9);
+        EXPECT_NEAR(computed.snr, expected.snr, 1e-9);
+    }
 }
 
 std::string Shown(double value) {

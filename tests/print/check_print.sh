@@ -34,6 +34,7 @@ words_of() {
 }
 
 # The lines of a PDF, "PAGE LINE TEXT" each, a second column after "|" with the blanks before it.
+# A column that starts left of the page's middle has none.
 # LINE is the distance from the top of the printable area in line heights. The printer of the tests
 # has margins of 18 points, 4658 pixels across at 600 dpi and a default font 99 pixels high, for
 # which a character of the report is 5.976 points wide.
@@ -50,7 +51,8 @@ lines_of() {
                 page = $1; top = $2
                 text = word
             } else if ($3 - right > 10) {
-                text = text "|" sprintf("%*s", int(($3 - middle) / 5.976 + 0.5), "") word
+                blanks = int(($3 - middle) / 5.976 + 0.5)
+                text = text "|" sprintf("%*s", blanks > 0 ? blanks : 0, "") word
             } else {
                 text = text " " word
             }
@@ -167,8 +169,18 @@ check_hearing_views() {
     check_view previsioni_livello "88${b}89${b}90.*99${b}100"
 }
 
+# The chart's scale and the bands' names are texts of the page too.
+check_spectra() {
+    check sega_circolare 'Spettro rumore' <"$HERE/sega_circolare.expected"
+    check cuffia_leggera 'Spettro DPI' <"$HERE/cuffia_leggera.expected"
+    # The first bar, of 84.0 dB, is white on grey and ends 347 points below the page's top.
+    [[ $(grey_at sega_circolare.pdf 110 352) -eq 255 && $(grey_at sega_circolare.pdf 110 341) -eq 240 ]] ||
+        complain "the bar of 125 Hz of sega_circolare does not end where it has to"
+}
+
 main() {
     cd "$1"
+    check_spectra
     check_hearing_views
     check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
     check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"

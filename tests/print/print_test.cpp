@@ -22,6 +22,8 @@
 #include "dialogs/printer_win.h"
 #include "exposure/daily_exposure.h"
 #include "exposure/weekly_exposure.h"
+#include "protectors/attenuation_spectrum.h"
+#include "protectors/noise_spectrum.h"
 #include "report/report_format_win.h"
 #include "report/report_printing_win.h"
 #include "report/rich_edit/rich_edit_gaps_win.h"
@@ -57,12 +59,11 @@ class PrintTest : public testing::Test {
         KeepPrintout(name);
     }
 
-    // Prints the file of the examples that is named NAME and `extension`.
+    // Prints the file of the examples that is named NAME and `extension`, loaded into `form`.
     template <typename Form>
-    void PrintExample(const std::string& name, const std::string& extension) {
+    void PrintExample(const std::string& name, const std::string& extension, Form form) {
         const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / (name + extension);
         ProfileFile file;
-        Form form;
         ProfileFile::Read(SystemFiles(), Narrow(path.wstring()), file);
         ASSERT_TRUE(LoadForm(file, form));
         PrintAndKeep(MakePrintout(form), name);
@@ -73,8 +74,10 @@ class PrintTest : public testing::Test {
 };
 
 TEST_F(PrintTest, ReportsOfTheExamples) {
-    PrintExample<DailyExposureForm>("giornata", ".lep");
-    PrintExample<WeeklyExposureForm>("settimana", ".lew");
+    PrintExample("giornata", ".lep", DailyExposureForm());
+    PrintExample("settimana", ".lew", WeeklyExposureForm());
+    PrintExample("sega_circolare", ".spr", SpectrumForm(NoiseSpectrumKind()));
+    PrintExample("cuffia_leggera", ".spi", SpectrumForm(AttenuationSpectrumKind()));
 }
 
 // Items 1 to 200, and notes with accents in lines that have to be wrapped.

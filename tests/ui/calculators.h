@@ -25,6 +25,10 @@ struct Calculator {
 inline constexpr Calculator kCalculators[] = {
     {"DailyExposure", CMD_DAILY_EXPOSURE, "Calcolo Lep,d", kHelpDailyExposure, "giornata.lep"},
     {"WeeklyExposure", CMD_WEEKLY_EXPOSURE, "Calcolo Lep,w", kHelpWeeklyExposure, "settimana.lew"},
+    {"NoiseSpectrum", CMD_NOISE_SPECTRUM, "Spettro del rumore", kHelpNoiseSpectrum,
+     "sega_circolare.spr"},
+    {"AttenuationSpectrum", CMD_ATTENUATION_SPECTRUM, "Spettro di attenuazione",
+     kHelpAttenuationSpectrum, "cuffia_leggera.spi"},
     {.name = "Nipts",
      .command = CMD_NIPTS,
      .title = "Previsioni ISO 1999/90",

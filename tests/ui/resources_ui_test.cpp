@@ -28,6 +28,9 @@ namespace {
 constexpr std::string_view kMenuWithSharedKeys = "FORMATO";
 constexpr std::wstring_view kSharedKeys = L"CDS";
 
+// The labels of the octave bands have ids of their own.
+constexpr int kOctaveBands = 7;
+
 // Names of colours, which have no access keys.
 constexpr std::string_view kMenuWithoutKeys = "COLORI";
 
@@ -177,8 +180,11 @@ TEST(ResourcesTest, ControlsLieInsideTheirDialogAndApart) {
 bool IsNameForNext(HWND control) {
     const std::string text = WindowText(control);
     const ControlKind kind = KindOf(control);
-    const bool is_fixed = kind == ControlKind::kGroupBox ||
-                          (kind == ControlKind::kText && GetDlgCtrlID(control) == -1);
+    const int id = GetDlgCtrlID(control);
+    const bool is_label =
+        id == -1 || (id >= IDC_BAND_LABEL_FIRST && id < IDC_BAND_LABEL_FIRST + kOctaveBands);
+    const bool is_fixed =
+        kind == ControlKind::kGroupBox || (kind == ControlKind::kText && is_label);
     if (is_fixed || kind == ControlKind::kField || kind == ControlKind::kPushButton) {
         return is_fixed && !text.empty();
     }

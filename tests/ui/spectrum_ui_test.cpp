@@ -1,0 +1,227 @@
+// What is particular to the dialogs of the spectra: entries, results, loading, the chart.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "common/unicode_win.h"
+#include "dialogs/dialog_win.h"
+#include "dialogs/handles_win.h"
+#include "protectors/attenuation_spectrum.h"
+#include "protectors/noise_spectrum.h"
+#include "protectors/spectrum_dialog.h"
+#include "tests/ui/calculator_fixture.h"
+
+namespace tonvale {
+namespace {
+
+constexpr char kNoiseTitle[] = "Spettro del rumore";
+constexpr char kAttenuationTitle[] = "Spettro di attenuazione";
+constexpr char kTooHigh[] = "Valore troppo elevato.";
+constexpr int k1kHz = IDC_BAND_FIRST + 3;
+constexpr int kBands = static_cast<int>(kOctaveBandCount);
+
+std::string Bands(HWND dialog) {
+    std::string bands;
+    for (int i = 0; i < kBands; ++i) bands += "|" + TextOf(dialog, IDC_BAND_FIRST + i);
+    return bands;
+}
+
+std::string Levels(HWND dialog) {
+    return TextOf(dialog, IDC_A_WEIGHTED_LEVEL) + "|" + TextOf(dialog, IDC_C_WEIGHTED_LEVEL);
+}
+
+std::string Ratings(HWND dialog) {
+    std::string ratings;
+    for (int id = IDC_RATING_H; id <= IDC_RATING_SNR; ++id) ratings += "|" + TextOf(dialog, id);
+    return ratings;
+}
+
+RECT ChartArea(HWND dialog) {
+    RECT area{};
+    GetWindowRect(GetDlgItem(dialog, IDC_DRAWING), &area);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
+    return area;
+}
+
+// How many pixels of the column in the middle of the band's bar are white.
+int BarHeight(HWND dialog, int band) {
+    UpdateWindow(dialog);
+    const RECT area = ChartArea(dialog);
+    const LONG plot = area.left + (area.right - area.left) / 10;
+    const int x = static_cast<int>(plot + (area.right - plot) * (2 * band + 1) / 14);
+    const WindowDc dc(dialog);
+    int height = 0;
+    for (int y = area.top; y < area.bottom; ++y) {
+        if (GetPixel(dc.get(), x, y) == RGB(255, 255, 255)) ++height;
+    }
+    return height;
+}
+
+// As a paste from the control's own menu, which no filter sees.
+UiDriver::WindowAction Paste(int control, const wchar_t* text) {
+    return [=](HWND dialog) {
+        SendDlgItemMessageW(dialog, control, EM_SETSEL, 0, -1);
+        SendDlgItemMessageW(dialog, control, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
+    };
+}
+
+COLORREF TextColor(HWND dialog, int control, UINT message) {
+    const WindowDc dc(dialog);
+    SendMessageW(dialog, message, reinterpret_cast<WPARAM>(dc.get()),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, control)));
+    return GetTextColor(dc.get());
+}
+
+class SpectrumUiTest : public DialogTest {
+  protected:
+    void OpenNoise(const std::string& path = {}) { OpenNoiseSpectrum(app_, noise_, owner_, path); }
+    void OpenAttenuation(const std::string& path = {}) {
+        OpenAttenuationSpectrum(app_, attenuation_, owner_, path);
+    }
+
+    SpectrumState noise_{NoiseSpectrumKind()};
+    SpectrumState attenuation_{AttenuationSpectrumKind()};
+};
+
+TEST_F(SpectrumUiTest, NoiseIsWeighedAtEveryCharacter) {
+    UiDriver ui;
+    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0");
+        EXPECT_EQ(Levels(dialog), "  0.0|  0.0");
+        EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_NOTES_EDIT));
+        EXPECT_EQ(TextColor(dialog, k1kHz, WM_CTLCOLOREDIT), kRedText);
+        EXPECT_EQ(TextColor(dialog, IDC_C_WEIGHTED_LEVEL, WM_CTLCOLORSTATIC), kRedText);
+        EXPECT_EQ(BarHeight(dialog, 3), 0);
+        EXPECT_EQ(TipOf(dialog, k1kHz), "Inserire il valore del livello di rumore a 1000 Hz");
+    });
+    ui.SetText(k1kHz, "").Type(k1kHz, "9-0");
+    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+        EXPECT_EQ(Levels(dialog), " 90.0| 90.0");
+        EXPECT_GT(BarHeight(dialog, 3), 0);
+    });
+    // The limit, and above it.
+    int full = 0;
+    ui.Type(k1kHz, "\b\b140.0");
+    ui.OnWindow(kNoiseTitle, [&](HWND dialog) { full = BarHeight(dialog, 3); }).Type(k1kHz, "1");
+    ui.AnswerMessage("1 kHz", kTooHigh, IDOK).OnWindow(kNoiseTitle, [&](HWND dialog) {
+        EXPECT_EQ(TextOf(dialog, k1kHz), "");
+        EXPECT_EQ(Levels(dialog), "  0.0|  0.0");
+        EXPECT_EQ(BarHeight(dialog, 3), 0);
+        EXPECT_EQ(GetFocus(), GetDlgItem(dialog, k1kHz));
+        EXPECT_GT(full, (ChartArea(dialog).bottom - ChartArea(dialog).top) * 3 / 5);
+    });
+    ui.OnWindow(kNoiseTitle, Paste(IDC_BAND_FIRST, L"-5"));
+    ui.OnWindow(kNoiseTitle, Paste(IDC_BAND_LAST, L"abcdefghij"));
+    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "|-5|  0.0|  0.0||  0.0|  0.0|abcdefgh");
+        EXPECT_EQ(Levels(dialog), "-21.1| -5.2");
+    });
+    ui.Command(CMD_FILE_CLOSE);
+    OpenNoise();
+    // Numbers are kept.
+    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "| -5.0|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0");
+        EXPECT_EQ(Levels(dialog), "-21.1| -5.2");
+    });
+    ui.Command(IDCANCEL);
+    OpenNoise();
+}
+
+TEST_F(SpectrumUiTest, RatingsFollowACompleteSpectrumOrAreTyped) {
+    UiDriver ui;
+    ui.OnWindow(kAttenuationTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "| 0.0| 0.0| 0.0| 0.0| 0.0| 0.0| 0.0");
+        EXPECT_EQ(Ratings(dialog), "| 0.0| 0.0| 0.0| 0.0");  // not the 2 dB of no attenuation
+        EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_BAND_FIRST));
+        EXPECT_EQ(TextColor(dialog, k1kHz, WM_CTLCOLOREDIT), kBlueText);
+        EXPECT_EQ(TextColor(dialog, IDC_RATING_SNR, WM_CTLCOLOREDIT), kBlueText);
+    });
+    ui.SetText(IDC_BAND_FIRST, "").SetText(IDC_RATING_H, "25").SetText(IDC_RATING_SNR, "60");
+    ui.SetText(IDC_RATING_SNR, "61").AnswerMessage("61", kTooHigh, IDOK);
+    ui.OnWindow(kAttenuationTitle).SetText(k1kHz, "60.5").AnswerMessage("60.5", kTooHigh, IDOK);
+    ui.OnWindow(kAttenuationTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "|| 0.0| 0.0|| 0.0| 0.0| 0.0");
+        EXPECT_EQ(Ratings(dialog), "|25| 0.0| 0.0|");
+    });
+    const char* const levels[] = {"10", "15", "20", "25", "30", "35", "35"};
+    for (int i = 0; i < kBands; ++i) ui.SetText(IDC_BAND_FIRST + i, levels[i]);
+    ui.OnWindow(kAttenuationTitle,
+                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "|31.0|23.0|17.0|26.0"); });
+    ui.SetText(IDC_RATING_L, "16").Command(IDCANCEL);
+    OpenAttenuation();
+    ui.OnWindow(kAttenuationTitle,
+                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "|31.0|23.0|16.0|26.0"); });
+    ui.Command(IDCANCEL);
+    OpenAttenuation();
+}
+
+TEST_F(SpectrumUiTest, AFileIsShownThenCheckedThenComputed) {
+    const std::string noise = WriteFile("rumore.spr",
+                                        "[TONVALE]\nTipo=SPR\nLAEQ=11.1\n[SPECTRUM]\n125=141\n"
+                                        "250=140\n500=1e400\n1000=12.345678901234\n2000=-5\n");
+    UiDriver ui;
+    ui.OnWindow("125 Hz", [](HWND message) {
+        HWND dialog = GetWindow(message, GW_OWNER);
+        EXPECT_EQ(Bands(dialog), "|141|140|1e400|12.345678901234|-5|0|0");
+        EXPECT_EQ(TextOf(dialog, IDC_A_WEIGHTED_LEVEL), "11.1");  // as stored, until all is checked
+    });
+    ui.AnswerMessage("125 Hz", kTooHigh, IDOK).AnswerMessage("500 Hz", kTooHigh, IDOK);
+    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "||140||12.345678901234|-5|0|0");
+        EXPECT_EQ(Levels(dialog), "131.4|140.0");
+        EXPECT_EQ(Status(dialog), "rumore.spr");
+    });
+    ui.Command(CMD_FILE_SAVE).OnWindow(kNoiseTitle).Command(IDCANCEL);
+    OpenNoise(noise);
+    EXPECT_TRUE(ReadFile("rumore.spr").find("1000=12.345678901234\r\n") != std::string::npos);
+
+    // Declared ratings stay where the spectrum gives none.
+    const std::string protector = WriteFile("dpi.spi",
+                                            "[TONVALE]\nTipo=SPI\nH=25\nM=22\nL=15\nSNR=24\n"
+                                            "[SPECTRUM]\n125=\n250=61\n");
+    ui.AnswerMessage("61", kTooHigh, IDOK).OnWindow(kAttenuationTitle, [=](HWND dialog) {
+        EXPECT_EQ(Bands(dialog), "|||0|0|0|0|0");
+        EXPECT_EQ(Ratings(dialog), "|25|22|15|24");
+        Drop(dialog, {noise});
+        EXPECT_EQ(Status(dialog), "dpi.spi");
+    });
+    ui.Command(IDCANCEL);
+    OpenAttenuation(protector);
+}
+
+TEST_F(SpectrumUiTest, TheChartIsNeverErasedAndSurvivesASmallWindow) {
+    UiDriver ui;
+    ui.OnWindow(kNoiseTitle).SetText(k1kHz, "140").OnWindow(kNoiseTitle, [](HWND dialog) {
+        const int full = BarHeight(dialog, 3);
+        const RECT area = ChartArea(dialog);
+        const WindowDc dc(dialog);
+        const RECT everything{0, 0, 4000, 4000};
+        FillRect(dc.get(), &everything, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        SendMessageW(dialog, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.get()), 0);
+        for (const POINT inside :
+             {POINT{area.left, area.top}, POINT{area.right - 1, area.bottom - 1}}) {
+            EXPECT_EQ(GetPixel(dc.get(), inside.x, inside.y), RGB(0, 0, 0));
+        }
+        EXPECT_EQ(GetPixel(dc.get(), area.left, area.top - 1), GetSysColor(COLOR_3DFACE));
+        EXPECT_EQ(GetPixel(dc.get(), area.right, area.bottom), GetSysColor(COLOR_3DFACE));
+
+        RECT window{};
+        GetWindowRect(dialog, &window);
+        for (const int height : {static_cast<int>(area.top) + 40, 1}) {
+            SetWindowPos(dialog, nullptr, 0, 0, height, height, SWP_NOMOVE | SWP_NOZORDER);
+            RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        }
+        SetWindowPos(dialog, nullptr, 0, 0, window.right - window.left, window.bottom - window.top,
+                     SWP_NOMOVE | SWP_NOZORDER);
+        EXPECT_EQ(BarHeight(dialog, 3), full);
+    });
+    ui.Screenshot("spettrorum").Command(IDCANCEL);
+    OpenNoise();
+    ui.OnWindow(kAttenuationTitle).Screenshot("spettrodpi").Command(IDCANCEL);
+    OpenAttenuation();
+}
+
+}  // namespace
+}  // namespace tonvale
