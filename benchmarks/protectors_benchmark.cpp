@@ -1,5 +1,5 @@
-// Hearing protectors: one recomputation, one chart, and "tonvale-calc classifica" over a folder of
-// 1,000 protectors against reading their files.
+// Hearing protectors: one recomputation and one chart, and "tonvale-calc classifica" over a folder
+// of 1,000 protectors, against reading their files.
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
@@ -26,25 +26,6 @@ SpectrumForm FormOfProtector(int number) {
     form.notes = "Misure del laboratorio.\r\nTaglia unica.";
     return form;
 }
-
-void RecomputeRatings(benchmark::State& state) {
-    SpectrumForm form = FormOfProtector(0);
-    for ([[maybe_unused]] auto _ : state) {
-        Recompute(form);
-        benchmark::DoNotOptimize(form.results);
-    }
-}
-BENCHMARK(RecomputeRatings)->Unit(benchmark::kMicrosecond);
-
-void DrawSpectrum(benchmark::State& state) {
-    const SpectrumForm form = FormOfProtector(0);
-    for ([[maybe_unused]] auto _ : state) {
-        SvgCanvas canvas({400, 200});
-        DrawChart(canvas, {0, 0, 400, 200}, form, kChartGround);
-        benchmark::DoNotOptimize(canvas);
-    }
-}
-BENCHMARK(DrawSpectrum)->Unit(benchmark::kMicrosecond);
 
 // A folder of protectors and a noise, removed at the end.
 class Cabinet {
@@ -91,6 +72,25 @@ void ReadProtectors(benchmark::State& state) {
     }
 }
 BENCHMARK(ReadProtectors)->Unit(benchmark::kMillisecond);
+
+void RecomputeRatings(benchmark::State& state) {
+    SpectrumForm form = FormOfProtector(0);
+    for ([[maybe_unused]] auto _ : state) {
+        Recompute(form);
+        benchmark::DoNotOptimize(form.results);
+    }
+}
+BENCHMARK(RecomputeRatings)->Unit(benchmark::kMicrosecond);
+
+void DrawSpectrum(benchmark::State& state) {
+    const SpectrumForm form = FormOfProtector(0);
+    for ([[maybe_unused]] auto _ : state) {
+        SvgCanvas canvas({400, 200});
+        DrawChart(canvas, {0, 0, 400, 200}, form, kChartGround);
+        benchmark::DoNotOptimize(canvas);
+    }
+}
+BENCHMARK(DrawSpectrum)->Unit(benchmark::kMicrosecond);
 
 class CountingConsole final : public Console {
   public:
