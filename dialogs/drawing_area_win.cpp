@@ -63,8 +63,8 @@ void DrawingArea::Paint() const {
     PaintBuffered(dc.get(), place, [&](HDC memory) {
         const RECT all{0, 0, place.right - place.left, place.bottom - place.top};
         FillRect(memory, &all, GetSysColorBrush(kGround));
-        const ScopedSelection font(
-            memory, reinterpret_cast<HFONT>(SendMessageW(dialog(), WM_GETFONT, 0, 0)));
+        const ScopedSelection font(memory,
+                                   reinterpret_cast<HFONT>(SendMessageW(mark_, WM_GETFONT, 0, 0)));
         GdiCanvas canvas(memory, static_cast<int>(GetDpiForWindow(dialog())));
         draw_(canvas, {0, 0, static_cast<int>(all.right), static_cast<int>(all.bottom)},
               GroundColor());

@@ -16,7 +16,7 @@ namespace tonvale {
 // follows its mark and the dialog's resolution.
 class DrawingArea : public DialogPart {
   public:
-    // Draws into the whole of `area`, in the dialog's font; all of it has the dialog's own ground,
+    // Draws into the whole of `area`, in the mark's font; all of it has the dialog's own ground,
     // `ground`, already. Called for every painting.
     using Draw = std::function<void(Canvas& canvas, const Rect& area, Color ground)>;
 
