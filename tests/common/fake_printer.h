@@ -18,6 +18,7 @@ class FakePrinter final : public Printer {
 
     std::string document;
     std::vector<std::vector<RecordingCanvas::DrawnText>> pages;
+    std::vector<RecordingCanvas> canvases;  // of the pages: all that is drawn
     bool ended = false;
     bool aborted = false;
 
@@ -35,6 +36,7 @@ class FakePrinter final : public Printer {
     }
     bool EndPage() override {
         pages.push_back(canvas_.texts);
+        canvases.push_back(canvas_);
         return true;
     }
     bool EndDocument() override {

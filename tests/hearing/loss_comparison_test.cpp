@@ -55,29 +55,5 @@ TEST(LossComparison, TabulatesYearsByLevels) {
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 800, 600}).texts, SizeIs(2 + 8 + 20 * 8));
 }
 
-TEST(LossComparison, ChartsTheLossOverTimeAndOverLevel) {
-    LossComparisonState state;
-    const ResultView view = MakeResultView(state);
-    Chart chart = MakeTimeChart(state);
-    EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "240");
-    EXPECT_EQ(chart.legend.front() + chart.legend.back(), "  88 dBA 100 dBA");
-    EXPECT_EQ(view.Page(ViewKind::kChart)->curve_names[0], "88 dBA");
-    ASSERT_EQ(chart.curves.size(), 7U);
-    EXPECT_EQ(chart.curves[6][4].x, 5);
-    EXPECT_NEAR(chart.curves[6][4].y, 10 - 4.24675, 1e-9);  // 10 years at 100 dBA
-    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {30, 10, 930, 610}, {.selected_curve = 3}).lines,
-                SizeIs(20 + 10 + 2 + 1 + 19));
-
-    ASSERT_FALSE(Confirm({9, 3, "80"}, state));
-    chart = MakeLevelChart(state);
-    EXPECT_EQ(chart.horizontal_labels.front() + chart.horizontal_labels.back(), "8092");
-    EXPECT_EQ(chart.legend.front() + chart.legend.back(), "5 anni35 anni");
-    ASSERT_EQ(chart.curves.size(), 7U);
-    // 10 years at 90 dBA, 3000 Hz, median: 8.28 dB.
-    EXPECT_NEAR(chart.curves[1][10].y, LossAxisPosition(8.281), 1e-12);
-    EXPECT_THAT(DrawnBy(MakeResultView(state), ViewKind::kAudiogram, {0, 0, 900, 600}).lines,
-                SizeIs(13 + 10 + 2 + 7 + 7 * 12));
-}
-
 }  // namespace
 }  // namespace tonvale

@@ -3,15 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "common/text.h"
 #include "tests/common/recording_canvas.h"
 
 namespace tonvale {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
@@ -114,25 +110,6 @@ TEST(LossPrediction, MarksADamageThatIsCompensated) {
     EXPECT_FALSE(ComputeRows(prediction)[0].damage_percent);
 }
 
-TEST(LossPrediction, ExportsTheTableInCells) {
-    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const std::string text = ExportNiptsTable(prediction, ";");
-    EXPECT_THAT(text, StartsWith("HTLAN - Hearing Threshold Level associated with Age and Noise\r\n"
-                                 "Anni di esposizione: 35;Leq: 90,0 dBA;Età: 60;Sesso: M;"
-                                 "Tabella: Nuova\r\n"
-                                 "q (%);500 Hz;1000 Hz;2000 Hz;3000 Hz;4000 Hz;6000 Hz;"
-                                 "Danno (%)\r\n"
-                                 " 5;20,8;22,4;40,7;60,2;72,8;77,4;18,5 *\r\n"));
-    EXPECT_THAT(text, HasSubstr("\r\n50; 6,2; 7,1;17,5;30,0;39,2;38,7; 1,1\r\n"));
-    EXPECT_THAT(SplitLines(text), SizeIs(3 + 19));
-
-    prediction = PredictionOf(FormOf(QuantityKind::kNipts, "-5", "90.26", ""));
-    EXPECT_THAT(ExportNiptsTable(prediction, "\t"),
-                AllOf(StartsWith("NIPTS - Noise Induced Permanent Threshold Shift\r\n"
-                                 "Anni di esposizione: -5\tLeq: 90,3 dBA\r\n"),
-                      HasSubstr("\t6000 Hz\r\n 5\t nan\t nan\t nan\t nan\t nan\t nan\r\n")));
-}
-
 TEST(LossPrediction, NamesTheCaseAndSaysWhyNothingIsShown) {
     const auto status = [](QuantityKind quantity, const char* years, const char* age,
                            ViewKind kind = ViewKind::kChart) {
@@ -183,38 +160,6 @@ TEST(LossPrediction, DrawsTheTableInNineColumns) {
     EXPECT_THAT(DrawnBy(nipts, ViewKind::kTable, {0, 0, 900, 6 * 4 + 5}).texts, SizeIs(2 + 7 + 7));
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 900, 0}).texts, IsEmpty());
     EXPECT_THAT(DrawnBy(view, ViewKind::kTable, {0, 0, 0, 900}).texts, IsEmpty());
-}
-
-TEST(LossPrediction, ChartsTheQuantityOverTheFractile) {
-    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kNipts, "40", "100", ""));
-    const Chart chart = MakeFractileChart(prediction);
-    ASSERT_EQ(chart.curves.size(), 6U);
-    for (const Curve& curve : chart.curves) EXPECT_EQ(curve.size(), 19U);
-    EXPECT_EQ(chart.curves[4][9].x, 10);
-    EXPECT_NEAR(chart.curves[4][9].y, 10 - 4.0657, 1e-4);
-    const ResultView view = MakeResultView(prediction);
-    EXPECT_EQ(view.Page(ViewKind::kChart)->curve_names, chart.legend);
-    // Grid, axes, legend and eighteen pieces a curve.
-    EXPECT_THAT(DrawnBy(view, ViewKind::kChart, {0, 0, 1000, 700}, {.selected_curve = 4}).lines,
-                SizeIs(19 + 10 + 2 + 1 + 18));
-    prediction.person.years = -5;  // no number
-    EXPECT_THAT(DrawnBy(MakeResultView(prediction), ViewKind::kChart, {0, 0, 1000, 700}).lines,
-                SizeIs(19 + 10 + 2 + 6));
-}
-
-TEST(LossPrediction, DrawsSevenFractilesAsAudiograms) {
-    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    const Chart chart = MakeAudiogram(prediction);
-    EXPECT_THAT(chart.legend, ElementsAre(" 5 %", "10 %", "25 %", "50 %", "75 %", "90 %", "95 %"));
-    const std::vector<LossPredictionRow> rows = ComputeRows(prediction);
-    ASSERT_EQ(chart.curves.size(), 7U);
-    for (std::size_t i = 0; i < 6; ++i) {
-        EXPECT_EQ(chart.curves[2][i].x, kAudiometricFrequenciesHz[i]);
-        EXPECT_EQ(chart.curves[2][i].y, LossAxisPosition(rows[4].losses_db[i]));
-    }
-    const ResultView view = MakeResultView(prediction);
-    EXPECT_THAT(DrawnBy(view, ViewKind::kAudiogram, {0, 0, 1000, 700}, {.selected_curve = 0}).lines,
-                SizeIs(6 + 10 + 2 + 1 + 5));
 }
 
 }  // namespace

@@ -10,11 +10,6 @@
 namespace tonvale {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::SizeIs;
 
 constexpr const char* kNotAllNumbers =
@@ -53,12 +48,6 @@ std::vector<MethodPageForm> GoodPages() {
                     {CheckField::kM, "25"},
                     {CheckField::kL, "20"}}),
             OctavePage()};
-}
-
-std::string TextOf(const SelectionState& state) {
-    std::string text;
-    for (const PrintoutLine& line : MakePrintout(state).lines) text += line.left + "\n";
-    return text;
 }
 
 TEST(ProtectorSelection, NextRunsTheMethodOfThePage) {
@@ -181,35 +170,6 @@ TEST(ProtectorSelection, ImportsTheValuesOfSpectra) {
     EXPECT_EQ(form.texts[BandField(CheckField::kProtectorBands, 6)], " 9.0");
 }
 
-TEST(ProtectorSelection, StoresItsStateInTheOrderOfTheFile) {
-    SelectionState state;
-    MethodPageForm octave = OctavePage();
-    RunMethod(InfoOf(CheckMethod::kOctaveBand), octave, state);
-    MethodPageForm hml = GoodPages()[3];
-    RunMethod(InfoOf(CheckMethod::kHml), hml, state);
-    state.information = {.has_spectrum = true, .has_laeq = true};
-    state.repetitive_short_noises = false;
-    state.inputs.is_class_l = true;
-    state.inputs.values[CheckField::kSnr] = 9;
-    state.notes = "nota";
-    ProfileFile file;
-    StoreState(state, file);
-    const std::string bytes = file.Serialize();
-    EXPECT_EQ(bytes,
-              "[TONVALE]\r\nTipo=DPI\r\n[SETTINGS]\r\nLACT=85.0\r\nLIVEFF= 65.3\r\nR1=1\r\nR2=0\r\n"
-              "LAEQ=1\r\nLCEQ=0\r\nBDO=1\r\nMETODO=4\r\n[NOISE]\r\n125= 95.0\r\n250= 95.0\r\n"
-              "500= 95.0\r\n1000= 95.0\r\n2000= 95.0\r\n4000= 95.0\r\n8000= 95.0\r\nA= 90.3\r\n"
-              "C= 92.3\r\nCLASSE=1\r\n[ATT]\r\n125=20.0\r\n250=20.0\r\n500=20.0\r\n1000=20.0\r\n"
-              "2000=20.0\r\n4000=20.0\r\n8000=20.0\r\nH=30.0\r\nM=25.0\r\nL=20.0\r\nSNR= 9.0\r\n"
-              "[NOTE]\r\n1=nota\r\nNum=1\r\n");
-    SelectionState loaded;
-    ASSERT_TRUE(LoadState(ProfileFile::Parse(bytes), loaded));
-    EXPECT_TRUE(loaded.has_answers);
-    ProfileFile again;
-    StoreState(loaded, again);
-    EXPECT_EQ(again.Serialize(), bytes);
-}
-
 TEST(ProtectorSelection, WhatAFileLacksIsZero) {
     SelectionState state;
     state.method = 2;
@@ -225,73 +185,6 @@ TEST(ProtectorSelection, WhatAFileLacksIsZero) {
     EXPECT_FALSE(state.unfavourable_conditions || state.repetitive_short_noises);
     EXPECT_EQ(FormFromState(state).texts[CheckField::kH], " 0.0");
     EXPECT_EQ(FormFromState(state).texts[CheckField::kLaeq], "  0.0");
-}
-
-TEST(ProtectorSelection, PrintsTheCheckOfEachMethod) {
-    const std::vector<std::string> details{
-        "    Laeq = 95.0 dBA\nCaratteristiche del DPI:\n    SNR = 20.0 dB\n",
-        "    Lceq = 100.0 dBC\nCaratteristiche del DPI:\n    SNR = 25.0 dB\n",
-        ("    Laeq = 100.0 dBA  Classe di rumore L\nCaratteristiche del DPI:\n"
-         "    H = 20.0 dB   M = 10.0 dB   L = 12.5 dB\n"),
-        "    Laeq = 90.3 dBA  Lceq = 92.3 dBC\nCaratteristiche del DPI:\n"
-        "    H = 30.0 dB   M = 25.0 dB   L = 20.0 dB\n",
-        "    125 Hz   250 Hz   500 Hz   1 kHz    2 kHz    4 kHz    8 kHz\n"
-        "    95.0 dB  95.0 dB  95.0 dB  95.0 dB  95.0 dB  95.0 dB  95.0 dB\n"
-        "Caratteristiche del DPI:\n"
-        "    20.0 dB  20.0 dB  20.0 dB  20.0 dB  20.0 dB  20.0 dB  20.0 dB\n"};
-    const std::vector<std::string> names{"SNR corretto.", "SNR.", "Controllo HML.", "HML.",
-                                         "Banda d'ottava."};
-    std::vector<MethodPageForm> pages = GoodPages();
-    for (std::size_t i = 0; i < kCheckMethodCount; ++i) {
-        SelectionState state;
-        RunMethod(CheckMethods()[i], pages[i], state);
-        EXPECT_THAT(TextOf(state), HasSubstr("Metodo di calcolo utilizzato: " + names[i] +
-                                             "\nCaratteristiche del rumore:\n" + details[i]));
-    }
-    SelectionState state;
-    RunMethod(CheckMethods()[1], pages[1], state);
-    state.unfavourable_conditions = false;
-    state.information = {.has_spectrum = true, .has_lceq = true, .has_laeq = true};
-    EXPECT_EQ(TextOf(state).substr(0, TextOf(state).find("Metodo")),
-              "Il lavoro si svolge in condizioni ambientali sfavorevoli? NO\n"
-              "Il lavoro si svolge con esposizione ripetitiva a rumori di breve durata? SI\n"
-              "Tipologie consigliate di otoprotettore:\n    Cuffie\n    Inserti con archetto\n"
-              "Informazioni disponibili sul rumore:\n    Livello equivalente pesato A.\n"
-              "    Livello equivalente pesato C.\n    Spettro di frequenza in banda d'ottava.\n");
-    EXPECT_THAT(TextOf(state),
-                EndsWith("Il livello di pressione sonora equivalente \n"
-                         "risultante all'orecchio del lavoratore è pari a: 75.0 dBA\n"
-                         "Il livello d'azione è: 85.0 dBA\n"
-                         "La protezione offerta dal DPI è da ritenersi ACCETTABILE.\n"));
-    EXPECT_THAT(TextOf({}), EndsWith("\nMetodo di calcolo utilizzato: \n"));
-}
-
-TEST(ProtectorSelection, AssessesAFileAsNextWould) {
-    const auto assess = [](const std::string& settings) {
-        return AssessProtectorSelection(ProfileFile::Parse(
-            "[TONVALE]\nTipo=DPI\n[NOISE]\nA=100.04\nC=98\n[ATT]\nH=20\nM=10\nL=12\nSNR=25\n"
-            "[SETTINGS]\nLACT=85\nR1=1\n" +
-            settings));
-    };
-    const Assessment snr = assess("METODO=2\nLIVEFF= 73.0\n");
-    EXPECT_TRUE(snr.computed && !snr.message);
-    EXPECT_EQ(snr.results[0].shown, " 73.0");
-    EXPECT_EQ(std::get<std::string>(snr.details[1].value), "ACCETTABILE.");
-    EXPECT_EQ(std::get<double>(snr.details[0].value), 2);
-    EXPECT_THAT(std::get<std::vector<std::string>>(snr.details[3].value),
-                ElementsAre("Cuffie con cuscinetti ricoperti o imbottiti", "Inserti monouso"));
-    const Assessment hml = assess("METODO=4\n");  // the page shows an LAeq of 100.0
-    EXPECT_EQ(hml.results[0].shown, " 80.0");
-    const Assessment undecided = assess("METODO=3\n");
-    EXPECT_TRUE(undecided.message && !undecided.computed);
-    EXPECT_TRUE(std::holds_alternative<std::nullptr_t>(undecided.details[1].value));
-    EXPECT_EQ(assess("METODO=5\n").message->text, "Inserire valori numerici!");
-    for (const char* none : {"", "METODO=0\n", "METODO=99\n"}) {
-        const Assessment assessment = assess(none);
-        EXPECT_FALSE(assessment.computed || assessment.message);
-        EXPECT_TRUE(std::holds_alternative<std::nullptr_t>(assessment.details[0].value));
-        EXPECT_THAT(assessment.summarize(";"), Not(IsEmpty()));
-    }
 }
 
 }  // namespace

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_writer.h"
 #include "tests/common/fake_printer.h"
+#include "tests/common/golden.h"
 
 namespace tonvale {
 namespace {
@@ -76,30 +78,43 @@ TEST_F(RichTextPrinterTest, BreaksLongWordsWhereTheLineEnds) {
     EXPECT_EQ(drawn, 20000U);
 }
 
-TEST_F(RichTextPrinterTest, AlignsLinesAndFollowsTabs) {
-    ASSERT_TRUE(
-        Print("\\pard\\qr fine\\par\\pard\\qc ab\\par"
-              "\\pard\\tx720\\tx1440 a\\tab b\\tab c\\tab d\\par"
-              "\\pard\\li720\\fi-360 primo\\line resto"));
-    EXPECT_EQ(Lines(0),
-              (std::vector<std::string>{"1634:fine", "1158:ab", "600:a|900:b|1200:c|1500:d",
-                                        "750:primo", "900:resto"}));
+std::string Described(const Rect& rect) {
+    return std::to_string(rect.left) + "," + std::to_string(rect.top) + " " +
+           std::to_string(rect.Width()) + "x" + std::to_string(rect.Height());
 }
 
-TEST_F(RichTextPrinterTest, DrawsBulletsStylesAndOffsets) {
-    ASSERT_TRUE(
-        Print("\\pard{\\*\\pn\\pnlvlblt}voce\\par\\pard H\\dn5\\fs15 2\\up0\\fs20 O"
-              "\\b\\ul\\fs40 X"));
-    const auto& texts = printer_.pages.at(0);
-    ASSERT_EQ(texts.size(), 6U);
-    EXPECT_EQ(texts[0].text, "\u2022");
-    EXPECT_EQ(texts[0].rect.left, 600);
-    EXPECT_EQ(texts[1].text, "voce");
-    EXPECT_EQ(texts[1].rect.left, 683);
-    // All letters stand on one line: four fifths of their height below their tops.
-    EXPECT_EQ(texts[2].rect.top + 66, texts[5].rect.top + 132);
-    EXPECT_EQ(texts[3].rect.top + 49, texts[2].rect.top + 66 + 20);
-    EXPECT_EQ(texts[5].font.weight, 700);
+// All that is drawn on a page, one line each.
+std::string Described(const RecordingCanvas& page) {
+    std::string text;
+    for (const Rect& fill : page.fills) text += "fill " + Described(fill) + "\n";
+    for (const auto& line : page.lines) {
+        text += "line " + Described(Rect{line.from.x, line.from.y, line.to.x, line.to.y}) + " by " +
+                std::to_string(line.pen.width) + "\n";
+    }
+    for (const auto& drawn : page.texts) {
+        const Font& font = drawn.font;
+        text += Described(drawn.rect) + " " + font.face + " " +
+                std::to_string(font.character_height) + " " + std::to_string(font.weight) +
+                (font.italic ? " italic" : "") + (drawn.color == kBlack ? "" : " coloured") + ": " +
+                drawn.text + "\n";
+    }
+    return text;
+}
+
+TEST_F(RichTextPrinterTest, PlacesEveryFormat) {
+    for (const std::string& name : FilesIn("tests/golden/report")) {
+        const RichText text = ReadRichText(ExampleBytes("../tests/golden/report/" + name));
+        FakePrinter printer;
+        printer.page = printer_.page;
+        std::string output;
+        ASSERT_TRUE(PrintRichText(printer, text, name, [&](const RichPicture&, const Rect& place) {
+            output += "picture " + Described(place) + "\n";
+        }));
+        for (const RecordingCanvas& page : printer.canvases) {
+            output += "--- page\n" + Described(page);
+        }
+        ExpectGolden("report_" + name, output + "--- written anew\n" + WriteRichText(text) + "\n");
+    }
 }
 
 TEST_F(RichTextPrinterTest, GoesOnOverPages) {

@@ -15,6 +15,7 @@
 #include "calc/assessment_table.h"
 #include "common/print_frame.h"
 #include "common/text.h"
+#include "common/unicode_win.h"
 #include "dialogs/clipboard_win.h"
 #include "tests/exposure/example_file.h"
 #include "tests/ui/calculators.h"
@@ -26,6 +27,8 @@ namespace tonvale {
 namespace {
 
 constexpr char kNotesTitle[] = "Un commento per la stampa?";
+constexpr char kResultsTitle[] = "Risultati del calcolo";
+constexpr int kBack = 0x3023, kNext = 0x3024, kFinish = 0x3025;  // of a property sheet
 constexpr char kUnknownSection[] = "[ALTRO]\r\nchiave=resta\r\n";
 
 std::vector<Calculator> CalculatorsOf(std::initializer_list<CalculatorForm> forms) {
@@ -81,6 +84,17 @@ class CalculatorTest : public MainWindowTest, public testing::WithParamInterface
     static UiDriver& ExpectFile(UiDriver& ui, const std::string& name) {
         return ui.OnWindow(Title(),
                            [name](HWND window) { EXPECT_EQ(CurrentFileName(window), name); });
+    }
+    // Presses a button of the wizard's sheet until the page with this title is there.
+    static UiDriver& Lead(UiDriver& ui, int button, const std::string& title) {
+        ui.WaitUntil("page \"" + title + "\"", [=] {
+            HWND sheet = DialogInFront();
+            if (WindowText(sheet) == title) return true;
+            HWND control = GetDlgItem(sheet, button);
+            if (IsWindowEnabled(control)) PostMessageW(control, BM_CLICK, 0, 0);
+            return false;
+        });
+        return ui.OnWindow(title);
     }
     // The splash window would go while objects are counted.
     static void CloseSplash(UiDriver& ui) {
@@ -195,7 +209,8 @@ std::vector<std::string> PrintedTexts(const FakePrinter& printer) {
     return texts;
 }
 
-// What is printed and copied is what the companion tells of the same file.
+// What is printed and copied is what the companion tells of the same file; a wizard has computed it
+// on its way to the results.
 TEST_P(DataFileTest, PrintsAndCopies) {
     const std::string path = Example();
     const ProfileFile file = ProfileFile::Parse(Bytes());
@@ -210,7 +225,13 @@ TEST_P(DataFileTest, PrintsAndCopies) {
             return std::make_unique<BorrowedPrinter>(printer);
         };
     });
-    Print(ui).OnWindow(Title(), [&](HWND) {
+    if (IsWizard()) {
+        Lead(ui, kNext, kResultsTitle).Click(IDC_WIZARD_PRINT);
+        Lead(ui, kBack, Title());
+    } else {
+        Print(ui);
+    }
+    ui.OnWindow(Title(), [&](HWND) {
         EXPECT_TRUE(printer.ended);
         EXPECT_EQ(printer.document, expected.document);
         EXPECT_EQ(PrintedTexts(printer), PrintedTexts(expected));
@@ -225,6 +246,22 @@ TEST_P(DataFileTest, PrintsAndCopies) {
         });
     }
     Close(ui);
+    RunToEnd(ui);
+}
+
+class WizardTest : public CalculatorTest {};
+
+TEST_P(WizardTest, LeadsFromTheFileToTheResultsAndBack) {
+    const std::string path = Example();
+    std::vector<std::string> shown;
+    UiDriver ui;
+    Open(ui, path).OnWindow(Title(), [&](HWND window) { shown = Shown(window); });
+    Lead(ui, kNext, kResultsTitle);
+    ui.Screenshot(std::string("results_") + GetParam().name);
+    Lead(ui, kBack, Title()).OnWindow(Title(), [&](HWND window) {
+        EXPECT_EQ(Shown(window), shown);
+    });
+    Lead(ui, kNext, kResultsTitle).Click(kFinish).WaitClosed(kResultsTitle);
     RunToEnd(ui);
 }
 
@@ -299,6 +336,9 @@ INSTANTIATE_TEST_SUITE_P(All, CalculatorTest, testing::ValuesIn(kCalculators), N
 INSTANTIATE_TEST_SUITE_P(All, DataFileTest,
                          testing::ValuesIn(CalculatorsOf({CalculatorForm::kDialog,
                                                           CalculatorForm::kWizard})),
+                         NameOfCalculator);
+INSTANTIATE_TEST_SUITE_P(All, WizardTest,
+                         testing::ValuesIn(CalculatorsOf({CalculatorForm::kWizard})),
                          NameOfCalculator);
 INSTANTIATE_TEST_SUITE_P(All, QuestionTest,
                          testing::ValuesIn(CalculatorsOf({CalculatorForm::kQuestion})),
