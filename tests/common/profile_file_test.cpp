@@ -123,6 +123,9 @@ TEST(ProfileFile, ListsAndRemovesNumberedKeys) {
     EXPECT_EQ(file.NumberedKeys("LEQ", 9), std::vector({2, 7}));
     EXPECT_TRUE(file.NumberedKeys("NONE", 9).empty());
 
+    const std::string bytes = file.Serialize();
+    file.RemoveNumberedKeysAbove("NONE", 0);
+    EXPECT_EQ(file.Serialize(), bytes);
     file.RemoveNumberedKeysAbove("LEQ", 2);
     EXPECT_EQ(file.NumberedKeys("LEQ", INT_MAX), std::vector({2}));
     EXPECT_EQ(file.Find("LEQ", "10"), std::nullopt);

@@ -28,6 +28,7 @@
 #include "protectors/noise_spectrum.h"
 #include "report/rtf/rtf_reader.h"
 #include "resources/help_contexts.h"
+#include "tests/common/golden.h"
 
 namespace tonvale {
 namespace {
@@ -122,7 +123,8 @@ TEST(HelpTopics, ReadsMarksInsideAText) {
 
 TEST(HelpTopics, SearchesWordBeginningsWithoutCaseAndAccents) {
     const HelpBook book = HelpBook::Parse(
-        "@topic 1 Dieta\nl'Età e\n\nil RUMORE\n@topic 2 Età e rumore\ntesto\n\netà\n@topic 3 "
+        "@topic 1 Dieta aeta zeta 0eta 9eta\nl'Età e\n\nil RUMORE\n@topic 2 Età e "
+        "rumore\ntesto\n\netà\n@topic 3 "
         "Lep,d\n"
         "| Perche\xCC\x81 | così |\n@topic 4 Vuoto\n");
     const auto search = [&](std::string_view query) {
@@ -176,6 +178,17 @@ TEST(HelpRtf, EscapesEveryCharacterAndKeepsPositions) {
     // Five ends of paragraph stand before the last block, title included.
     EXPECT_EQ(MakeHelpRtf(topic, 2).block_starts[4], rtf.block_starts[4] + 5);
     EXPECT_EQ(MakeHelpRtf(topic, 2).links[2].start, rtf.links[2].start + 5);
+}
+
+TEST(HelpRtf, WritesEveryKindOfBlock) {
+    const HelpTopic topic =
+        HelpBook::Parse(
+            "@topic 1 Titolo\nun *grassetto* e _corsivo_\n\n# Titolo\n## Minore\n- voce\n"
+            "| breve | una colonna molto più larga | x |\n|---|---|---|\n| *1* | 2 | [[5|tre]] |\n"
+            "| una cella lunga | b | c |\n    a = b\n")
+            .topics()
+            .at(0);
+    ExpectGolden("help_rtf", MakeHelpRtf(topic).rtf);
 }
 
 // --- The guide itself ----------------------------------------------------------------------------
