@@ -4,6 +4,8 @@
 #include <string>
 
 #include "exposure/daily_exposure.h"
+#include "exposure/group_exposure.h"
+#include "exposure/uncertainty_study.h"
 #include "exposure/weekly_exposure.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
@@ -15,6 +17,8 @@ namespace tonvale {
 struct AppState {
     DailyExposureState daily_exposure;
     WeeklyExposureState weekly_exposure;
+    GroupExposureState group_exposure;
+    UncertaintyStudy uncertainty;
     SpectrumState noise_spectrum{NoiseSpectrumKind()};
     SpectrumState attenuation_spectrum{AttenuationSpectrumKind()};
     LossPredictionState loss_prediction;

@@ -13,6 +13,8 @@
 #include "dialogs/dialog_win.h"
 #include "dialogs/help_viewer_win.h"
 #include "exposure/daily_exposure_dialog.h"
+#include "exposure/group_exposure_dialog.h"
+#include "exposure/uncertainty_wizard.h"
 #include "exposure/weekly_exposure_dialog.h"
 #include "hearing/loss_comparison_dialog.h"
 #include "hearing/loss_prediction_dialog.h"
@@ -132,6 +134,14 @@ void WeeklyExposure(MainWindow& window, const std::string& path) {
     OpenWeeklyExposure(window.context(), window.state().weekly_exposure, window.window(), path);
 }
 
+void GroupStatistics(MainWindow& window, const std::string& path) {
+    OpenGroupExposure(window.context(), window.state().group_exposure, window.window(), path);
+}
+
+void Uncertainty(MainWindow& window, const std::string& path) {
+    OpenUncertainty(window.context(), window.state().uncertainty, window.window(), path);
+}
+
 void NoiseSpectrum(MainWindow& window, const std::string& path) {
     OpenNoiseSpectrum(window.context(), window.state().noise_spectrum, window.window(), path);
 }
@@ -185,8 +195,8 @@ constexpr CommandEntry kCommands[] = {
     {CMD_VIEW_DOCUMENT, ShowDocument, CanShowDocument},
     {CMD_DAILY_EXPOSURE, DailyExposure},
     {CMD_WEEKLY_EXPOSURE, WeeklyExposure},
-    {CMD_GROUP_STATISTICS, nullptr},
-    {CMD_UNCERTAINTY, nullptr},
+    {CMD_GROUP_STATISTICS, GroupStatistics},
+    {CMD_UNCERTAINTY, Uncertainty},
     {CMD_NOISE_SPECTRUM, NoiseSpectrum},
     {CMD_ATTENUATION_SPECTRUM, AttenuationSpectrum},
     {CMD_PROTECTOR_SELECTION, nullptr},

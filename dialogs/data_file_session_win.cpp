@@ -43,7 +43,7 @@ bool DataFileSession::OnCommand(int id, int /*notification*/) {
 void DataFileSession::Open() {
     const std::optional<std::string> path =
         ChooseFileToOpen(app_, client_.FileOwner(), InfoOf(kind_).filter_text, kOpenDataTitle);
-    if (path) Load(*path);
+    if (path && Load(*path)) client_.AfterOpenCommand();
 }
 
 void DataFileSession::Save() {

@@ -25,6 +25,8 @@ class DataFileClient {
     virtual void BeforeFileCommand() {}
     // Takes a data file over; false, and nothing changed, when it is refused.
     virtual bool LoadFrom(const ProfileFile& file) = 0;
+    // The command "Apri" has taken a file over.
+    virtual void AfterOpenCommand() {}
     virtual void StoreTo(ProfileFile& file) = 0;
     virtual Printout CurrentPrintout() = 0;
     // `path` is the current file; empty: none.

@@ -258,7 +258,9 @@ int Dialog::ChosenItem(int control) const {
 }
 
 void Dialog::ChooseItem(int control, int position) const {
-    SendMessageW(Control(control), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+    const LRESULT count = SendMessageW(Control(control), CB_GETCOUNT, 0, 0);
+    const int chosen = position < count ? position : -1;  // Wine would leave the old one chosen
+    SendMessageW(Control(control), CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
 }
 
 void Dialog::Check(int control, bool checked) const {

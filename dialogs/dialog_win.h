@@ -143,6 +143,7 @@ class Dialog {
     }
     // The position of a drop-down list's chosen item; -1: none.
     int ChosenItem(int control) const;
+    // A position outside the list chooses none.
     void ChooseItem(int control, int position) const;
     void Check(int control, bool checked) const;
     bool IsChecked(int control) const;

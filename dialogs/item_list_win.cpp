@@ -9,6 +9,25 @@
 
 namespace tonvale {
 
+namespace {
+
+// Lets a list with a selected item have the Enter key, which else presses the default button of the
+// dialog, or of the sheet around it.
+LRESULT CALLBACK TakeEnter(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                           DWORD_PTR /*data*/) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, TakeEnter, id);
+    if (message == WM_CHAR && wparam == VK_RETURN) return 0;  // no letter to search for
+    const LRESULT result = DefSubclassProc(list, message, wparam, lparam);
+    if (message != WM_GETDLGCODE || lparam == 0 || ListView_GetSelectedCount(list) == 0) {
+        return result;
+    }
+    const MSG& key = *reinterpret_cast<const MSG*>(lparam);
+    return key.message == WM_KEYDOWN && key.wParam == VK_RETURN ? result | DLGC_WANTMESSAGE
+                                                                : result;
+}
+
+}  // namespace
+
 std::string_view ItemActionName(ItemAction action) {
     switch (action) {
         case ItemAction::kAdd:
@@ -24,6 +43,7 @@ std::string_view ItemActionName(ItemAction action) {
 void ItemList::TakeControl(HWND list, std::span<const ItemListColumn> columns) {
     list_ = list;
     columns_ = columns;
+    SetWindowSubclass(list_, TakeEnter, 0, 0);
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     LVCOLUMNW column{};
     column.mask = LVCF_FMT | LVCF_TEXT | LVCF_SUBITEM;
@@ -85,9 +105,6 @@ bool ItemList::OnCommand(int id, int /*notification*/) {
             return true;
         case IDC_DELETE:
             Delete();
-            return true;
-        case IDOK:  // the Enter key; there is no such button
-            if (GetFocus() == list_ && SelectedItem()) Modify();
             return true;
         default:
             return false;
@@ -181,6 +198,7 @@ int ItemList::FindItem(const NMLVFINDITEMW& search) const {
 
 void ItemList::OnKey(WORD key) {
     if (key == VK_INSERT) Add();
+    if (key == VK_RETURN && SelectedItem()) Modify();
     if (key == VK_DELETE && SelectedItem()) Delete();
 }
 

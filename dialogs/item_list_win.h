@@ -110,7 +110,7 @@ class ItemList : public DialogPart {
     std::optional<std::size_t> SelectedItem() const;
     void Select(std::size_t item);
 
-    // The buttons 1210, 1211 and 1212, and Enter in the list as IDOK.
+    // The buttons 1210, 1211 and 1212.
     bool OnCommand(int id, int notification) override;
     // A double click or Enter modifies an item, Ins adds one, Del deletes one, letters and digits
     // go to the next item that begins with them.

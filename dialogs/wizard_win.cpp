@@ -136,6 +136,9 @@ void Wizard::OnPageActive(WizardPage& page) {
     ShowCurrentFile(session_.current_file());
     page.UpdateButtons();
     page.ServeTips();
+    // Posted: the page is not shown yet, and that of before takes the focus away with it.
+    HWND first = GetNextDlgTabItem(page.window(), nullptr, FALSE);
+    PostMessageW(page.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
 ResultsPage::ResultsPage(Wizard& wizard, AppContext& app, const DialogDescription& description,

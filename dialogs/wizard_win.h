@@ -13,6 +13,7 @@
 
 #include "dialogs/data_file_session_win.h"
 #include "dialogs/dialog_win.h"
+#include "resources/resource.h"
 
 namespace tonvale {
 
@@ -21,6 +22,16 @@ class Wizard;
 // Where a page leads to besides another page's number.
 inline constexpr int kNextInOrder = 0;
 inline constexpr int kStay = -1;
+
+// Rows that the tables of several wizards share.
+inline constexpr ControlTip kWizardOpenTip{CMD_FILE_OPEN, L"Carica i dati da un file"};
+inline constexpr ControlTip kWizardSaveTip{CMD_FILE_SAVE, L"Salva i dati nel file corrente"};
+inline constexpr ControlTip kWizardSaveAsTip{CMD_FILE_SAVE_AS,
+                                             L"Salva i dati in un file con un nuovo nome"};
+inline constexpr ControlTip kWizardPrintTip{IDC_WIZARD_PRINT,
+                                            L"Stampa il rapporto finale e le note"};
+inline constexpr ControlTip kWizardFileTip{
+    IDC_WIZARD_FILE, L"Visualizza il nome del file correntemente selezionato"};
 
 struct WizardPageInfo {
     int id;  // of its template, and its number

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 
-#include "common/unicode_win.h"
 #include "exposure/level_item_dialog.h"
 #include "exposure/time_unit.h"
 #include "exposure/typed_value.h"
@@ -18,7 +17,7 @@ constexpr ControlTip kTips[] = {
     {IDC_TIME_EDIT, L"Tempo d'esposizione"},
     {IDC_LEVEL_EDIT, L"Livello equivalente"},
     kReadLevelTip,
-    {IDOK, L"Aggiunge / Modifica / Elimina un elemento della lista"},
+    kConfirmItemTip,
     kCancelTip,
 };
 
@@ -43,64 +42,70 @@ constexpr DialogDescription kDescription = {
     .accepts_files = true,
 };
 
-class ExposureItemDialog : public LevelItemDialog {
+constexpr int kTimeControls[] = {IDC_TIME_LABEL, IDC_TIME_EDIT};
+constexpr int kButtons[] = {IDOK, IDCANCEL};
+constexpr int kTimeHeight = 31;  // in dialog units: how far its controls keep the buttons away
+
+class ExposureItemDialog : public ListItemDialog {
   public:
-    ExposureItemDialog(AppContext& app, ItemAction action, int time_unit, ExposureItem& item)
-        : LevelItemDialog(app, kDescription, kLevelOfSpectrum),
-          action_(action),
+    // Without a time unit the item is a level only.
+    ExposureItemDialog(AppContext& app, ItemAction action, std::optional<int> time_unit,
+                       ExposureItem& item)
+        : ListItemDialog(app, kDescription, kLevelOfSpectrum, action),
           time_unit_(time_unit),
           item_(item) {}
 
   protected:
-    bool OnInit() override;
-    bool OnCommand(int id, int notification) override;
-    void OnDrop(const std::string& path) override;
+    void ShowItem() override;
+    bool TakeItem() override;
 
   private:
-    bool deletes() const { return action_ == ItemAction::kDelete; }
-    void Confirm();
+    void LeaveTimeOut();
 
-    ItemAction action_;
-    int time_unit_;
+    std::optional<int> time_unit_;
     ExposureItem& item_;
 };
 
-bool ExposureItemDialog::OnInit() {
-    SetWindowTextUtf8(window(), ItemActionName(action_));
-    SetControlText(IDOK, ItemActionName(action_));
-    SetControlText(IDC_TIME_LABEL, "Esposizione " + std::string(TimeUnitAt(time_unit_).suffix));
+void ExposureItemDialog::ShowItem() {
     SetControlText(IDC_LEVEL_EDIT, item_.level_dba);
-    SetControlText(IDC_TIME_EDIT, item_.duration);
-    for (int field : {IDC_LEVEL_EDIT, IDC_TIME_EDIT}) {
-        SendMessageW(Control(field), EM_SETREADONLY, deletes(), 0);
-    }
-    Enable(IDC_READ_LEVEL, !deletes());
-    FocusOnField(IDC_LEVEL_EDIT);
-    return false;
-}
-
-bool ExposureItemDialog::OnCommand(int id, int notification) {
-    if (id != IDOK) return LevelItemDialog::OnCommand(id, notification);
-    if (!deletes()) {
-        Confirm();
-    } else if (ConfirmsDeletion()) {
-        End(IDOK);
-    }
-    return true;
-}
-
-void ExposureItemDialog::OnDrop(const std::string& path) {
-    if (!deletes()) LevelItemDialog::OnDrop(path);
-}
-
-void ExposureItemDialog::Confirm() {
-    const ExposureItem typed{FieldText(IDC_LEVEL_EDIT), FieldText(IDC_TIME_EDIT)};
-    if (const std::optional<UserMessage> refusal = CheckExposureItem(typed)) {
-        Refuse(*refusal, CheckTypedLevel(typed.level_dba) ? IDC_LEVEL_EDIT : IDC_TIME_EDIT);
+    if (!time_unit_) {
+        LeaveTimeOut();
         return;
     }
+    SetControlText(IDC_TIME_LABEL, "Esposizione " + std::string(TimeUnitAt(*time_unit_).suffix));
+    SetControlText(IDC_TIME_EDIT, item_.duration);
+}
+
+// Hides the time and closes the gap.
+void ExposureItemDialog::LeaveTimeOut() {
+    Show(kTimeControls, false);
+    RECT gap{0, 0, 0, kTimeHeight};
+    MapDialogRect(window(), &gap);
+    for (const int button : kButtons) {
+        RECT area{};
+        GetWindowRect(Control(button), &area);
+        MapWindowPoints(nullptr, window(), reinterpret_cast<POINT*>(&area), 2);
+        SetWindowPos(Control(button), nullptr, area.left, area.top - gap.bottom, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    RECT frame{};
+    GetWindowRect(window(), &frame);
+    SetWindowPos(window(), nullptr, 0, 0, frame.right - frame.left,
+                 frame.bottom - frame.top - gap.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Place();
+}
+
+bool ExposureItemDialog::TakeItem() {
+    const ExposureItem typed{FieldText(IDC_LEVEL_EDIT), FieldText(IDC_TIME_EDIT)};
+    const std::optional<UserMessage> level_refusal = CheckTypedLevel(typed.level_dba);
+    const std::optional<UserMessage> refusal =
+        level_refusal || !time_unit_ ? level_refusal : CheckExposureItem(typed);
+    if (refusal) {
+        Refuse(*refusal, level_refusal ? IDC_LEVEL_EDIT : IDC_TIME_EDIT);
+        return false;
+    }
     item_ = typed;
-    End(IDOK);
+    return true;
 }
 
 }  // namespace
@@ -108,6 +113,13 @@ void ExposureItemDialog::Confirm() {
 bool EditExposureItem(AppContext& app, HWND owner, ItemAction action, int time_unit,
                       ExposureItem& item) {
     return ExposureItemDialog(app, action, time_unit, item).RunModal(owner) == IDOK;
+}
+
+bool EditLevelItem(AppContext& app, HWND owner, ItemAction action, std::string& level_dba) {
+    ExposureItem item{level_dba, {}};
+    if (ExposureItemDialog(app, action, std::nullopt, item).RunModal(owner) != IDOK) return false;
+    level_dba = item.level_dba;
+    return true;
 }
 
 }  // namespace tonvale

@@ -1,7 +1,10 @@
-// The dialog ADD_LEPD: one exposure, added to, modified in or deleted from the list of LEPD.
+// The dialog ADD_LEPD: one exposure, added to, modified in or deleted from the list of LEPD, or one
+// level, in that of LEQGROUP.
 #pragma once
 
 #include <windows.h>
+
+#include <string>
 
 #include "dialogs/app_context_win.h"
 #include "dialogs/item_list_win.h"
@@ -13,5 +16,8 @@ namespace tonvale {
 // confirms; `item` then holds the two texts as typed.
 bool EditExposureItem(AppContext& app, HWND owner, ItemAction action, int time_unit,
                       ExposureItem& item);
+
+// The same for a level in dBA, without a duration.
+bool EditLevelItem(AppContext& app, HWND owner, ItemAction action, std::string& level_dba);
 
 }  // namespace tonvale

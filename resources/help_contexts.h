@@ -65,6 +65,84 @@ inline constexpr unsigned long kHelpWeekdayModify = 269484743;
 inline constexpr unsigned long kHelpWeekdayDelete = 269484733;
 inline constexpr unsigned long kHelpWeekdayCancel = 269484753;
 
+// LEQGROUP
+inline constexpr unsigned long kHelpGroupExposure = 100120;
+inline constexpr unsigned long kHelpGroupTotal = 110150;
+inline constexpr unsigned long kHelpGroupSamples = 110151;
+inline constexpr unsigned long kHelpGroupAdd = 110152;
+inline constexpr unsigned long kHelpGroupModify = 110153;
+inline constexpr unsigned long kHelpGroupDelete = 110154;
+inline constexpr unsigned long kHelpGroupConfidence = 110155;
+inline constexpr unsigned long kHelpGroupInterval = 110156;
+inline constexpr unsigned long kHelpGroupSampleCount = 110157;
+inline constexpr unsigned long kHelpGroupMean = 110158;
+inline constexpr unsigned long kHelpGroupDeviation = 110159;
+inline constexpr unsigned long kHelpGroupVerdict = 110160;
+inline constexpr unsigned long kHelpGroupNotes = 110161;
+inline constexpr unsigned long kHelpGroupStatusBar = 110162;
+
+// The uncertainty wizard: what its pages share, and page 115.
+inline constexpr unsigned long kHelpUncertainty = 100595;
+inline constexpr unsigned long kHelpUncertaintySampled = 110600;
+inline constexpr unsigned long kHelpUncertaintyMeasured = 110601;
+inline constexpr unsigned long kHelpUncertaintyInstrument = 110602;
+inline constexpr unsigned long kHelpUncertaintyEnvironmental = 110603;
+inline constexpr unsigned long kHelpUncertaintyTotal = 110604;
+inline constexpr unsigned long kHelpUncertaintyTimeUnit = 110605;
+inline constexpr unsigned long kHelpUncertaintyRemember = 110606;
+inline constexpr unsigned long kHelpUncertaintyGoOn = 110607;
+inline constexpr unsigned long kHelpUncertaintyFile = 110608;
+
+// Page 116 and ERROR_ADD_LEQ
+inline constexpr unsigned long kHelpUncertaintyLevel = 100600;
+inline constexpr unsigned long kHelpLevelPageSamples = 110610;
+inline constexpr unsigned long kHelpLevelPageCorrection = 110611;
+inline constexpr unsigned long kHelpLevelPageTotalTime = 110612;
+inline constexpr unsigned long kHelpLevelPageLevel = 110613;
+inline constexpr unsigned long kHelpLevelPageTime = 110614;
+inline constexpr unsigned long kHelpSample = 110620;
+inline constexpr unsigned long kHelpSampleLevel = 110621;
+inline constexpr unsigned long kHelpSampleReadLevel = 110622;
+inline constexpr unsigned long kHelpSampleTime = 110623;
+inline constexpr unsigned long kHelpSampleConfirm = 110624;
+inline constexpr unsigned long kHelpSampleCancel = 110625;
+
+// Page 117 and ERROR_ADD_LEPD
+inline constexpr unsigned long kHelpUncertaintyDay = 100605;
+inline constexpr unsigned long kHelpDayPagePeriods = 110630;
+inline constexpr unsigned long kHelpDayPageLevel = 110631;
+inline constexpr unsigned long kHelpDayPageTime = 110632;
+inline constexpr unsigned long kHelpPeriod = 110640;
+inline constexpr unsigned long kHelpPeriodLevel = 110641;
+inline constexpr unsigned long kHelpPeriodReadLevel = 110642;
+inline constexpr unsigned long kHelpPeriodLevelError = 110643;
+inline constexpr unsigned long kHelpPeriodTime = 110644;
+inline constexpr unsigned long kHelpPeriodAbsolute = 110645;
+inline constexpr unsigned long kHelpPeriodPercent = 110646;
+inline constexpr unsigned long kHelpPeriodZero = 110647;
+inline constexpr unsigned long kHelpPeriodMemory = 110648;
+inline constexpr unsigned long kHelpPeriodConfirm = 110649;
+inline constexpr unsigned long kHelpPeriodCancel = 110650;
+
+// Page 118 and ERROR_EDIT_LEPW
+inline constexpr unsigned long kHelpUncertaintyWeek = 100610;
+inline constexpr unsigned long kHelpWeekPageDays = 110660;
+inline constexpr unsigned long kHelpWeekPageLevel = 110661;
+inline constexpr unsigned long kHelpUncertainDay = 110670;
+inline constexpr unsigned long kHelpUncertainDayName = 110671;
+inline constexpr unsigned long kHelpUncertainDayLevel = 110672;
+inline constexpr unsigned long kHelpUncertainDayReadLevel = 110673;
+inline constexpr unsigned long kHelpUncertainDayError = 110674;
+inline constexpr unsigned long kHelpUncertainDayMemory = 110675;
+inline constexpr unsigned long kHelpUncertainDayModify = 110676;
+inline constexpr unsigned long kHelpUncertainDayDelete = 110677;
+inline constexpr unsigned long kHelpUncertainDayCancel = 110678;
+
+// Page 107 of the uncertainty wizard
+inline constexpr unsigned long kHelpUncertaintyReport = 100615;
+inline constexpr unsigned long kHelpUncertaintyReportText = 110680;
+inline constexpr unsigned long kHelpUncertaintyNotes = 110681;
+
 // SPETTRORUM
 inline constexpr unsigned long kHelpNoiseSpectrum = 100130;
 inline constexpr unsigned long kHelpNoiseBands = 110301;

@@ -19,6 +19,10 @@
 #include "common/profile_file.h"
 #include "common/text.h"
 #include "exposure/daily_exposure.h"
+#include "exposure/group_exposure.h"
+#include "exposure/student_t.h"
+#include "exposure/uncertainty_file.h"
+#include "exposure/uncertainty_study.h"
 #include "exposure/weekly_exposure.h"
 #include "hearing/damage_table.h"
 #include "hearing/loss_comparison.h"
@@ -407,6 +411,94 @@ TEST(Guide, TheAttenuationSpectrumIsWhatTheProgramComputes) {
         EXPECT_NEAR(computed.l, expected.l, 1e-9);
         EXPECT_NEAR(computed.snr, expected.snr, 1e-9);
     }
+}
+
+TEST(Guide, TheGroupExampleIsWhatTheProgramComputes) {
+    for (const auto& row : TableRows(kHelpGroupExposure, "Gradi di libertà")) {
+        const auto degrees = static_cast<std::uint32_t>(ParseInteger(row.at(0)));
+        for (int column = 0; column < 4; ++column) {
+            EXPECT_EQ(row.at(static_cast<std::size_t>(column) + 1),
+                      FormatFixed(StudentQuantile(degrees, column), 0, 3));
+        }
+    }
+    GroupExposureForm form;
+    form.total_workers = "24";
+    form.interval = 0;
+    for (const auto& row : TableRows(kHelpGroupExposure, "Lavoratore")) {
+        form.levels_dba.push_back(row.at(1));
+    }
+    ASSERT_EQ(form.levels_dba.size(), 6U);
+    GroupExposureState state;
+    ASSERT_FALSE(Recompute(form, state));
+    const auto results = TableRows(kHelpGroupExposure, "Risultato");
+    ASSERT_EQ(results.size(), 3U);
+    EXPECT_EQ(results[0].at(1), form.sample_count);
+    EXPECT_EQ(results[1].at(1), form.mean_level_dba);
+    EXPECT_EQ(results[2].at(1), TrimBlanks(form.deviation_db));
+    EXPECT_EQ(RequiredSamples(24, 1.34, 1, 1), 4U);
+
+    // The data file of the examples holds the same group.
+    GroupExposureForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/carpenteria.leg")), stored));
+    ASSERT_FALSE(Recompute(stored, state));
+    form.notes = stored.notes;
+    EXPECT_EQ(Summary(stored, ";"), Summary(form, ";"));
+}
+
+// Level, environmental and total error as the guide's table has them after the result's name.
+std::vector<std::string> ResultRow(const std::string& name, const LevelTexts& texts) {
+    return {name, std::string(TrimBlanks(texts.level_dba)), texts.environmental_error_db,
+            texts.total_error_db};
+}
+
+TEST(Guide, TheUncertaintyExampleIsWhatTheProgramComputes) {
+    UncertaintyStudy study;
+    study.time_unit = 1;
+    study.corrects_time = true;
+    study.represented_time = 240;
+    study.goes_on_from_level = true;
+    study.goes_on_from_day = true;
+    const auto results = TableRows(kHelpUncertainty, "Risultato");
+    ASSERT_EQ(results.size(), 3U);
+
+    LevelPage level = ShowLevelPage(study);
+    for (const auto& row : TableRows(kHelpUncertainty, "Campione")) {
+        level.rows.push_back({row.at(1), row.at(2)});
+    }
+    EXPECT_FALSE(Recompute(level, study));
+    EXPECT_EQ(results[0], ResultRow("Livello equivalente", level.results));
+
+    DayPage day = ShowDayPage(study);
+    for (const auto& row : TableRows(kHelpUncertainty, "Periodo")) {
+        day.rows.push_back({row.at(1), row.at(2), row.at(3), row.at(4)});
+    }
+    // The first period is the level of the samples, by way of the memory.
+    RememberLevel(study);
+    const RememberedTexts remembered = TextsOf(study.remembered_levels.front());
+    EXPECT_EQ(TrimBlanks(remembered.level_dba), day.rows.at(0).level_dba);
+    EXPECT_EQ(remembered.error_db, day.rows[0].level_error_db);
+    Recompute(day, study);
+    EXPECT_EQ(results[1], ResultRow("Lep,d", day.results));
+
+    WeekPage week = ShowWeekPage(study);
+    const auto days = TableRows(kHelpUncertainty, "Giorno");
+    ASSERT_EQ(days.size(), kWeekDays);
+    for (std::size_t i = 0; i < kWeekDays; ++i) {
+        EXPECT_EQ(days[i].at(0), kDayNames[i]);
+        week.rows[i] = {days[i].at(1), days[i].at(2)};
+    }
+    EXPECT_EQ(week.rows[0].level_dba, results[1].at(1));
+    EXPECT_EQ(week.rows[0].error_db, results[1].at(2));
+    Recompute(week, study);
+    EXPECT_EQ(results[2], ResultRow("Lep,w", week.results));
+
+    // The data file of the examples holds the same study.
+    UncertaintyStudy stored;
+    ASSERT_TRUE(LoadStudy(ProfileFile::Parse(ReadSource("examples/stampaggio.err")), stored));
+    study.notes = stored.notes;
+    ProfileFile written;
+    StoreStudy(study, written);
+    EXPECT_EQ(written.Serialize(), ReadSource("examples/stampaggio.err"));
 }
 
 std::string Shown(double value) {

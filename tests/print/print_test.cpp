@@ -21,6 +21,8 @@
 #include "common/unicode_win.h"
 #include "dialogs/printer_win.h"
 #include "exposure/daily_exposure.h"
+#include "exposure/group_exposure.h"
+#include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
 #include "protectors/attenuation_spectrum.h"
 #include "protectors/noise_spectrum.h"
@@ -59,13 +61,17 @@ class PrintTest : public testing::Test {
         KeepPrintout(name);
     }
 
+    static ProfileFile ReadExample(const std::string& name) {
+        const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / name;
+        ProfileFile file;
+        ProfileFile::Read(SystemFiles(), Narrow(path.wstring()), file);
+        return file;
+    }
+
     // Prints the file of the examples that is named NAME and `extension`, loaded into `form`.
     template <typename Form>
     void PrintExample(const std::string& name, const std::string& extension, Form form) {
-        const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / (name + extension);
-        ProfileFile file;
-        ProfileFile::Read(SystemFiles(), Narrow(path.wstring()), file);
-        ASSERT_TRUE(LoadForm(file, form));
+        ASSERT_TRUE(LoadForm(ReadExample(name + extension), form));
         PrintAndKeep(MakePrintout(form), name);
     }
 
@@ -78,6 +84,9 @@ TEST_F(PrintTest, ReportsOfTheExamples) {
     PrintExample("settimana", ".lew", WeeklyExposureForm());
     PrintExample("sega_circolare", ".spr", SpectrumForm(NoiseSpectrumKind()));
     PrintExample("cuffia_leggera", ".spi", SpectrumForm(AttenuationSpectrumKind()));
+    // What these print is not in their files.
+    PrintAndKeep(AssessGroupExposure(ReadExample("carpenteria.leg")).printout, "carpenteria");
+    PrintAndKeep(AssessUncertainty(ReadExample("stampaggio.err")).printout, "stampaggio");
 }
 
 // Items 1 to 200, and notes with accents in lines that have to be wrapped.

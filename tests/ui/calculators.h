@@ -25,6 +25,10 @@ struct Calculator {
 inline constexpr Calculator kCalculators[] = {
     {"DailyExposure", CMD_DAILY_EXPOSURE, "Calcolo Lep,d", kHelpDailyExposure, "giornata.lep"},
     {"WeeklyExposure", CMD_WEEKLY_EXPOSURE, "Calcolo Lep,w", kHelpWeeklyExposure, "settimana.lew"},
+    {"GroupExposure", CMD_GROUP_STATISTICS, "Livello equivalente per gruppi di lavoratori",
+     kHelpGroupExposure, "carpenteria.leg"},
+    {"Uncertainty", CMD_UNCERTAINTY, "Errore di misura", kHelpUncertainty, "fresatura.err",
+     CalculatorForm::kWizard},
     {"NoiseSpectrum", CMD_NOISE_SPECTRUM, "Spettro del rumore", kHelpNoiseSpectrum,
      "sega_circolare.spr"},
     {"AttenuationSpectrum", CMD_ATTENUATION_SPECTRUM, "Spettro di attenuazione",

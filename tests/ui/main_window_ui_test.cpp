@@ -35,7 +35,7 @@ TEST_F(MainWindowTest, ShowsItsNameAndNoFile) {
     });
     ui.Screenshot("main_window").OnWindowOfClass(kMainClass);
     // A greyed command that comes all the same does nothing, nor does an unknown one.
-    ui.Command(CMD_VIEW_TABLE).Command(CMD_UNCERTAINTY).Command(39999);
+    ui.Command(CMD_VIEW_TABLE).Command(39999);
     ExpectNoDialog(ui);
     ui.OnWindowOfClass(kMainClass).Press({VK_MENU, VK_F4});
     EXPECT_EQ(RunProgram(), 0);
