@@ -16,8 +16,12 @@
 #include "exposure/group_exposure_dialog.h"
 #include "exposure/uncertainty_wizard.h"
 #include "exposure/weekly_exposure_dialog.h"
+#include "hearing/audiogram_damage_dialog.h"
+#include "hearing/damage_evolution_dialog.h"
+#include "hearing/damage_risk_dialog.h"
 #include "hearing/loss_comparison_dialog.h"
 #include "hearing/loss_prediction_dialog.h"
+#include "protectors/protector_selection_wizard.h"
 #include "protectors/spectrum_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
@@ -151,6 +155,15 @@ void AttenuationSpectrum(MainWindow& window, const std::string& path) {
                             path);
 }
 
+void ProtectorSelection(MainWindow& window, const std::string& path) {
+    OpenProtectorSelection(window.context(), window.state().protector_selection, window.window(),
+                           path);
+}
+
+void AudiogramDamage(MainWindow& window, const std::string& path) {
+    OpenAudiogramDamage(window.context(), window.state().audiogram_damage, window.window(), path);
+}
+
 // Shows what a hearing-damage dialog has confirmed.
 void ShowConfirmed(MainWindow& window, std::optional<ResultView> result) {
     if (result) window.ShowResult(std::move(*result));
@@ -162,9 +175,10 @@ void PredictLoss(MainWindow& window, const std::string&) {
                                             window.state().loss_prediction));
 }
 
-void CompareLosses(MainWindow& window, const std::string&) {
-    ShowConfirmed(window, AskLossComparison(window.context(), window.window(),
-                                            window.state().loss_comparison));
+// Asks with one of the other hearing-damage dialogs, which keeps `kState`.
+template <auto kAsk, auto kState>
+void AskResult(MainWindow& window, const std::string&) {
+    ShowConfirmed(window, kAsk(window.context(), window.window(), window.state().*kState));
 }
 
 // ?
@@ -199,14 +213,14 @@ constexpr CommandEntry kCommands[] = {
     {CMD_UNCERTAINTY, Uncertainty},
     {CMD_NOISE_SPECTRUM, NoiseSpectrum},
     {CMD_ATTENUATION_SPECTRUM, AttenuationSpectrum},
-    {CMD_PROTECTOR_SELECTION, nullptr},
+    {CMD_PROTECTOR_SELECTION, ProtectorSelection},
     {CMD_NIPTS, PredictLoss<QuantityKind::kNipts>},
     {CMD_HTLA, PredictLoss<QuantityKind::kHtla>},
     {CMD_HTLAN, PredictLoss<QuantityKind::kHtlan>},
-    {CMD_PREDICTIONS, CompareLosses},
-    {CMD_DAMAGE_EVOLUTION, nullptr},
-    {CMD_RISK, nullptr},
-    {CMD_AUDIOGRAM_DAMAGE, nullptr},
+    {CMD_PREDICTIONS, AskResult<AskLossComparison, &AppState::loss_comparison>},
+    {CMD_DAMAGE_EVOLUTION, AskResult<AskDamageEvolution, &AppState::damage_evolution>},
+    {CMD_RISK, AskResult<AskDamageRisk, &AppState::damage_risk>},
+    {CMD_AUDIOGRAM_DAMAGE, AudiogramDamage},
     {CMD_HELP_INDEX, ShowHelpIndex},
     {CMD_ABOUT, ShowAbout},
 };
@@ -221,7 +235,7 @@ constexpr std::array<int, 9> kCommandsOfKinds = {
 const CommandEntry* FindCommand(int id) {
     const auto* entry = std::find_if(std::begin(kCommands), std::end(kCommands),
                                      [id](const CommandEntry& row) { return row.id == id; });
-    return entry == std::end(kCommands) || !entry->run ? nullptr : entry;
+    return entry == std::end(kCommands) ? nullptr : entry;
 }
 
 }  // namespace

@@ -147,12 +147,7 @@ void MainWindow::OpenRoutedFile() {
 }
 
 void MainWindow::OpenWith(const FileKindInfo& kind, const std::string& path) {
-    const int command = CommandOfKind(kind.kind);
-    if (CanRunCommand(*this, command)) return Run(command, path);
-    // "Spettro rumore (*.spr)"
-    notice_ = kind.filter_text.substr(0, kind.filter_text.find(kind.filter_text.back()));
-    notice_ += ": questo calcolo non è ancora disponibile";
-    ShowStatus();
+    Run(CommandOfKind(kind.kind), path);
 }
 
 void MainWindow::OpenAnyFile() {
@@ -258,7 +253,6 @@ void MainWindow::OnDestroy() {
 }
 
 void MainWindow::Run(int id, const std::string& path) {
-    notice_.clear();
     if (!views_.ShowsDocument() || !document_.OnCommand(id)) {
         RunCommand(*this, id, path);
     }
@@ -344,16 +338,15 @@ void MainWindow::Layout() {
     ShowStatus();
 }
 
-// A notice, the path of the document, or what the result is about.
+// The path of the document, or what the result is about.
 std::string MainWindow::StatusText() const {
-    if (!notice_.empty()) return notice_;
     if (views_.ShowsDocument()) return document_.path();
     return results_.result()->StatusText(results_.kind());
 }
 
 void MainWindow::ShowStatus() {
     shown_status_ = StatusText();
-    if (views_.ShowsDocument() && notice_.empty()) {
+    if (views_.ShowsDocument()) {
         ShowCurrentFile(status_bar_, shown_status_);
     } else {
         SetWindowTextUtf8(status_bar_, shown_status_);

@@ -106,7 +106,6 @@ class MainWindow final : public Window {
     HWND status_bar_ = nullptr;
     UniqueFont status_font_;
     std::string shown_status_;
-    std::string notice_;                    // in place of the status, up to the next command
     std::deque<std::string> routed_paths_;  // of OpenFileByExtension, not yet opened
 };
 

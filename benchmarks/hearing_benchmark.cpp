@@ -1,8 +1,10 @@
 // The threshold model: one threshold, the table of a dialog, a chart from values to lines.
 #include <benchmark/benchmark.h>
 
+#include "hearing/damage_risk.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
+#include "hearing/risk_grid.h"
 #include "tests/common/recording_canvas.h"
 
 namespace tonvale {
@@ -32,6 +34,20 @@ void WholeTableAsText(benchmark::State& state) {
         benchmark::DoNotOptimize(ExportNiptsTable(prediction, ";"));
 }
 BENCHMARK(WholeTableAsText)->Unit(benchmark::kMicrosecond);
+
+// 91 fractiles, each with six thresholds of both populations, by the criterion that takes longest.
+void OneRisk(benchmark::State& state) {
+    const DamageRisk risk{.criterion = DamageCriterion::kBiologicalCompensable};
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(ComputeRisk(risk));
+}
+BENCHMARK(OneRisk)->Unit(benchmark::kMicrosecond);
+
+// 40 risks.
+void WholeRiskGrid(benchmark::State& state) {
+    const DamageRisk risk{.criterion = DamageCriterion::kBiologicalCompensable};
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(ComputeGrid(risk));
+}
+BENCHMARK(WholeRiskGrid)->Unit(benchmark::kMicrosecond);
 
 void Draw(benchmark::State& state, const ResultView& view, ViewKind kind) {
     for ([[maybe_unused]] auto _ : state) {

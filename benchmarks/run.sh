@@ -21,7 +21,8 @@ build() {
             cmake --build "$ROOT/build/$preset" --target "$@"
 }
 
-# Time per run, and for the folders of files its ratio to reading their bytes alone.
+# Time per run; for the folders of files its ratio to reading their bytes alone, for the risk that to
+# one threshold.
 native_benchmarks() {
     local results=$ROOT/build/results/benchmarks.csv
     mkdir -p "$(dirname "$results")"
@@ -37,6 +38,8 @@ native_benchmarks() {
             ratio = ""
             if ($1 ~ /^(Calcola|Classifica)/ && bytes) ratio = sprintf(", %.1f times reading the bytes", $3 / bytes)
             if ($1 ~ /^(RecomputeRatings|DrawSpectrum)$/ && file) ratio = sprintf(", %.2f times reading one protector\047s file", $3 / file)
+            if ($1 == "OneThreshold") threshold_us = $3 / 1000
+            if ($1 ~ /^(OneRisk|WholeRiskGrid)$/ && threshold_us) ratio = sprintf(", %.0f times one threshold", $3 / threshold_us)
             printf "%s: %.4g %s%s\n", $1, $3, $5, ratio
         }
         END { exit failed }' "$results"

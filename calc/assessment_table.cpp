@@ -7,6 +7,7 @@
 #include "exposure/group_exposure.h"
 #include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/audiogram_damage.h"
 #include "protectors/attenuation_spectrum.h"
 #include "protectors/noise_spectrum.h"
 #include "protectors/protector_selection.h"
@@ -19,7 +20,7 @@ constexpr std::array<AssessedKind, 8> kAssessedKinds{{
     {FileKind::kLepd, AssessDailyExposure},
     {FileKind::kLepw, AssessWeeklyExposure},
     {FileKind::kLeg, AssessGroupExposure},
-    {FileKind::kIlg, nullptr},
+    {FileKind::kIlg, AssessAudiogramDamage},
     {FileKind::kSpr, AssessNoiseSpectrum},
     {FileKind::kSpi, AssessAttenuationSpectrum},
     {FileKind::kDpi, AssessProtectorSelection},

@@ -9,7 +9,7 @@ namespace tonvale {
 
 struct AssessedKind {
     FileKind kind;
-    // Recomputes a data file of this kind; nullptr while there is no calculator for it.
+    // Recomputes a data file of this kind.
     Assessment (*assess)(const ProfileFile& file);
 };
 

@@ -26,8 +26,8 @@ constexpr std::string_view kHelp =
     "      attenuazione (.spi) i cui H, M, L o SNR dichiarati distano più di 1 dB dai valori\n"
     "      calcolati.\n"
     "  tonvale-calc grafico FILE [--svg USCITA]\n"
-    "      Disegna in SVG il grafico di un file di dati (le bande di uno spettro .spr o .spi),\n"
-    "      sullo standard output se manca USCITA.\n"
+    "      Disegna in SVG il grafico di un file di dati (le bande di uno spettro .spr o .spi,\n"
+    "      l'audiogramma di un .ilg), sullo standard output se manca USCITA.\n"
     "  tonvale-calc classifica (--rumore FILE.spr | --laeq N [--lceq N]) [--azione 80|85|90]\n"
     "      [--metodo snr-corretto|snr|hml-controllo|hml|ottava|tutti] [--formato ...]\n"
     "      [--separatore S] (FILE.spi | CARTELLA)...\n"
@@ -54,6 +54,28 @@ constexpr std::string_view kHelp =
     "      NIPTS per 2, 4, ... 40 anni e per i livelli L, L + 2, ... L + 12 dBA (4000 Hz, 10 %\n"
     "      e 88 dBA se non indicati). json: {\"levels\", \"years\", \"values\"}: una riga per\n"
     "      durata, e in essa un valore per livello.\n"
+    "  tonvale-calc rischio [--anni N] [--livello N] [--eta N] [--sesso M|F] [--criterio 1..8]\n"
+    "      [--griglia] [--svg FILE [--vista grafico|tabella]] [--formato ...] [--separatore S]\n"
+    "      Quota della popolazione che raggiunge un criterio di danno senza e con il rumore, e la\n"
+    "      differenza (35 anni, 90 dBA, 60 anni di età, M, criterio 1 se non indicati). Criteri:\n"
+    "      1 ISO 1999/90, 2 ISO 1999/75, 3 INAIL Nuova Tabella, 4 INAIL Vecchia Tabella; danno\n"
+    "      biologico: 5 indennizzabile, 6 minimo, 7 maggiore di zero, 8 medio > 25 dB.\n"
+    "      json: {\"title\", \"parameters\", \"shown\" e \"values\": {\"unexposed\", "
+    "\"exposed\",\n"
+    "      \"risk\"}}, come mostrati e in frazioni di 1. --griglia: il rischio per 5, 10, ... 40\n"
+    "      anni e 80, 85, ... 100 dBA, a quell'età alla fine dell'esposizione; json: {\"title\",\n"
+    "      \"parameters\", \"years\", \"levels\", \"values\": una riga per durata}; \"-\" o null "
+    "dove\n"
+    "      l'esposizione comincerebbe prima dei 18 anni.\n"
+    "  tonvale-calc evoluzione [--livello N] [--eta N] [--sesso M|F]\n"
+    "      [--tabella nuova|vecchia|biologico] [--frattile P] [--svg FILE\n"
+    "      [--vista grafico|tabella]] [--formato ...] [--separatore S]\n"
+    "      Danno dopo 2, 4, ... 40 anni di esposizione cominciata all'età indicata, fino ai 70\n"
+    "      anni, per i frattili 5, 50, 95 % e P, da 10 a 90 di 5 in 5 (90 dBA, 18 anni di età, M,\n"
+    "      nuova, 15 % se non indicati). json: {\"title\", \"parameters\", \"fractiles\", "
+    "\"rows\":\n"
+    "      [{\"years\", \"values\": i quattro danni in %, \"shown\": gli stessi come "
+    "mostrati}]}.\n"
     "  tonvale-calc --help\n"
     "      Mostra questo testo.\n"
     "\n"
@@ -65,13 +87,15 @@ struct Command {
     int (*run)(std::span<const std::string> arguments, FileSystem& files, Console& console);
 };
 
-constexpr std::array<Command, 6> kCommands{{
+constexpr std::array<Command, 8> kCommands{{
     {"calcola", RunCalcola},
     {"verifica", RunVerifica},
     {"grafico", RunGrafico},
     {"classifica", RunClassifica},
     {"nipts", RunNipts},
     {"previsioni", RunPrevisioni},
+    {"rischio", RunRischio},
+    {"evoluzione", RunEvoluzione},
 }};
 
 }  // namespace

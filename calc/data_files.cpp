@@ -40,15 +40,13 @@ bool ForEachDataFile(std::span<const std::string> paths, FileSystem& files, Cons
         ProfileFile file;
         const FileError error = ProfileFile::Read(files, path, file);
         const AssessedKind* kind = AssessedKindOf(file);
-        if (kind != nullptr && kind->assess != nullptr) {
+        if (kind != nullptr) {
             use({path, std::move(file), *kind});
             continue;
         }
         all_opened = false;
         ReportFailure(console, path,
-                      error != FileError::kNone ? Reason(error)
-                      : kind == nullptr         ? "tipo di file sconosciuto"
-                                                : "il calcolo di questo tipo non è disponibile");
+                      error != FileError::kNone ? Reason(error) : "tipo di file sconosciuto");
     }
     return all_opened;
 }

@@ -34,7 +34,9 @@ ParsedArguments ParseOptions(std::span<const std::string> arguments,
         const Option* option = FindOption(options, name.substr(0, equals));
         if (option == nullptr) return {{}, "opzione sconosciuta: " + argument};
         std::string value;
-        if (equals != std::string::npos) {
+        if (!option->has_value) {
+            if (equals != std::string::npos) return {{}, "opzione senza valore: " + argument};
+        } else if (equals != std::string::npos) {
             value = argument.substr(equals + 1);
         } else if (++i < arguments.size()) {
             value = arguments[i];
@@ -57,6 +59,15 @@ Option TextOption(std::string_view name, std::string& target) {
                 target = value;
                 return std::nullopt;
             }};
+}
+
+Option FlagOption(std::string_view name, bool& target) {
+    return {name,
+            [&target](const std::string&) -> std::optional<std::string> {
+                target = true;
+                return std::nullopt;
+            },
+            false};
 }
 
 }  // namespace tonvale

@@ -16,6 +16,7 @@ struct Option {
     std::string_view name;  // "--formato"
     // Takes the option's value; an Italian text says why it cannot.
     std::function<std::optional<std::string>(const std::string& value)> take;
+    bool has_value = true;  // else it is written alone and takes an empty text
 };
 
 struct ParsedArguments {
@@ -34,6 +35,9 @@ std::string UnknownValue(std::string_view option, std::string_view value);
 
 // Takes any text.
 Option TextOption(std::string_view name, std::string& target);
+
+// Is written alone, and sets the target.
+Option FlagOption(std::string_view name, bool& target);
 
 // A word of the command line and what it stands for.
 template <typename Value>

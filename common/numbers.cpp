@@ -31,6 +31,15 @@ T ParseDigits(std::string_view text) {
     return result.ec == std::errc::result_out_of_range ? std::numeric_limits<T>::max() : value;
 }
 
+// Takes blanks, tabs and a sign away from the start of `text`. True when the sign is a minus.
+bool TakeSign(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    const bool has_sign = !text.empty() && (text[0] == '+' || text[0] == '-');
+    const bool negative = has_sign && text[0] == '-';
+    if (has_sign) text.remove_prefix(1);
+    return negative;
+}
+
 // An unsigned decimal number at the start of a text.
 struct Decimal {
     std::string_view text;  // all of it
@@ -117,11 +126,7 @@ std::string FormatMagnitude(double magnitude, int decimals) {
 }  // namespace
 
 double ParseNumber(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    const bool has_sign = !text.empty() && (text[0] == '+' || text[0] == '-');
-    const bool negative = has_sign && text[0] == '-';
-    if (has_sign) text.remove_prefix(1);
-
+    const bool negative = TakeSign(text);
     const Decimal decimal = ScanDecimal(text);
     if (decimal.text.empty()) return 0;
     double magnitude = 0;
@@ -135,6 +140,12 @@ double ParseNumber(std::string_view text) {
 
 int ParseInteger(std::string_view text) {
     return ParseDigits<int>(text);
+}
+
+int ParseSignedInteger(std::string_view text) {
+    const bool negative = TakeSign(text);
+    const int magnitude = ParseInteger(text);
+    return negative ? -magnitude : magnitude;
 }
 
 std::uint32_t ParseUnsigned(std::string_view text) {

@@ -19,7 +19,11 @@ double ParseNumber(std::string_view text);
 // a blank is not a digit), INT_MAX when they exceed it.
 int ParseInteger(std::string_view text);
 
-// The same as an unsigned number of 32 bits: its largest value when the digits exceed it.
+// The same behind a sign and, before it, blanks and tabs: "-5 dB" is -5, "25.9" is 25, "abc" is 0.
+// Held at -INT_MAX and INT_MAX.
+int ParseSignedInteger(std::string_view text);
+
+// The digits as an unsigned number of 32 bits: its largest value when the digits exceed it.
 std::uint32_t ParseUnsigned(std::string_view text);
 
 // `value` with `decimals` (0 to 17) digits after the point, padded with blanks on the left to

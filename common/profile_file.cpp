@@ -226,6 +226,21 @@ void ProfileFile::RemoveNumberedKeysAbove(std::string_view section, std::string_
     }
 }
 
+void ProfileFile::RemoveSection(std::string_view section) {
+    const std::optional<std::size_t> first = FindSection(section);
+    if (!first) return;
+    for (std::size_t i = *first; i < sections_.size(); ++i) {
+        if (sections_[i].first != *first) continue;
+        sections_[i].header.clear();
+        for (Line& line : sections_[i].lines) {
+            if (line.key_length == 0) continue;  // a comment may belong to what follows
+            key_index_.erase(KeyIndexName(*first, KeyOf(line)));
+            line.removed = true;
+        }
+    }
+    section_index_.erase(LowerCase(section));
+}
+
 std::string ProfileFile::Serialize() const {
     std::string text;
     for (const Section& section : sections_) {

@@ -57,6 +57,9 @@ class ProfileFile {
     // The same for the keys `prefix` and n.
     void RemoveNumberedKeysAbove(std::string_view section, std::string_view prefix, int limit);
 
+    // Removes all keys of a section, and its header.
+    void RemoveSection(std::string_view section);
+
     // Windows-1252, or UTF-16LE with a byte-order mark when a character needs it.
     std::string Serialize() const;
 

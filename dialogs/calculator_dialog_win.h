@@ -5,19 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "common/notes.h"
 #include "dialogs/data_file_session_win.h"
 #include "dialogs/dialog_win.h"
-#include "resources/resource.h"
 
 namespace tonvale {
-
-// Rows that the tables of several calculators share.
-inline constexpr ControlTip kStatusBarTip{IDC_STATUS_BAR,
-                                          L"Visualizza il nome del file correntemente selezionato"};
-inline constexpr ControlTip kNotesTip{IDC_NOTES_EDIT,
-                                      L"Inserire qui delle note da salvare insieme ai dati"};
-inline constexpr ControlTextLimit kNotesLimit{IDC_NOTES_EDIT, kMaxNotesCharacters};
 
 class CalculatorDialog : public ModalDialog, private DataFileClient {
   public:

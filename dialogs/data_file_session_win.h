@@ -7,12 +7,21 @@
 #include <string>
 
 #include "common/file_kinds.h"
+#include "common/notes.h"
 #include "common/printout.h"
 #include "common/profile_file.h"
 #include "dialogs/app_context_win.h"
 #include "dialogs/dialog_win.h"
+#include "resources/resource.h"
 
 namespace tonvale {
+
+// Rows that the tables of several calculators share.
+inline constexpr ControlTip kStatusBarTip{IDC_STATUS_BAR,
+                                          L"Visualizza il nome del file correntemente selezionato"};
+inline constexpr ControlTip kNotesTip{IDC_NOTES_EDIT,
+                                      L"Inserire qui delle note da salvare insieme ai dati"};
+inline constexpr ControlTextLimit kNotesLimit{IDC_NOTES_EDIT, kMaxNotesCharacters};
 
 // Who shows and edits what the file holds.
 class DataFileClient {

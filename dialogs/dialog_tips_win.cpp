@@ -44,7 +44,10 @@ void DialogTips::Serve(HWND dialog) {
     RemoveTools();
     served_ = dialog;
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (!HasClass(child, L"STATIC")) AddTool(child);
+        if (HasClass(child, L"STATIC")) continue;
+        AddTool(child);
+        // The mouse is on a part of its own there.
+        if (HWND edit = FindWindowExW(child, nullptr, L"EDIT", nullptr)) AddTool(edit);
     }
 }
 
@@ -59,7 +62,7 @@ void DialogTips::RemoveTools() {
 void DialogTips::AddTool(HWND control) {
     TTTOOLINFOW tool = MakeToolInfo();
     tool.uFlags = TTF_IDISHWND;
-    tool.hwnd = GetParent(control);
+    tool.hwnd = served_;
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = LPSTR_TEXTCALLBACKW;
     SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));

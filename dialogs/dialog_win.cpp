@@ -96,7 +96,7 @@ INT_PTR Dialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
             TakeDrop(reinterpret_cast<HDROP>(wparam));
             return TRUE;
         case WM_HELP:
-            if (!ShowControlHelp(reinterpret_cast<const HELPINFO*>(lparam)->iCtrlId)) {
+            if (!ShowControlHelp(HelpedControl(*reinterpret_cast<const HELPINFO*>(lparam)))) {
                 app_.help->ShowTopic(window_, description_.main_help_context);
             }
             return TRUE;
@@ -119,8 +119,9 @@ INT_PTR Dialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) {
 
 INT_PTR Dialog::Open() {
     for (const ControlTextLimit& limit : description_.text_limits) {
-        SendDlgItemMessageW(window_, limit.control, EM_LIMITTEXT,
-                            static_cast<WPARAM>(limit.characters), 0);
+        const UINT message = RowOf(description_.items, limit.control) ? CB_LIMITTEXT : EM_LIMITTEXT;
+        SendDlgItemMessageW(window_, limit.control, message, static_cast<WPARAM>(limit.characters),
+                            0);
     }
     for (const ControlItems& list : description_.items) {
         for (const std::string& item : list.items()) {
@@ -168,7 +169,7 @@ bool Dialog::AnswerTip(NMHDR& header) const {
     if (header.code != TTN_GETDISPINFOW) return false;
     auto& request = reinterpret_cast<NMTTDISPINFOW&>(header);
     const int control = (request.uFlags & TTF_IDISHWND) != 0
-                            ? GetDlgCtrlID(reinterpret_cast<HWND>(header.idFrom))
+                            ? OwningControl(reinterpret_cast<HWND>(header.idFrom))
                             : static_cast<int>(header.idFrom);
     const ControlTip* tip = RowOf(description_.tips, control);
     // The tip only reads the text.
@@ -206,6 +207,12 @@ void Dialog::TakeDrop(HDROP drop) {
     OnDrop(path);
 }
 
+int Dialog::HelpedControl(const HELPINFO& request) const {
+    auto* part = static_cast<HWND>(request.hItemHandle);
+    const bool is_inside = request.iContextType == HELPINFO_WINDOW && IsChild(window_, part);
+    return is_inside ? OwningControl(part) : request.iCtrlId;
+}
+
 bool Dialog::ShowControlHelp(int control) {
     const ControlHelp* row = RowOf(description_.help, control);
     if (row) app_.help->ShowTopic(window_, row->context);
@@ -213,7 +220,7 @@ bool Dialog::ShowControlHelp(int control) {
 }
 
 bool Dialog::ShowHelpUnderMouse(HWND clicked, POINT screen_position) {
-    if (clicked != window_) return ShowControlHelp(GetDlgCtrlID(clicked));
+    if (clicked != window_) return ShowControlHelp(OwningControl(clicked));
     // Statics and disabled controls let the mouse through to the dialog.
     const auto row = std::find_if(
         description_.help.begin(), description_.help.end(),
@@ -234,6 +241,11 @@ bool Dialog::OnCommand(int id, int /*notification*/) {
 
 HWND Dialog::Control(int id) const {
     return GetDlgItem(window_, id);
+}
+
+int Dialog::OwningControl(HWND part) const {
+    while (part && GetParent(part) != window_) part = GetParent(part);
+    return GetDlgCtrlID(part);
 }
 
 std::string Dialog::ControlText(int id) const {
@@ -271,6 +283,18 @@ bool Dialog::IsChecked(int control) const {
     return IsDlgButtonChecked(window_, control) == BST_CHECKED;
 }
 
+void Dialog::ShowChoice(std::span<const int> buttons, int chosen) const {
+    for (const int button : buttons) Check(button, button == chosen);
+    if (chosen != 0) return;
+    // The system has the Tab key stop at a checked button only.
+    const auto first = std::find_if(buttons.begin(), buttons.end(), [this](int button) {
+        return IsWindowEnabled(Control(button)) != FALSE;
+    });
+    if (first == buttons.end()) return;
+    HWND stop = Control(*first);
+    SetWindowLongPtrW(stop, GWL_STYLE, GetWindowLongPtrW(stop, GWL_STYLE) | WS_TABSTOP);
+}
+
 void Dialog::Enable(int control, bool enabled) const {
     EnableWindow(Control(control), enabled);
 }
@@ -292,6 +316,13 @@ int Dialog::ShowMessage(const UserMessage& message, UINT buttons) const {
 void Dialog::FocusOnField(int id) const {
     SetFocus(Control(id));
     SendMessageW(Control(id), EM_SETSEL, 0, -1);
+}
+
+void Dialog::FocusBehindText(int id) const {
+    HWND field = Control(id);
+    const int end = GetWindowTextLengthW(field);
+    SetFocus(field);
+    SendMessageW(field, EM_SETSEL, static_cast<WPARAM>(end), end);
 }
 
 void Dialog::Refuse(const UserMessage& refusal, int field) const {
@@ -317,6 +348,12 @@ bool ModalDialog::OnCommand(int id, int notification) {
 
 void ModalDialog::Place() {
     CenterOnScreen(window());
+}
+
+bool ModalDialog::ConfirmsDeletion() const {
+    const UserMessage question{"Conferma operazione",
+                               "Sei sicuro di voler eliminare questo elemento dalla lista?"};
+    return ShowMessage(question, MB_YESNOCANCEL) == IDYES;
 }
 
 int ShowMessageBox(HWND owner, const UserMessage& message, UINT buttons) {

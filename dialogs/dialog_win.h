@@ -25,6 +25,10 @@ struct ControlTip {
     const wchar_t* text;
 };
 
+// Of the dialogs that edit an item of a list.
+inline constexpr ControlTip kCancelTip{IDCANCEL,
+                                       L"Annulla l'operazione e chiude la finestra di dialogo"};
+
 struct ControlTextLimit {
     int control;
     int characters;
@@ -127,6 +131,8 @@ class Dialog {
 
     AppContext& app() const { return app_; }
     HWND Control(int id) const;
+    // The control that a window inside the dialog is or belongs to, as a combo box's edit control.
+    int OwningControl(HWND part) const;
     std::string ControlText(int id) const;
     // Cut to the control's text limit.
     std::string FieldText(int id) const;
@@ -147,6 +153,8 @@ class Dialog {
     void ChooseItem(int control, int position) const;
     void Check(int control, bool checked) const;
     bool IsChecked(int control) const;
+    // Checks one option button of a group; 0: none. Either way the Tab key reaches the group.
+    void ShowChoice(std::span<const int> buttons, int chosen) const;
     void Enable(int control, bool enabled) const;
     void Enable(std::span<const int> controls, bool enabled) const;
     void Show(std::span<const int> controls, bool shown) const;
@@ -154,6 +162,8 @@ class Dialog {
     int ShowMessage(const UserMessage& message, UINT buttons = MB_OK) const;
     // The focus goes to an edit control, whose text is selected.
     void FocusOnField(int id) const;
+    // The focus goes to an edit control, with the caret behind its text.
+    void FocusBehindText(int id) const;
     // Shows why a typed value is refused; the user can type it anew.
     void Refuse(const UserMessage& refusal, int field) const;
 
@@ -173,6 +183,7 @@ class Dialog {
     bool AnswerTip(NMHDR& header) const;
     INT_PTR Paint(HDC device, HWND control) const;
     void TakeDrop(HDROP drop);
+    int HelpedControl(const HELPINFO& request) const;
     bool ShowControlHelp(int control);
     bool ShowHelpUnderMouse(HWND clicked, POINT screen_position);
     INT_PTR OfferToParts(UINT message, WPARAM wparam, LPARAM lparam);
@@ -198,6 +209,8 @@ class ModalDialog : public Dialog {
     // IDCANCEL ends the dialog with IDCANCEL.
     bool OnCommand(int id, int notification) override;
     void Place() override;
+    // Asks whether an item of a list is to be deleted.
+    bool ConfirmsDeletion() const;
     void End(INT_PTR result) { EndDialog(window(), result); }
 };
 

@@ -12,14 +12,31 @@ namespace {
 constexpr std::string_view kNoFile = "Nessun file selezionato";
 constexpr WizardPageInfo kResultsPage{IDD_RESULTS_PAGE, L"Risultati del calcolo"};
 
-// Centres the sheet, which takes its final size after its first page has opened only.
-class SheetPlacement : public DialogPart {
+// Does what has to wait, by a message posted to a page, until the sheet has shown it.
+class ShownPage : public DialogPart {
   public:
-    static constexpr UINT kMessage = WM_APP + 1;
+    // The sheet takes its final size after its first page has opened only.
+    static constexpr UINT kCenterSheet = WM_APP + 1;
+    // The first control of the page has the focus.
+    static constexpr UINT kPlaceFocus = WM_APP + 2;
 
-    bool OnMessage(UINT message, WPARAM wparam, LPARAM, INT_PTR&) override {
-        if (message == kMessage) CenterOnScreen(reinterpret_cast<HWND>(wparam));
-        return message == kMessage;
+    bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam, INT_PTR&) override {
+        HWND sheet = reinterpret_cast<HWND>(wparam);
+        if (message == kCenterSheet) CenterOnScreen(sheet);
+        if (message == kPlaceFocus) PlaceFocus(reinterpret_cast<HWND>(lparam), sheet);
+        return message == kCenterSheet || message == kPlaceFocus;
+    }
+
+  private:
+    // A text of several lines would keep the Enter key from the sheet.
+    static void PlaceFocus(HWND page, HWND sheet) {
+        HWND first = GetNextDlgTabItem(page, nullptr, FALSE);
+        const bool takes_text = (SendMessageW(first, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+        if (takes_text && (GetWindowLongW(first, GWL_STYLE) & ES_MULTILINE) != 0) {
+            SetFocus(GetDlgItem(sheet, LOWORD(SendMessageW(sheet, DM_GETDEFID, 0, 0))));
+        } else {
+            SendMessageW(page, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+        }
     }
 };
 
@@ -74,6 +91,7 @@ LRESULT WizardPage::OnNotify(NMHDR& header) {
             StoreState();
             return PreviousPage();
         case PSN_WIZFINISH:
+        case PSN_QUERYCANCEL:  // what has been entered stays for the next opening
             StoreState();
             return 0;
         case PSN_HELP:
@@ -111,6 +129,12 @@ void Wizard::GoTo(int page_id) const {
     SendMessageW(sheet_, PSM_SETCURSELID, 0, page_id);
 }
 
+void Wizard::ShowPageInFront() {
+    if (!page_in_front_) return;
+    page_in_front_->ShowState();
+    page_in_front_->UpdateButtons();
+}
+
 void Wizard::BeforeFileCommand() {
     if (page_in_front_) page_in_front_->StoreState();
 }
@@ -121,24 +145,23 @@ void Wizard::ShowCurrentFile(const std::string& path) {
 }
 
 void Wizard::OnPageInit(WizardPage& page) {
+    static ShownPage shown_page;
     page.Attach(session_);
+    page.Attach(shown_page);
     if (sheet_) return;
-    static SheetPlacement placement;
-    page.Attach(placement);
     sheet_ = GetParent(page.window());
-    PostMessageW(page.window(), SheetPlacement::kMessage, reinterpret_cast<WPARAM>(sheet_), 0);
+    PostMessageW(page.window(), ShownPage::kCenterSheet, reinterpret_cast<WPARAM>(sheet_), 0);
     if (!initial_path_.empty()) session_.Load(initial_path_);
 }
 
 void Wizard::OnPageActive(WizardPage& page) {
     page_in_front_ = &page;
-    page.ShowState();
+    ShowPageInFront();
     ShowCurrentFile(session_.current_file());
-    page.UpdateButtons();
     page.ServeTips();
     // Posted: the page is not shown yet, and that of before takes the focus away with it.
-    HWND first = GetNextDlgTabItem(page.window(), nullptr, FALSE);
-    PostMessageW(page.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+    PostMessageW(page.window(), ShownPage::kPlaceFocus, reinterpret_cast<WPARAM>(sheet_),
+                 reinterpret_cast<LPARAM>(page.window()));
 }
 
 ResultsPage::ResultsPage(Wizard& wizard, AppContext& app, const DialogDescription& description,

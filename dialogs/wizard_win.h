@@ -5,6 +5,9 @@
 
 #include <prsht.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,11 +16,37 @@
 
 #include "dialogs/data_file_session_win.h"
 #include "dialogs/dialog_win.h"
+#include "resources/help_contexts.h"
 #include "resources/resource.h"
 
 namespace tonvale {
 
 class Wizard;
+
+// What the tables of every page's description have for the data file, before the page's own rows.
+inline constexpr std::array<ControlTip, 5> kWizardFileTips{{
+    {CMD_FILE_OPEN, L"Carica i dati da un file"},
+    {CMD_FILE_SAVE, L"Salva i dati nel file corrente"},
+    {CMD_FILE_SAVE_AS, L"Salva i dati in un altro file"},
+    {IDC_WIZARD_PRINT, L"Stampa i dati e il risultato"},
+    {IDC_WIZARD_FILE, kStatusBarTip.text},
+}};
+inline constexpr std::array<ControlHelp, 5> kWizardFileHelp{{
+    {CMD_FILE_OPEN, kHelpWizardFile},
+    {CMD_FILE_SAVE, kHelpWizardFile},
+    {CMD_FILE_SAVE_AS, kHelpWizardFile},
+    {IDC_WIZARD_PRINT, kHelpWizardFile},
+    {IDC_WIZARD_FILE, kHelpWizardFile},
+}};
+
+// The rows of two tables in one.
+template <typename Row, std::size_t kFirst, std::size_t kSecond>
+constexpr std::array<Row, kFirst + kSecond> Joined(const std::array<Row, kFirst>& first,
+                                                   const std::array<Row, kSecond>& second) {
+    std::array<Row, kFirst + kSecond> rows{};
+    std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), rows.begin()));
+    return rows;
+}
 
 // Where a page leads to besides another page's number.
 inline constexpr int kNextInOrder = 0;
@@ -50,7 +79,8 @@ class WizardPage : public Dialog {
     // Shows what the wizard's state holds: whenever the page comes to the front and when a file
     // has been loaded.
     virtual void ShowState() = 0;
-    // Takes what the page shows over into the wizard's state.
+    // Takes what the page shows over into the wizard's state: before a command on the data file,
+    // when the page is left, and when the wizard is.
     virtual void StoreState() {}
 
   protected:
@@ -62,6 +92,8 @@ class WizardPage : public Dialog {
     virtual DWORD Buttons() const = 0;
     // To be called when Buttons may give something else.
     void UpdateButtons() const;
+
+    Wizard& wizard() const { return wizard_; }
 
     // A page fills itself when it comes to the front.
     bool OnInit() override;
@@ -100,6 +132,8 @@ class Wizard : protected DataFileClient {
     AppContext& app() const { return app_; }
     // nullptr before the first one has come to the front.
     WizardPage* page_in_front() const { return page_in_front_; }
+    // Has the page in front show the state anew.
+    void ShowPageInFront();
 
   private:
     friend class WizardPage;

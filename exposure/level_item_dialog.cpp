@@ -16,12 +16,6 @@ void LevelItemDialog::OnDrop(const std::string& path) {
     TakeLevel(ReadHeaderValue(*app().files, path, source_.kind, source_.key));
 }
 
-bool LevelItemDialog::ConfirmsDeletion() const {
-    const UserMessage question{"Conferma operazione",
-                               "Sei sicuro di voler eliminare questo elemento dalla lista?"};
-    return ShowMessage(question, MB_YESNOCANCEL) == IDYES;
-}
-
 void LevelItemDialog::TakeLevel(const std::optional<std::string>& level_dba) {
     if (level_dba) SetControlText(IDC_LEVEL_EDIT, *level_dba);
 }

@@ -21,8 +21,6 @@ inline constexpr ControlTip kReadLevelTip{IDC_READ_LEVEL,
                                           L"Carica il valore del livello da un file"};
 inline constexpr ControlTip kConfirmItemTip{
     IDOK, L"Aggiunge / Modifica / Elimina un elemento della lista"};
-inline constexpr ControlTip kCancelTip{IDCANCEL,
-                                       L"Annulla l'operazione e chiude la finestra di dialogo"};
 inline constexpr ControlTextLimit kLevelLimit{IDC_LEVEL_EDIT, kMaxValueCharacters};
 
 // Which files a level comes from: by "Apri" or dropped.
@@ -43,9 +41,6 @@ class LevelItemDialog : public ModalDialog {
 
     bool OnCommand(int id, int notification) override;
     void OnDrop(const std::string& path) override;
-
-    // Asks whether the item is to be deleted.
-    bool ConfirmsDeletion() const;
 
   private:
     void TakeLevel(const std::optional<std::string>& level_dba);

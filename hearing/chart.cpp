@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 #include "common/numbers.h"
 #include "hearing/threshold_model.h"
@@ -18,11 +19,13 @@ constexpr int kAxisWidth = 2;
 constexpr int kCurveWidth = 2;
 constexpr int kMarkerOutline = 1;
 constexpr int kMarkerRadius = 4;
+constexpr int kRingRadius = 5;
 constexpr int kMarkerReach = 6;  // of the largest one, with its outline
 constexpr int kLegendLineInset = 8;
 constexpr int kLabelGap = 4;  // between an axis and its labels
 
 constexpr Color kDarkGrey{64, 64, 64};
+constexpr Color kWhite{255, 255, 255};
 
 // The corners of the markers around their middle, in pixels of a screen of 96 dpi.
 constexpr Point kSquare[] = {{-4, -4}, {4, -4}, {4, 4}, {-4, 4}};
@@ -33,7 +36,7 @@ constexpr Point kCross[] = {{0, -2}, {3, -5}, {5, -3}, {2, 0},  {5, 3},   {3, 5}
                             {0, 2},  {-3, 5}, {-5, 3}, {-2, 0}, {-5, -3}, {-3, -5}};
 constexpr Point kPlus[] = {{-2, -5}, {2, -5}, {2, -2}, {5, -2}, {5, 2},   {2, 2},
                            {2, 5},   {-2, 5}, {-2, 2}, {-5, 2}, {-5, -2}, {-2, -2}};
-// In the order of Marker; a circle has no corners.
+// In the order of Marker, as far as a set of pens uses them; a circle has no corners.
 constexpr std::array<std::span<const Point>, 7> kMarkerCorners{
     {{}, kSquare, kDiamond, kTriangleUp, kTriangleDown, kCross, kPlus}};
 
@@ -52,6 +55,11 @@ constexpr std::size_t kFullSet = 7;
 
 // The frequency ratio that the width of a plot spans.
 constexpr double kFrequencySpan = 24;
+
+constexpr double kFirstAxisFractile = 0.05001;
+constexpr double kFractileStep = 0.05;
+constexpr double kFractileEnd = 0.999;
+constexpr int kFractileDivisions = 19;
 
 constexpr int kLossDivisions = 10;
 constexpr double kLossPerDivision = 10;  // dB
@@ -116,13 +124,22 @@ bool ClipLine(CurvePoint& from, CurvePoint& to, const Rect& plot) {
            ClipAtEdge(from, to, [&](const CurvePoint& point) { return plot.bottom - point.y; });
 }
 
+void DrawCircle(Canvas& canvas, Point at, int radius, Color fill, const Pen& outline) {
+    const int reach = canvas.Scaled(radius);
+    canvas.DrawEllipse({at.x - reach, at.y - reach, at.x + reach, at.y + reach}, fill, outline);
+}
+
 void DrawMarker(Canvas& canvas, Point at, const CurvePen& pen) {
+    const bool is_crossed_ring = pen.marker == Marker::kCrossedRing;
+    if (pen.marker == Marker::kRing || is_crossed_ring) {
+        DrawCircle(canvas, at, kRingRadius, kWhite, pen.line);
+    }
+    if (pen.marker == Marker::kRing) return;
+    const Marker filled = is_crossed_ring ? Marker::kCross : pen.marker;
     const Pen outline{kDarkGrey, canvas.Scaled(kMarkerOutline)};
-    const std::span<const Point> corners = kMarkerCorners[static_cast<std::size_t>(pen.marker)];
+    const std::span<const Point> corners = kMarkerCorners[static_cast<std::size_t>(filled)];
     if (corners.empty()) {
-        const int radius = canvas.Scaled(kMarkerRadius);
-        const Rect around{at.x - radius, at.y - radius, at.x + radius, at.y + radius};
-        return canvas.DrawEllipse(around, pen.line.color, outline);
+        return DrawCircle(canvas, at, kMarkerRadius, pen.line.color, outline);
     }
     const double scale = canvas.Resolution() / 96.0;
     std::vector<Point> scaled;
@@ -176,6 +193,28 @@ void DrawHorizontalAxis(Canvas& canvas, const ChartLayout& layout, const Chart& 
     DrawGrid(canvas, layout.grid, chart.horizontal_divisions, chart.vertical_divisions);
     DrawHorizontalLabels(canvas, layout.horizontal_labels, chart.horizontal_labels,
                          chart.horizontal_divisions);
+}
+
+// The legend of a chart without a title: where the markers would stand in the labels it takes the
+// room of the title and what is left above the plot.
+Rect LegendWithoutTitle(Canvas& canvas, const ChartLayout& layout) {
+    const int reach = canvas.Scaled(kMarkerReach);
+    const int needed = reach + canvas.MeasureText("x").height;
+    Rect legend = layout.legend;
+    if (legend.Height() >= needed) return legend;
+    legend.top = layout.title.top + reach;
+    legend.bottom = std::max(legend.bottom, std::min(legend.top + needed, layout.plot.top));
+    return legend;
+}
+
+CurvePens PensOf(const Canvas& canvas, const Chart& chart, bool use_color) {
+    if (chart.curve_styles.empty()) return CreateCurvePens(canvas, chart.pen_count, use_color);
+    CurvePens pens;
+    for (const CurveStyle& style : chart.curve_styles) {
+        const Color color = use_color ? style.color : kBlack;
+        pens.push_back({{color, canvas.Scaled(kCurveWidth)}, style.marker});
+    }
+    return pens;
 }
 
 bool IsDrawn(std::size_t curve, int selected_curve) {
@@ -342,7 +381,7 @@ void DrawMarkers(Canvas& canvas, const Rect& plot, const Curve& points, const Cu
 }
 
 void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const DrawingStyle& style) {
-    const ChartLayout layout = ComputeChartLayout(area);
+    ChartLayout layout = ComputeChartLayout(area);
     if (area.Width() <= 0 || area.Height() <= 0) return;
     if (layout.plot.Width() <= 0 || layout.plot.Height() <= 0) return;
     DrawHorizontalAxis(canvas, layout, chart);
@@ -352,7 +391,8 @@ void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const Drawi
     DrawHorizontalUnit(canvas, layout.horizontal_unit, chart.horizontal_unit);
     DrawVerticalUnit(canvas, layout.vertical_unit, chart.vertical_unit);
     DrawTitle(canvas, layout.title, chart.titles);
-    const CurvePens pens = CreateCurvePens(canvas, chart.pen_count, style.use_color);
+    if (chart.titles.empty()) layout.legend = LegendWithoutTitle(canvas, layout);
+    const CurvePens pens = PensOf(canvas, chart, style.use_color);
     DrawLegend(canvas, layout.legend, pens, chart.legend, style.selected_curve);
     DrawCurves(canvas, layout.plot, chart, pens, style.selected_curve);
     canvas.SetTextColor(kBlack);
@@ -364,6 +404,42 @@ bool ShowsAnyPoint(const Chart& chart) {
             return point.y >= 0 && point.y <= chart.vertical_divisions;
         });
     });
+}
+
+void SetFractileAxis(Chart& chart) {
+    chart.horizontal_divisions = kFractileDivisions;
+    chart.horizontal_unit = "q (%)";
+    for (int i = 1; i <= kFractileDivisions; ++i) {
+        chart.horizontal_labels.push_back(FormatInteger(5LL * i));
+    }
+}
+
+std::vector<double> FractileAxisValues() {
+    return FractilesFrom(kFirstAxisFractile);
+}
+
+std::vector<double> FractilesFrom(double first) {
+    std::vector<double> fractiles;
+    double fractile = first;
+    while (fractile < kFractileEnd) {
+        fractiles.push_back(fractile);
+        fractile += kFractileStep;
+    }
+    return fractiles;
+}
+
+void SetYearAxis(Chart& chart, std::string unit) {
+    chart.horizontal_divisions = kAxisYears;
+    chart.horizontal_unit = std::move(unit);
+    for (const double years : YearAxisValues()) {
+        chart.horizontal_labels.push_back(FormatFixed(years, 0, 0));
+    }
+}
+
+std::array<double, kAxisYears> YearAxisValues() {
+    std::array<double, kAxisYears> years{};
+    for (std::size_t i = 0; i < years.size(); ++i) years[i] = 2.0 * static_cast<double>(i + 1);
+    return years;
 }
 
 void SetLossAxis(Chart& chart) {

@@ -5,6 +5,7 @@
 // least one division.
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,8 +44,19 @@ void DrawHorizontalUnit(Canvas& canvas, const Rect& rect, std::string_view text)
 void DrawVerticalUnit(Canvas& canvas, const Rect& rect, std::string_view text);
 
 // Filled with the colour of the curve, which alone would not tell yellow from the paper, nor one
-// black curve from another.
-enum class Marker { kCircle, kSquare, kDiamond, kTriangleUp, kTriangleDown, kCross, kPlus };
+// black curve from another. The last two are a circle filled with white, and one with a cross in
+// it.
+enum class Marker {
+    kCircle,
+    kSquare,
+    kDiamond,
+    kTriangleUp,
+    kTriangleDown,
+    kCross,
+    kPlus,
+    kRing,
+    kCrossedRing
+};
 
 struct CurvePen {
     Pen line;
@@ -95,6 +107,12 @@ void DrawMarkers(Canvas& canvas, const Rect& plot, const Curve& points, const Cu
 
 enum class HorizontalAxis { kDivisions, kFrequency };
 
+// How a curve is drawn whose look has a meaning of its own; black without colour.
+struct CurveStyle {
+    Color color;
+    Marker marker = Marker::kCircle;
+};
+
 struct Chart {
     std::vector<std::string> titles;  // the first that fits is drawn, or else the last
     HorizontalAxis horizontal_axis = HorizontalAxis::kDivisions;
@@ -105,7 +123,8 @@ struct Chart {
     std::vector<std::string> vertical_labels;  // from the bottom up
     std::string vertical_unit;
     std::vector<std::string> legend;
-    int pen_count = 0;  // at least one per curve
+    int pen_count = 0;                     // at least one per curve
+    std::vector<CurveStyle> curve_styles;  // one per curve; empty: a set of `pen_count` pens
     // x in divisions from the left, or in Hz; y in divisions from the bottom up.
     std::vector<Curve> curves;
 };
@@ -115,6 +134,18 @@ void DrawChart(Canvas& canvas, const Rect& area, const Chart& chart, const Drawi
 
 // Whether any point of any curve lies between the ends of the vertical axis.
 bool ShowsAnyPoint(const Chart& chart);
+
+// The horizontal axis over the population, 5, 10, ... 95 %, and the fractile at each of its
+// nineteen divisions: a little above the whole per cent, so that no sum of steps falls short of it.
+void SetFractileAxis(Chart& chart);
+std::vector<double> FractileAxisValues();
+// The fractiles from the first up to 95 %, each got by adding 0.05 to the one before.
+std::vector<double> FractilesFrom(double first);
+
+// The horizontal axis over the years of exposure, 2, 4, ... 40.
+inline constexpr int kAxisYears = 20;
+void SetYearAxis(Chart& chart, std::string unit);
+std::array<double, kAxisYears> YearAxisValues();
 
 // The vertical axis of the charts of losses: 0 dB at the top to 100 dB at the bottom.
 void SetLossAxis(Chart& chart);

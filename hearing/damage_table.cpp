@@ -99,6 +99,12 @@ double RowValue(double loss_db, std::span<const DamageRow> rows, std::size_t col
 
 }  // namespace
 
+EarLosses ScoredLosses(const AudiometricLosses& losses_db) {
+    EarLosses scored{};
+    std::copy_n(losses_db.begin(), scored.size(), scored.begin());
+    return scored;
+}
+
 std::string_view DamageTableName(DamageTable table) {
     return InfoOf(table).name;
 }
@@ -114,6 +120,10 @@ double DamageTableValue(double loss_db, int frequency_hz, DamageTable table) {
                     static_cast<std::size_t>(frequency - kFrequenciesHz.begin()));
 }
 
+bool FallsSteeply(const EarLosses& losses_db, DamageTable table) {
+    return table == DamageTable::kOld && losses_db[4] - losses_db[2] > 40;
+}
+
 double EarDamagePercent(const EarLosses& losses_db, DamageTable table) {
     double sum = 0;
     for (std::size_t i = 0; i < losses_db.size(); ++i) {
@@ -121,9 +131,7 @@ double EarDamagePercent(const EarLosses& losses_db, DamageTable table) {
         sum += DamageTableValue(losses_db[i], kFrequenciesHz[i], table);
     }
     const double percent = sum * InfoOf(table).ear_factor;
-    // The old table makes up for a loss that falls steeply from 2000 to 4000 Hz.
-    const bool falls_steeply = losses_db[4] - losses_db[2] > 40;
-    return table == DamageTable::kOld && falls_steeply ? percent + 4.0 : percent;
+    return FallsSteeply(losses_db, table) ? percent + kSteepFallPercent : percent;
 }
 
 }  // namespace tonvale

@@ -1,6 +1,5 @@
 #include "hearing/loss_comparison.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "common/numbers.h"
@@ -12,22 +11,15 @@ namespace tonvale {
 
 namespace {
 
-constexpr std::size_t kMaxLevelCharacters = 7;
 // The scale of levels spans 12 dB more and ends at 100.
 constexpr double kMaxStartLevelDba = 88;
 constexpr double kLevelStep = 2;
 constexpr int kLevelDivisions = 13;
 constexpr int kYearCurves = 7;
 
-template <typename Items>
-const std::string& ItemAt(const Items& items, int position) {
-    const int last = static_cast<int>(items.size()) - 1;
-    return items[static_cast<std::size_t>(std::clamp(position, 0, last))];
-}
-
-std::string ParameterLine(const LossComparisonState& state) {
-    return " Frequenza: " + FormatInteger(state.base.frequency_hz) +
-           " Hz   Frattile: " + FormatFixed(state.base.fractile * 100, 2, 0) + " %";
+std::vector<std::string> ParametersOf(const LossComparisonState& state) {
+    return {" Frequenza: " + FormatInteger(state.base.frequency_hz) + " Hz",
+            "   Frattile: " + FormatFixed(state.base.fractile * 100, 2, 0) + " %"};
 }
 
 std::vector<std::string> LevelLabels(const LossComparisonState& state) {
@@ -55,7 +47,7 @@ std::vector<TableCell> TableRow(const LossComparisonState& state, double years) 
 // Title, loss axis and pens of both charts.
 Chart MakeLossChart(const LossComparisonState& state) {
     Chart chart;
-    const std::string parameters = ParameterLine(state);
+    const std::string parameters = ParameterLine(ParametersOf(state));
     chart.titles = {QuantityTitle(QuantityKind::kNipts) + "  " + parameters,
                     "NIPTS -" + parameters};
     chart.pen_count = kComparedLevels;
@@ -65,7 +57,7 @@ Chart MakeLossChart(const LossComparisonState& state) {
 
 Curve TimeCurve(const LossComparisonState& state, double level_dba) {
     Curve curve;
-    for (const double years : ComparedYears()) {
+    for (const double years : YearAxisValues()) {
         curve.push_back({static_cast<double>(curve.size() + 1),
                          LossAxisPosition(ComparedLoss(state, years, level_dba))});
     }
@@ -84,9 +76,7 @@ Curve LevelCurve(const LossComparisonState& state, double years) {
 }  // namespace
 
 const std::vector<std::string>& ComparisonFractiles() {
-    static const std::vector<std::string> fractiles{"5",  "10", "15", "20", "25", "30", "35",
-                                                    "40", "45", "50", "55", "60", "65", "70",
-                                                    "75", "80", "85", "90", "95"};
+    static const std::vector<std::string> fractiles = FractileItems(5, 95);
     return fractiles;
 }
 
@@ -103,9 +93,7 @@ LossComparisonForm FormFromState(const LossComparisonState& state) {
 }
 
 std::optional<HearingRefusal> Confirm(const LossComparisonForm& form, LossComparisonState& state) {
-    const double level = ParseNumber(CutToCharacters(form.level_dba, kMaxLevelCharacters));
-    if (level == 0 || level > kMaxStartLevelDba) return RefusalOf(HearingField::kLevel);
-    state.base.level_dba = level;
+    if (auto refusal = TakeLevel(form.level_dba, state.base, kMaxStartLevelDba)) return refusal;
     state.base.fractile = ParseNumber(ItemAt(ComparisonFractiles(), form.fractile_position)) * 0.01;
     state.base.frequency_hz =
         ParseInteger(ItemAt(ComparisonFrequencies(), form.frequency_position));
@@ -122,12 +110,6 @@ std::array<double, kComparedLevels> ComparedLevels(const LossComparisonState& st
     return levels;
 }
 
-std::array<double, kComparedYears> ComparedYears() {
-    std::array<double, kComparedYears> years{};
-    for (std::size_t i = 0; i < years.size(); ++i) years[i] = 2.0 * static_cast<double>(i + 1);
-    return years;
-}
-
 double ComparedLoss(const LossComparisonState& state, double years, double level_dba) {
     PredictionCase point = state.base;
     point.years = years;
@@ -138,26 +120,20 @@ double ComparedLoss(const LossComparisonState& state, double years, double level
 ResultTable MakeTable(const LossComparisonState& state) {
     ResultTable table;
     table.title = QuantityTitle(QuantityKind::kNipts);
-    table.parameter_line = ParameterLine(state);
-    table.parameter_cells = {"Frequenza: " + FormatInteger(state.base.frequency_hz) + " Hz",
-                             "Frattile: " + FormatFixed(state.base.fractile * 100, 0, 0) + " %"};
+    table.parameters = ParametersOf(state);
     table.column_count = 1 + kComparedLevels;
     table.header = {"Anni"};
     for (const std::string& label : LevelLabels(state)) {
         table.header.emplace_back(TrimBlanks(label));
     }
     table.column_colors = {kTableRed};
-    for (const double years : ComparedYears()) table.rows.push_back(TableRow(state, years));
+    for (const double years : YearAxisValues()) table.rows.push_back(TableRow(state, years));
     return table;
 }
 
 Chart MakeTimeChart(const LossComparisonState& state) {
     Chart chart = MakeLossChart(state);
-    chart.horizontal_divisions = kComparedYears;
-    chart.horizontal_unit = "anni";
-    for (const double years : ComparedYears()) {
-        chart.horizontal_labels.push_back(FormatFixed(years, 0, 0));
-    }
+    SetYearAxis(chart, "anni");
     chart.legend = LevelLabels(state);
     for (const double level : ComparedLevels(state)) {
         chart.curves.push_back(TimeCurve(state, level));

@@ -40,11 +40,9 @@ LossComparisonForm FormFromState(const LossComparisonState& state);
 std::optional<HearingRefusal> Confirm(const LossComparisonForm& form, LossComparisonState& state);
 
 inline constexpr int kComparedLevels = 7;
-inline constexpr int kComparedYears = 20;
 
-// The levels L, L + 2, ... L + 12 and the years 2, 4, ... 40.
+// The levels L, L + 2, ... L + 12.
 std::array<double, kComparedLevels> ComparedLevels(const LossComparisonState& state);
-std::array<double, kComparedYears> ComparedYears();
 
 // NIPTS in dB for years of exposure to a level.
 double ComparedLoss(const LossComparisonState& state, double years, double level_dba);

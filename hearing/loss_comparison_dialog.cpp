@@ -1,12 +1,8 @@
 #include "hearing/loss_comparison_dialog.h"
 
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "common/unicode_win.h"
-#include "dialogs/dialog_win.h"
-#include "dialogs/status_bar_win.h"
+#include "hearing/hearing_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -14,19 +10,12 @@ namespace tonvale {
 
 namespace {
 
-constexpr int kMaxFieldCharacters = 7;
-
-constexpr ControlTip kTips[] = {
-    {IDC_FRACTILE_LIST, L"Valore del frattile della popolazione"},
+constexpr ControlTip kOwnTips[] = {
     {IDC_FREQUENCY_LIST, L"Frequenza di interesse"},
     {IDC_EXPOSURE_LEVEL, L"Livello di esposizione di partenza del calcolo"},
     {IDC_STATUS_BAR, L"Visualizza il tipo di previsione effettuato"},
-    {IDOK, L"Conferma i dati ed esegue il calcolo"},
-    {CMD_DIALOG_HELP, L"Richiama la Guida in linea"},
-    {IDCANCEL, L"Chiude la finestra senza eseguire il calcolo"},
 };
-
-constexpr ControlTextLimit kTextLimits[] = {{IDC_EXPOSURE_LEVEL, kMaxFieldCharacters}};
+constexpr auto kTips = JoinTips(kOwnTips, kFractileTips, kButtonTips);
 
 constexpr ControlItems kItems[] = {
     {IDC_FRACTILE_LIST, ComparisonFractiles},
@@ -45,7 +34,7 @@ constexpr ControlHelp kHelp[] = {
 constexpr DialogDescription kDescription = {
     .template_name = L"CONFRONTO",
     .tips = kTips,
-    .text_limits = kTextLimits,
+    .text_limits = FirstTextLimits(1),
     .items = kItems,
     .help = kHelp,
     .main_help_context = kHelpPredictions,
@@ -53,23 +42,21 @@ constexpr DialogDescription kDescription = {
     .accepts_files = false,
 };
 
-class LossComparisonDialog : public ModalDialog {
+class LossComparisonDialog : public HearingDialog {
   public:
     LossComparisonDialog(AppContext& app, LossComparisonState& state)
-        : ModalDialog(app, kDescription), state_(state) {}
+        : HearingDialog(app, kDescription), state_(state) {}
 
   protected:
     bool OnInit() override;
-    bool OnCommand(int id, int notification) override;
+    std::optional<HearingRefusal> ConfirmForm() override;
 
   private:
-    void ConfirmForm();
-
     LossComparisonState& state_;
 };
 
 bool LossComparisonDialog::OnInit() {
-    CreateStatusBar(app().instance, window());
+    HearingDialog::OnInit();
     SetControlText(IDC_STATUS_BAR, "Perdite dovute alla sola esposizione professionale");
     const LossComparisonForm form = FormFromState(state_);
     ChooseItem(IDC_FRACTILE_LIST, form.fractile_position);
@@ -78,20 +65,10 @@ bool LossComparisonDialog::OnInit() {
     return true;
 }
 
-bool LossComparisonDialog::OnCommand(int id, int notification) {
-    if (id != IDOK) return ModalDialog::OnCommand(id, notification);
-    ConfirmForm();
-    return true;
-}
-
-void LossComparisonDialog::ConfirmForm() {
-    const LossComparisonForm form{ChosenItem(IDC_FRACTILE_LIST), ChosenItem(IDC_FREQUENCY_LIST),
-                                  FieldText(IDC_EXPOSURE_LEVEL)};
-    if (const std::optional<HearingRefusal> refusal = Confirm(form, state_)) {
-        Refuse(refusal->message, IDC_EXPOSURE_LEVEL);
-    } else {
-        End(IDOK);
-    }
+std::optional<HearingRefusal> LossComparisonDialog::ConfirmForm() {
+    return Confirm({ChosenItem(IDC_FRACTILE_LIST), ChosenItem(IDC_FREQUENCY_LIST),
+                    FieldText(IDC_EXPOSURE_LEVEL)},
+                   state_);
 }
 
 }  // namespace

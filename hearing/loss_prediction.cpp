@@ -13,20 +13,9 @@ namespace tonvale {
 
 namespace {
 
-constexpr std::size_t kMaxFieldCharacters = 7;
-constexpr double kMaxYears = 40;
-constexpr double kMaxLevelDba = 100;
-constexpr double kMinAgeAtExposure = 18;
-
-// The table's fractiles and the charts': the charts start a little higher, and so never fall
-// short of a whole per cent.
 constexpr double kFirstTableFractile = 0.05;
-constexpr double kFirstChartFractile = 0.05001;
-constexpr double kFractileStep = 0.05;
-constexpr double kFractileEnd = 0.999;
 
 constexpr int kTableColumns = 9;
-constexpr int kFractileDivisions = 19;
 // The fractile chart takes six of a full set, whose colours all differ.
 constexpr int kPenCount = 7;
 
@@ -71,10 +60,6 @@ bool HasDamage(QuantityKind quantity) {
     return quantity != QuantityKind::kNipts && quantity != QuantityKind::kAnipts;
 }
 
-double ReadField(std::string_view text) {
-    return ParseNumber(CutToCharacters(text, kMaxFieldCharacters));
-}
-
 std::vector<std::string> FrequencyLabels() {
     std::vector<std::string> labels;
     labels.reserve(kAudiometricFrequenciesHz.size());
@@ -84,57 +69,25 @@ std::vector<std::string> FrequencyLabels() {
     return labels;
 }
 
-// Nineteen fractiles, each got by adding the step to the one before.
-std::vector<double> FractilesFrom(double first) {
-    std::vector<double> fractiles;
-    double fractile = first;
-    while (fractile < kFractileEnd) {
-        fractiles.push_back(fractile);
-        fractile += kFractileStep;
-    }
-    return fractiles;
-}
-
 // The quantity in dB.
 double LossAt(const LossPrediction& prediction, double fractile, int frequency_hz) {
     PredictionCase point = prediction.person;
     return ComputeQuantity(point, prediction.quantity, fractile, frequency_hz);
 }
 
-std::string SexLetter(const PredictionCase& person) {
-    return person.sex == kMale ? "M" : "F";
-}
-
-std::string ParameterLine(const LossPrediction& prediction) {
+std::vector<std::string> ParametersOf(const LossPrediction& prediction) {
     const PredictionCase& person = prediction.person;
-    std::string line;
+    std::vector<std::string> parameters;
     if (prediction.quantity != QuantityKind::kHtla) {
-        line += " Anni di esposizione: " + FormatFixed(person.years, 3, 0);
-        line += "   Leq: " + FormatFixed(person.level_dba, 4, 1) + " dBA";
+        parameters.push_back(" Anni di esposizione: " + FormatFixed(person.years, 3, 0));
+        parameters.push_back(LevelParameter(person));
     }
     if (prediction.quantity != QuantityKind::kNipts) {
-        line += "   Età: " + FormatFixed(person.age, 3, 0);
-        line += "  Sesso: " + SexLetter(person);
-        line += "   Tabella: ";
-        line += DamageTableName(prediction.table);
+        parameters.push_back(AgeParameter(person.age));
+        parameters.push_back(SexParameter(person));
+        parameters.push_back(TableParameter(prediction.table));
     }
-    return line;
-}
-
-std::vector<std::string> ParameterCells(const LossPrediction& prediction) {
-    const PredictionCase& person = prediction.person;
-    std::vector<std::string> cells;
-    if (prediction.quantity != QuantityKind::kHtla) {
-        cells.push_back("Anni di esposizione: " + FormatFixed(person.years, 0, 0));
-        cells.push_back("Leq: " + FormatFixed(person.level_dba, 0, 1) + " dBA");
-    }
-    if (prediction.quantity != QuantityKind::kNipts) {
-        cells.push_back("Età: " + FormatFixed(person.age, 0, 0));
-        cells.push_back("Sesso: " + SexLetter(person));
-        cells.emplace_back("Tabella: ");
-        cells.back() += DamageTableName(prediction.table);
-    }
-    return cells;
+    return parameters;
 }
 
 std::vector<TableCell> TableRow(const LossPredictionRow& row) {
@@ -151,20 +104,15 @@ std::string CaseName(const LossPrediction& prediction) {
     const PredictionCase& person = prediction.person;
     const LossPredictionFields fields = FieldsOf(prediction.quantity);
     std::string name(InfoOf(prediction.quantity).abbreviation);
-    if (fields.noise) {
-        name += ", " + FormatShortest(person.years) + (person.years == 1 ? " anno, " : " anni, ");
-        name += FormatShortest(person.level_dba) + " dBA";
-    }
-    if (fields.person) {
-        name += ", età " + FormatShortest(person.age) + ", sesso " + SexLetter(person);
-    }
-    if (fields.table) name.append(", tabella ").append(DamageTableName(prediction.table));
+    if (fields.noise) name += NameOfYearsAndLevel(person);
+    if (fields.person) name += NameOfAgeAndSex(person);
+    if (fields.table) name += NameOfTable(prediction.table);
     return name;
 }
 
 // Title, loss axis and pens of both charts.
 Chart MakeLossChart(const LossPrediction& prediction) {
-    const std::string parameters = ParameterLine(prediction);
+    const std::string parameters = ParameterLine(ParametersOf(prediction));
     Chart chart;
     chart.titles = {
         QuantityTitle(prediction.quantity) + "   " + std::string(TrimBlanks(parameters)),
@@ -185,9 +133,7 @@ bool HasAnyValue(const LossPrediction& prediction) {
 // Why a view of this kind is empty; empty when it is not.
 std::string_view ReasonForNothing(const LossPrediction& prediction, ViewKind kind) {
     if (!HasAnyValue(prediction)) {
-        const bool is_negative = FieldsOf(prediction.quantity).noise && prediction.person.years < 0;
-        return is_negative ? "Nessun risultato: gli anni di esposizione sono negativi"
-                           : "Nessun risultato: i dati sono fuori scala";
+        return ReasonForNoNumber(prediction.person, FieldsOf(prediction.quantity).noise);
     }
     if (kind == ViewKind::kTable) return {};
     return ShowsAnyPoint(kind == ViewKind::kChart ? MakeFractileChart(prediction)
@@ -198,7 +144,7 @@ std::string_view ReasonForNothing(const LossPrediction& prediction, ViewKind kin
 
 Curve FractileCurve(const LossPrediction& prediction, int frequency_hz) {
     Curve curve;
-    for (const double fractile : FractilesFrom(kFirstChartFractile)) {
+    for (const double fractile : FractileAxisValues()) {
         const double loss = LossAt(prediction, fractile, frequency_hz);
         curve.push_back({static_cast<double>(curve.size() + 1), LossAxisPosition(loss)});
     }
@@ -246,32 +192,21 @@ std::string QuantityTitle(QuantityKind quantity) {
 }
 
 LossPredictionForm FormFromState(const LossPredictionState& state, QuantityKind quantity) {
-    const PredictionCase& person = state.confirmed.person;
-    return {.years = FormatFixed(person.years, 3, 0),
-            .level_dba = FormatFixed(person.level_dba, 3, 0),
-            .age = FormatFixed(person.age, 3, 0),
-            .sex = state.sex_choice,
-            .quantity = quantity,
-            .table = state.table_choice};
+    LossPredictionForm form{FieldsOfPerson(state.confirmed.person), quantity};
+    form.sex = state.sex_choice;
+    form.table = state.table_choice;
+    return form;
 }
 
 std::optional<HearingRefusal> Confirm(const LossPredictionForm& form, LossPredictionState& state) {
     const LossPredictionFields fields = FieldsOf(form.quantity);
     PredictionCase person = state.confirmed.person;
-    double years = 0;
     if (fields.noise) {
-        years = ReadField(form.years);
-        if (years == 0 || years > kMaxYears) return RefusalOf(HearingField::kYears);
-        const double level = ReadField(form.level_dba);
-        if (level == 0 || level > kMaxLevelDba) return RefusalOf(HearingField::kLevel);
-        person.years = years;
-        person.level_dba = level;
+        if (auto refusal = TakeYearsAndLevel(form, person)) return refusal;
     }
     if (fields.person) {
-        const double age = ReadField(form.age);
-        if (age == 0 || age - years < kMinAgeAtExposure) return RefusalOf(HearingField::kAge);
-        person.age = age;
-        person.sex = form.sex == kMale ? kMale : kFemale;
+        const double years = fields.noise ? person.years : 0;
+        if (auto refusal = TakeAgeAndSex(form, years, person)) return refusal;
     }
     state.confirmed = {person, form.quantity, form.table};
     state.sex_choice = form.sex;
@@ -284,13 +219,9 @@ std::vector<LossPredictionRow> ComputeRows(const LossPrediction& prediction) {
     for (const double fractile : FractilesFrom(kFirstTableFractile)) {
         LossPredictionRow row;
         row.fractile = fractile;
-        for (std::size_t i = 0; i < row.losses_db.size(); ++i) {
-            row.losses_db[i] = LossAt(prediction, fractile, kAudiometricFrequenciesHz[i]);
-        }
+        row.losses_db = ComputeLosses(prediction.person, prediction.quantity, fractile);
         if (HasDamage(prediction.quantity)) {
-            EarLosses scored{};
-            std::copy_n(row.losses_db.begin(), scored.size(), scored.begin());
-            row.damage_percent = EarDamagePercent(scored, prediction.table);
+            row.damage_percent = EarDamagePercent(ScoredLosses(row.losses_db), prediction.table);
             row.is_compensable = IsCompensable(*row.damage_percent, prediction.table);
         }
         rows.push_back(row);
@@ -301,8 +232,7 @@ std::vector<LossPredictionRow> ComputeRows(const LossPrediction& prediction) {
 ResultTable MakeTable(const LossPrediction& prediction) {
     ResultTable table;
     table.title = QuantityTitle(prediction.quantity);
-    table.parameter_line = ParameterLine(prediction);
-    table.parameter_cells = ParameterCells(prediction);
+    table.parameters = ParametersOf(prediction);
     table.column_count = kTableColumns;
     table.header = {"q (%)"};
     for (std::string& label : FrequencyLabels()) table.header.push_back(std::move(label));
@@ -317,11 +247,7 @@ ResultTable MakeTable(const LossPrediction& prediction) {
 
 Chart MakeFractileChart(const LossPrediction& prediction) {
     Chart chart = MakeLossChart(prediction);
-    chart.horizontal_divisions = kFractileDivisions;
-    chart.horizontal_unit = "q (%)";
-    for (int i = 1; i <= kFractileDivisions; ++i) {
-        chart.horizontal_labels.push_back(FormatInteger(5LL * i));
-    }
+    SetFractileAxis(chart);
     chart.legend = FrequencyLabels();
     for (const int frequency_hz : kAudiometricFrequenciesHz) {
         chart.curves.push_back(FractileCurve(prediction, frequency_hz));

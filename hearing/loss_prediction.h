@@ -1,7 +1,6 @@
 // Prediction of NIPTS, HTLA or HTLAN for one person (dialog NIPTS): form, checks and result view.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,13 +16,8 @@
 namespace tonvale {
 
 // What the dialog shows.
-struct LossPredictionForm {
-    std::string years;
-    std::string level_dba;
-    std::string age;
-    int sex = kMale;
+struct LossPredictionForm : HearingFields {
     QuantityKind quantity = QuantityKind::kHtlan;  // NIPTS, HTLA or HTLAN
-    DamageTable table = DamageTable::kNew;
 };
 
 // What is predicted, for whom, and by which table the damage is scored: all that tables and charts
@@ -65,7 +59,7 @@ std::optional<HearingRefusal> Confirm(const LossPredictionForm& form, LossPredic
 // One row of the table: a fractile over the six frequencies.
 struct LossPredictionRow {
     double fractile = 0;
-    std::array<double, kAudiometricFrequenciesHz.size()> losses_db{};
+    AudiometricLosses losses_db{};
     std::optional<double> damage_percent;  // unless the quantity is NIPTS or ANIPTS
     bool is_compensable = false;
 };

@@ -1,12 +1,9 @@
 #include "hearing/loss_prediction_dialog.h"
 
 #include <optional>
-#include <string>
 
-#include "dialogs/dialog_win.h"
 #include "dialogs/help_viewer_win.h"
-#include "dialogs/status_bar_win.h"
-#include "hearing/damage_table.h"
+#include "hearing/hearing_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -14,31 +11,15 @@ namespace tonvale {
 
 namespace {
 
-constexpr int kMaxFieldCharacters = 7;
-
-constexpr ControlTip kTips[] = {
-    {IDC_EXPOSURE_YEARS, L"Numero di anni di esposizione al rumore"},
-    {IDC_EXPOSURE_LEVEL, L"Livello di esposizione di calcolo"},
+constexpr ControlTip kOwnTips[] = {
     {IDC_AGE, L"Età dell'individuo cui si riferisce il calcolo"},
-    {IDC_TABLE_NEW, L"Seleziona la tabella di calcolo del 1994"},
-    {IDC_TABLE_OLD, L"Seleziona la tabella di calcolo del 1991"},
-    {IDC_TABLE_BIOLOGICAL, L"Seleziona la tabella di calcolo del 2000 (danno biologico)"},
-    {IDC_MALE, L"Selezionare per riferire il calcolo agli uomini"},
-    {IDC_FEMALE, L"Selezionare per riferire il calcolo alle donne"},
     {IDC_NIPTS, L"Calcola le perdite dovute alla sola esposizione professionale"},
     {IDC_HTLA, L"Calcola le perdite dovute a fattori non professionali"},
     {IDC_HTLAN, L"Calcola le perdite totali dovute a fattori professionali e non"},
-    {IDOK, L"Conferma i dati ed esegue il calcolo"},
-    {CMD_DIALOG_HELP, L"Richiama la Guida in linea"},
     {IDC_STATUS_BAR, L"Esplicita il contenuto della scelta fatta nelle Opzioni"},
-    {IDCANCEL, L"Chiude la finestra senza eseguire il calcolo"},
 };
-
-constexpr ControlTextLimit kTextLimits[] = {
-    {IDC_EXPOSURE_YEARS, kMaxFieldCharacters},
-    {IDC_EXPOSURE_LEVEL, kMaxFieldCharacters},
-    {IDC_AGE, kMaxFieldCharacters},
-};
+constexpr auto kTips =
+    JoinTips(kOwnTips, kYearsTips, kLevelTips, kSexTips, kDamageTableTips, kButtonTips);
 
 constexpr ControlHelp kHelp[] = {
     {IDC_EXPOSURE_YEARS, kHelpHearingYears},
@@ -60,20 +41,17 @@ constexpr ControlHelp kHelp[] = {
 constexpr DialogDescription kDescription = {
     .template_name = L"NIPTS",
     .tips = kTips,
-    .text_limits = kTextLimits,
+    .text_limits = kHearingTextLimits,
     .help = kHelp,
     .main_help_context = kHelpHearingDialog,
     .help_file = "PERDITE.HLP",
     .accepts_files = false,
 };
 
-// The option buttons of quantity and table have the codes of what they select.
+// The option buttons of the quantity have the codes of what they select.
 static_assert(static_cast<int>(QuantityKind::kNipts) == IDC_NIPTS &&
               static_cast<int>(QuantityKind::kHtla) == IDC_HTLA &&
               static_cast<int>(QuantityKind::kHtlan) == IDC_HTLAN);
-static_assert(static_cast<int>(DamageTable::kNew) == IDC_TABLE_NEW &&
-              static_cast<int>(DamageTable::kOld) == IDC_TABLE_OLD &&
-              static_cast<int>(DamageTable::kBiological) == IDC_TABLE_BIOLOGICAL);
 
 constexpr int kNoiseControls[] = {IDC_EXPOSURE_YEARS_LABEL, IDC_EXPOSURE_YEARS,
                                   IDC_EXPOSURE_LEVEL_LABEL, IDC_EXPOSURE_LEVEL};
@@ -92,45 +70,28 @@ unsigned long HelpOf(QuantityKind quantity) {
     }
 }
 
-int ControlOf(HearingField field) {
-    switch (field) {
-        case HearingField::kYears:
-            return IDC_EXPOSURE_YEARS;
-        case HearingField::kLevel:
-            return IDC_EXPOSURE_LEVEL;
-        case HearingField::kAge:
-            break;
-    }
-    return IDC_AGE;
-}
-
-class LossPredictionDialog : public ModalDialog {
+class LossPredictionDialog : public HearingDialog {
   public:
     LossPredictionDialog(AppContext& app, QuantityKind quantity, LossPredictionState& state)
-        : ModalDialog(app, kDescription), form_(FormFromState(state, quantity)), state_(state) {}
+        : HearingDialog(app, kDescription), form_(FormFromState(state, quantity)), state_(state) {}
 
   protected:
     bool OnInit() override;
     bool OnCommand(int id, int notification) override;
+    std::optional<HearingRefusal> ConfirmForm() override;
 
   private:
     void ChooseQuantity(int button);
     void ShowQuantity();
     int FirstField() const;
-    void ReadFields();
-    void ConfirmForm();
 
     LossPredictionForm form_;
     LossPredictionState& state_;
 };
 
 bool LossPredictionDialog::OnInit() {
-    CreateStatusBar(app().instance, window());
-    SetControlText(IDC_EXPOSURE_YEARS, form_.years);
-    SetControlText(IDC_EXPOSURE_LEVEL, form_.level_dba);
-    SetControlText(IDC_AGE, form_.age);
-    CheckRadioButton(window(), IDC_TABLE_NEW, IDC_TABLE_BIOLOGICAL, static_cast<int>(form_.table));
-    CheckRadioButton(window(), IDC_MALE, IDC_FEMALE, form_.sex == kMale ? IDC_MALE : IDC_FEMALE);
+    HearingDialog::OnInit();
+    ShowFields(form_);
     CheckRadioButton(window(), IDC_NIPTS, IDC_HTLAN, static_cast<int>(form_.quantity));
     ShowQuantity();
     FocusOnField(FirstField());
@@ -147,20 +108,17 @@ bool LossPredictionDialog::OnCommand(int id, int notification) {
         case IDC_TABLE_NEW:
         case IDC_TABLE_OLD:
         case IDC_TABLE_BIOLOGICAL:
-            state_.table_choice = form_.table = static_cast<DamageTable>(id);
-            return true;
         case IDC_MALE:
         case IDC_FEMALE:
-            state_.sex_choice = form_.sex = id == IDC_MALE ? kMale : kFemale;
+            ReadFields(form_);
+            state_.table_choice = form_.table;
+            state_.sex_choice = form_.sex;
             return true;
         case CMD_DIALOG_HELP:
             app().help->ShowTopic(window(), HelpOf(form_.quantity));
             return true;
-        case IDOK:
-            ConfirmForm();
-            return true;
         default:
-            return ModalDialog::OnCommand(id, notification);
+            return HearingDialog::OnCommand(id, notification);
     }
 }
 
@@ -181,19 +139,9 @@ int LossPredictionDialog::FirstField() const {
     return FieldsOf(form_.quantity).noise ? IDC_EXPOSURE_YEARS : IDC_AGE;
 }
 
-void LossPredictionDialog::ReadFields() {
-    form_.years = FieldText(IDC_EXPOSURE_YEARS);
-    form_.level_dba = FieldText(IDC_EXPOSURE_LEVEL);
-    form_.age = FieldText(IDC_AGE);
-}
-
-void LossPredictionDialog::ConfirmForm() {
-    ReadFields();
-    if (const std::optional<HearingRefusal> refusal = Confirm(form_, state_)) {
-        Refuse(refusal->message, ControlOf(refusal->field));
-    } else {
-        End(IDOK);
-    }
+std::optional<HearingRefusal> LossPredictionDialog::ConfirmForm() {
+    ReadFields(form_);
+    return Confirm(form_, state_);
 }
 
 }  // namespace

@@ -19,14 +19,17 @@ struct TableCell {
 };
 
 struct ResultTable {
-    std::string title;                         // without a leading blank
-    std::string parameter_line;                // as drawn
-    std::vector<std::string> parameter_cells;  // the same, one item a cell
-    int column_count = 0;                      // what the width is divided by
-    std::vector<std::string> header;           // red
-    std::vector<Color> column_colors;          // of the rows, as far as they are not black
+    std::string title;  // without a leading blank
+    // Each begins with the blanks that part it from the one before.
+    std::vector<std::string> parameters;
+    int column_count = 1;              // what the width is divided by
+    std::vector<std::string> header;   // red; without one, each row is a label and its value
+    std::vector<Color> column_colors;  // of the rows, as far as they are not black
     std::vector<std::vector<TableCell>> rows;
 };
+
+// All parameters on one line.
+std::string ParameterLine(const std::vector<std::string>& parameters);
 
 // One text line under another from the top left corner, in the face of the current font: as large
 // as `area` allows, but at most twice as large as that font; lines without room are left out.

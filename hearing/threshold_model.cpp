@@ -158,4 +158,12 @@ double ComputeQuantity(PredictionCase& current, QuantityKind kind, double fracti
     return 0.0;
 }
 
+AudiometricLosses ComputeLosses(PredictionCase person, QuantityKind kind, double fractile) {
+    AudiometricLosses losses_db{};
+    std::transform(
+        kAudiometricFrequenciesHz.begin(), kAudiometricFrequenciesHz.end(), losses_db.begin(),
+        [&](int frequency_hz) { return ComputeQuantity(person, kind, fractile, frequency_hz); });
+    return losses_db;
+}
+
 }  // namespace tonvale

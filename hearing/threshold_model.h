@@ -25,6 +25,9 @@ enum class QuantityKind : int { kNipts = 1125, kHtla = 1126, kHtlan = 1127, kAni
 
 inline constexpr std::array<int, 6> kAudiometricFrequenciesHz{500, 1000, 2000, 3000, 4000, 6000};
 
+// One value in dB at each of them.
+using AudiometricLosses = std::array<double, kAudiometricFrequenciesHz.size()>;
+
 // Hearing threshold level associated with age, dB (6.1 and Annex A), for sex, age, frequency and
 // fractile of the case. 0 for a frequency or a sex without a table row.
 double ComputeHTLA(const PredictionCase& prediction);
@@ -44,5 +47,8 @@ double ComputeHTLAN(const PredictionCase& prediction);
 // kind.
 double ComputeQuantity(PredictionCase& current, QuantityKind kind, double fractile,
                        int frequency_hz);
+
+// The quantity for `person` at the fractile, whatever fractile and frequency `person` has.
+AudiometricLosses ComputeLosses(PredictionCase person, QuantityKind kind, double fractile);
 
 }  // namespace tonvale

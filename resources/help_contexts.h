@@ -9,6 +9,7 @@ inline constexpr unsigned long kHelpIndex = 0;
 // Main window, document, files.
 inline constexpr unsigned long kHelpMainWindow = 110010;
 inline constexpr unsigned long kHelpCalculatorMenu = 110015;  // FILE_OPERATION
+inline constexpr unsigned long kHelpWizardFile = 110016;      // the buttons above a wizard's pages
 inline constexpr unsigned long kHelpTypingNumbers = 110020;
 inline constexpr unsigned long kHelpUsingHelp = 110025;
 inline constexpr unsigned long kHelpReportDocument = 110030;
@@ -159,6 +160,35 @@ inline constexpr unsigned long kHelpAttenuationSnr = 110313;
 inline constexpr unsigned long kHelpAttenuationNotes = 110314;
 inline constexpr unsigned long kHelpAttenuationStatusBar = 110315;
 
+// "Scelta DPI", a topic for each page
+inline constexpr unsigned long kHelpProtectorSelection = 110700;
+inline constexpr unsigned long kHelpSelectionQuestions = 110701;
+inline constexpr unsigned long kHelpSelectionConditions = 110702;
+inline constexpr unsigned long kHelpSelectionShortNoises = 110703;
+inline constexpr unsigned long kHelpSelectionKinds = 110704;
+inline constexpr unsigned long kHelpSelectionMethod = 110705;
+inline constexpr unsigned long kHelpSelectionInformation = 110706;
+inline constexpr unsigned long kHelpSelectionMethods = 110707;
+inline constexpr unsigned long kHelpSelectionActionLevel = 110708;
+inline constexpr unsigned long kHelpSelectionData = 110710;
+inline constexpr unsigned long kHelpSelectionLaeq = 110711;
+inline constexpr unsigned long kHelpSelectionLceq = 110712;
+inline constexpr unsigned long kHelpSelectionNoiseClass = 110713;
+inline constexpr unsigned long kHelpSelectionNoiseBands = 110714;
+inline constexpr unsigned long kHelpSelectionImportNoise = 110715;
+inline constexpr unsigned long kHelpSelectionSnr = 110716;
+inline constexpr unsigned long kHelpSelectionHml = 110717;
+inline constexpr unsigned long kHelpSelectionProtectorBands = 110718;
+inline constexpr unsigned long kHelpSelectionImportProtector = 110719;
+inline constexpr unsigned long kHelpSelectionSnrMethod = 110720;
+inline constexpr unsigned long kHelpSelectionCorrectedSnrMethod = 110721;
+inline constexpr unsigned long kHelpSelectionOctaveBandMethod = 110722;
+inline constexpr unsigned long kHelpSelectionHmlCheckMethod = 110723;
+inline constexpr unsigned long kHelpSelectionHmlMethod = 110724;
+inline constexpr unsigned long kHelpSelectionResults = 110730;
+inline constexpr unsigned long kHelpSelectionResultText = 110731;
+inline constexpr unsigned long kHelpSelectionNotes = 110732;
+
 // The dialog NIPTS, one topic for each quantity, and its views.
 inline constexpr unsigned long kHelpHearingModel = 110180;
 inline constexpr unsigned long kHelpNipts = 100185;
@@ -183,6 +213,27 @@ inline constexpr unsigned long kHelpHearingChart = 110200;
 inline constexpr unsigned long kHelpHearingAudiogram = 110201;
 inline constexpr unsigned long kHelpDamageTables = 110202;
 
+// CALCOLOILG
+inline constexpr unsigned long kHelpAudiogramDamage = 110500;
+inline constexpr unsigned long kHelpAudiogramLosses = 110501;
+inline constexpr unsigned long kHelpAudiogramModify = 110502;
+inline constexpr unsigned long kHelpAudiogramSymmetric = 110503;
+inline constexpr unsigned long kHelpAudiogramTable = 110504;
+inline constexpr unsigned long kHelpAudiogramFormula = 110505;
+inline constexpr unsigned long kHelpAudiogramResult = 110506;
+inline constexpr unsigned long kHelpAudiogramNotes = 110507;
+inline constexpr unsigned long kHelpAudiogramStatusBar = 110508;
+
+// EDIT_ILG
+inline constexpr unsigned long kHelpLoss = 110510;
+inline constexpr unsigned long kHelpLossFrequency = 110511;
+inline constexpr unsigned long kHelpLossLeft = 110512;
+inline constexpr unsigned long kHelpLossRight = 110513;
+inline constexpr unsigned long kHelpLossSymmetric = 110514;
+inline constexpr unsigned long kHelpLossConfirm = 110515;
+inline constexpr unsigned long kHelpLossDelete = 110516;
+inline constexpr unsigned long kHelpLossCancel = 110517;
+
 // CONFRONTO
 inline constexpr unsigned long kHelpPredictions = 100200;
 inline constexpr unsigned long kHelpPredictionsFractile = 110211;
@@ -193,5 +244,27 @@ inline constexpr unsigned long kHelpPredictionsConfirm = 110215;
 inline constexpr unsigned long kHelpPredictionsClose = 110216;
 inline constexpr unsigned long kHelpPredictionsTime = 110217;
 inline constexpr unsigned long kHelpPredictionsLevels = 110218;
+
+// PEPPECUR
+inline constexpr unsigned long kHelpEvolution = 110250;
+inline constexpr unsigned long kHelpEvolutionFractile = 110251;
+inline constexpr unsigned long kHelpEvolutionLevel = 110252;
+inline constexpr unsigned long kHelpEvolutionAge = 110253;
+inline constexpr unsigned long kHelpEvolutionTable = 110254;
+inline constexpr unsigned long kHelpEvolutionSex = 110255;
+inline constexpr unsigned long kHelpEvolutionStatusBar = 110256;
+inline constexpr unsigned long kHelpEvolutionConfirm = 110257;
+inline constexpr unsigned long kHelpEvolutionClose = 110258;
+
+// RISK
+inline constexpr unsigned long kHelpRisk = 100215;
+inline constexpr unsigned long kHelpRiskYears = 110271;
+inline constexpr unsigned long kHelpRiskLevel = 110272;
+inline constexpr unsigned long kHelpRiskAge = 110273;
+inline constexpr unsigned long kHelpRiskSex = 110274;
+inline constexpr unsigned long kHelpRiskCriterion = 110275;
+inline constexpr unsigned long kHelpRiskStatusBar = 110276;
+inline constexpr unsigned long kHelpRiskConfirm = 110277;
+inline constexpr unsigned long kHelpRiskClose = 110278;
 
 }  // namespace tonvale

@@ -103,16 +103,43 @@
 #define IDC_C_WEIGHTED_LEVEL 1107
 #define IDC_DRAWING 1200
 
-/* The choice of a protector (pages 103 to 114), its noise and its ratings; the latter also of
-   SPETTRODPI. */
+/* The choice of a protector (pages 103 to 114, with 1141), its noise and its ratings; the latter
+   also of SPETTRODPI. */
+#define IDD_OCTAVE_BAND_PAGE 103
+#define IDD_HML_CHECK_PAGE 104
+#define IDD_HML_PAGE 105
+#define IDD_SNR_PAGE 109
+#define IDD_CORRECTED_SNR_PAGE 110
+#define IDD_QUESTIONS_PAGE 111
+#define IDD_METHOD_CHOICE_PAGE 114
+#define IDC_METHOD_OCTAVE_BAND 1002
+#define IDC_METHOD_HML 1003
+#define IDC_METHOD_HML_CHECK 1004
+#define IDC_METHOD_SNR 1005
+#define IDC_METHOD_CORRECTED_SNR 1006
 #define IDC_NOISE_C_LEVEL 1005
 #define IDC_NOISE_A_LEVEL 1007
+#define IDC_KIND_FIRST 1008 /* four check boxes */
+#define IDC_HAS_SPECTRUM 1012
+#define IDC_HAS_C_LEVEL 1013
+#define IDC_HAS_A_LEVEL 1014
+#define IDC_CLASS_HM 1017
+#define IDC_CLASS_L 1018
 #define IDC_RATING_H 1019
 #define IDC_RATING_M 1020
 #define IDC_RATING_L 1021
 #define IDC_RATING_SNR 1022
+#define IDC_ACTION_LEVEL_80 1026
+#define IDC_ACTION_LEVEL_85 1027
+#define IDC_ACTION_LEVEL_90 1028
+#define IDC_IMPORT_NOISE 1029
+#define IDC_IMPORT_PROTECTOR 1030
 #define IDC_PROTECTOR_BAND_FIRST 1168
 #define IDC_PROTECTOR_BAND_LAST 1174
+#define IDC_CONDITIONS_YES 1572
+#define IDC_CONDITIONS_NO 1573
+#define IDC_SHORT_NOISES_YES 1574
+#define IDC_SHORT_NOISES_NO 1575
 
 /* Measurement uncertainty (pages 115 to 118 and their item dialogs; with 1105 to 1115, 1188 and
    1210 to 1212). */
@@ -145,12 +172,24 @@
 #define IDC_MEMORY_LIST 1602
 #define IDC_RECALL 1603
 
-/* The audiogram, CALCOLOILG and EDIT_ILG. */
+/* The audiogram, CALCOLOILG and EDIT_ILG. The buttons of tables and formulas have the codes of what
+   they select (hearing/damage_table.h, hearing/binaural_damage.h). */
+#define IDC_DAMAGE 361
 #define IDC_LEFT_LOSS 362
 #define IDC_RIGHT_LOSS 368
+#define IDC_SYMMETRIC 375
+#define IDC_FORMULA_INDUSTRY 376
+#define IDC_FORMULA_AGRICULTURE 377
+#define IDC_FORMULA_GROUP 2841
+#define IDC_LOSS_FREQUENCY 2842
+#define IDC_RIGHT_LOSS_LABEL 2843
 
-/* The risk of damage, RISK: the value that one of its tables is for. */
+/* The risk of damage, RISK (with 1116 to 1120). The buttons that tabulate it for one age or one
+   level, with the value, are hidden. */
 #define IDC_FIXED_VALUE 1555
+#define IDC_CRITERION_LIST 1134
+#define IDC_FIXED_AGE 2806
+#define IDC_FIXED_LEVEL 2807
 
 /* LEPD */
 #define IDC_TOTAL_TIME_LABEL 1105
@@ -177,8 +216,8 @@
 #define IDC_HELP_FIND_FIELD 2906
 #define IDC_HELP_FIND_NEXT 2907
 
-/* NIPTS and CONFRONTO. The buttons of quantity and damage table have the codes of what they
-   select (hearing/threshold_model.h, hearing/damage_table.h). */
+/* NIPTS, CONFRONTO, RISK and PEPPECUR. The buttons of quantity and damage table have the codes of
+   what they select (hearing/threshold_model.h, hearing/damage_table.h). */
 #define IDC_FRACTILE_LIST 409
 #define IDC_FREQUENCY_LIST 411
 #define IDC_MALE 1116

@@ -14,6 +14,7 @@ using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 constexpr const char* kGood =
@@ -24,6 +25,10 @@ constexpr const char* kEdited =
     "[LEQ]\r\n1=90\r\n2=80\r\n[TIME]\r\n1=240\r\n2=240\r\n";
 constexpr const char* kRefused =
     "[TONVALE]\r\nTipo=LEPD\r\nLEPD=84.4\r\nTFORM=1\r\nITEMS=1\r\n[LEQ]\r\n1=0\r\n";
+
+constexpr const char* kAudiogram =
+    "[TONVALE]\r\nTipo=ILG\r\nILG=  12\r\nSIMM=0\r\nTABELLA=2\r\nINDUS=2\r\n"
+    "[SX]\r\n2000=25\r\n4000=70\r\n[DX]\r\n4000=20\r\n";
 
 struct Outcome {
     int status;
@@ -37,7 +42,7 @@ Outcome Execute(const std::vector<std::string>& arguments) {
                       {"ritoccato.lep", kEdited},
                       {"zero.lep", kRefused},
                       {"altro.txt", "ciao"},
-                      {"udito.ilg", "[TONVALE]\r\nTipo=ILG\r\n"}};
+                      {"udito.ilg", kAudiogram}};
     RecordingConsole console;
     const int status = RunCompanion(arguments, files, console);
     return {status, console.output, console.errors};
@@ -71,6 +76,23 @@ TEST(Companion, CalcolaWritesOneJsonObjectALine) {
                               "\n");
 }
 
+TEST(Companion, EvaluatesAndDrawsAnAudiogram) {
+    const Outcome json = Execute({"calcola", "--formato", "json", "udito.ilg"});
+    EXPECT_EQ(json.status, 0);
+    // 9.44 * 0.6 + 4 and 0 - 4, by the formula of agriculture.
+    EXPECT_THAT(json.output,
+                AllOf(HasSubstr(R"("kind":"ILG","shown":{"ILG":"   1"},"values":{"ILG":0.55)"),
+                      HasSubstr(R"("stored":{"ILG":"  12"},"consistent":false,"message":null,)"
+                                R"("details":{"left":9.66)"),
+                      EndsWith(R"("right":-4,"table":"Vecchia","formula":"Agricoltura"}})"
+                               "\n")));
+    EXPECT_THAT(Execute({"verifica", "udito.ilg"}).output,
+                StartsWith("udito.ilg: ILG salvato \"  12\", ricalcolato \"   1\"\n"));
+    const Outcome drawing = Execute({"grafico", "udito.ilg"});
+    EXPECT_EQ(drawing.status, 0);
+    EXPECT_THAT(drawing.output, AllOf(HasSubstr(">Dx</text>"), HasSubstr("<ellipse")));
+}
+
 TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {
     const Outcome good = Execute({"verifica", "buono.lep"});
     EXPECT_EQ(good.status, 0);
@@ -85,15 +107,13 @@ TEST(Companion, VerificaFindsWhatTheInputsDoNotGive) {
 }
 
 TEST(Companion, GoesOnPastFilesThatItCannotTake) {
-    const Outcome outcome =
-        Execute({"verifica", "manca.lep", "altro.txt", "udito.ilg", "ritoccato.lep"});
+    const Outcome outcome = Execute({"verifica", "manca.lep", "altro.txt", "ritoccato.lep"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_THAT(outcome.output, HasSubstr("ritoccato.lep: LAEQ"));
     EXPECT_THAT(outcome.output, EndsWith("File verificati: 1, non coerenti: 1\n"));
     EXPECT_EQ(outcome.errors,
               "manca.lep: il file non esiste\n"
-              "altro.txt: tipo di file sconosciuto\n"
-              "udito.ilg: il calcolo di questo tipo non è disponibile\n");
+              "altro.txt: tipo di file sconosciuto\n");
     EXPECT_EQ(Execute({"calcola", "manca.lep", "buono.lep"}).status, 2);
 }
 
@@ -125,6 +145,43 @@ class HearingCommands : public ::testing::Test {
     RecordingConsole console_;
 };
 
+TEST_F(HearingCommands, RischioWritesSharesAndTheirGrid) {
+    EXPECT_EQ(Run({"rischio"}), 0);
+    EXPECT_EQ(console_.output,
+              "Rischio di danno (in %) dovuto all'esposizione al rumore\n"
+              "Esposizione: 90.0 dBA per  35 anni   Età:  60  Sesso: M   Criterio: ISO 1999/90\n"
+              "% della popolazione non esposta che supera la soglia di rischio: 21.0\n"
+              "% della popolazione esposta che supera la soglia di rischio:     35.0\n"
+              "% di popolazione a rischio causato all'esposizione a rumore:     14.0\n");
+    EXPECT_EQ(Run({"rischio", "--criterio=3", "--formato=json"}), 0);
+    EXPECT_THAT(console_.output,
+                AllOf(StartsWith(R"({"title":"Rischio di danno (in %))"),
+                      HasSubstr(R"(Tabella","shown":{"unexposed":"  0.0","exposed":" 13.0",)"
+                                R"("risk":" 13.0"},"values":{"unexposed":0,"exposed":0.1300)")));
+    EXPECT_EQ(Run({"rischio", "--griglia", "--eta", "40", "--svg", "g.svg"}), 0);
+    EXPECT_THAT(SplitLines(console_.output), SizeIs(3 + 8));
+    EXPECT_THAT(console_.output, HasSubstr("\n    25          -          -"));
+    EXPECT_THAT(files_.contents["g.svg"], HasSubstr(">100 dBA</text>"));
+    EXPECT_EQ(Run({"rischio", "--griglia", "--eta=40", "--formato=json", "--criterio=2"}), 0);
+    EXPECT_THAT(console_.output,
+                AllOf(HasSubstr(R"("years":[5,10,15,20,25,30,35,40],"levels":[80,85,90,95,100],)"),
+                      HasSubstr("],[null,null,null,null,null]]}")));
+}
+
+TEST_F(HearingCommands, EvoluzioneFollowsTheDamage) {
+    EXPECT_EQ(Run({"evoluzione", "--eta=68", "--formato=json", "--frattile", "20"}), 0);
+    EXPECT_THAT(
+        console_.output,
+        AllOf(StartsWith(R"({"title":"Evoluzione del danno causato dall'età e dal rumore",)"
+                         R"("parameters":"Età di inizio esposizione:  68  Sesso: M   )"
+                         R"(Leq: 90.0 dBA   Tabella: Nuova",)"
+                         R"("fractiles":[0.05,0.5,0.95,0.2],"rows":[{"years":2,"values":[)"),
+              EndsWith("\"]}]}\n")));
+    EXPECT_EQ(Run({"evoluzione", "--tabella=vecchia", "--svg", "e.svg"}), 0);
+    EXPECT_THAT(SplitLines(console_.output), SizeIs(3 + 20));
+    EXPECT_THAT(files_.contents["e.svg"], HasSubstr(">Y</text>"));
+}
+
 TEST_F(HearingCommands, RefusesWhatTheDialogsRefuse) {
     EXPECT_EQ(Run({"nipts", "--anni", "41"}), 1);
     EXPECT_EQ(console_.errors, "Anni di esposizione: Errore! Dati non validi\n");
@@ -132,6 +189,9 @@ TEST_F(HearingCommands, RefusesWhatTheDialogsRefuse) {
     EXPECT_EQ(Run({"nipts", "--eta", "50", "--svg", "a.svg"}), 1);
     EXPECT_EQ(Run({"previsioni", "--livello", "89"}), 1);
     EXPECT_EQ(console_.errors, "Livello di esposizione: Errore! Dati non validi\n");
+    EXPECT_EQ(Run({"rischio", "--griglia", "--eta", "22"}), 1);
+    EXPECT_EQ(Run({"evoluzione", "--eta", "69"}), 1);
+    EXPECT_EQ(console_.errors, "Età di inizio esposizione: Errore! Dati non validi\n");
     EXPECT_THAT(files_.contents, IsEmpty());
 }
 
@@ -144,7 +204,11 @@ TEST_F(HearingCommands, RefusesAWrongCommandLine) {
                                                {"previsioni", "--frattile", "7"},
                                                {"previsioni", "--frequenza", "1500"},
                                                {"previsioni", "--vista", "audiogramma"},
-                                               {"previsioni", "--eta", "60"}}) {
+                                               {"previsioni", "--eta", "60"},
+                                               {"rischio", "--criterio", "0"},
+                                               {"rischio", "--griglia=si"},
+                                               {"evoluzione", "--frattile", "5"},
+                                               {"evoluzione", "--vista", "audiogramma"}}) {
         EXPECT_EQ(Run(arguments), 2) << arguments[1];
         EXPECT_THAT(console_.errors,
                     AllOf(StartsWith("tonvale-calc: "), HasSubstr("(vedere --help)")));

@@ -17,6 +17,7 @@
 #include "exposure/group_exposure.h"
 #include "exposure/uncertainty_file.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/audiogram_damage.h"
 #include "protectors/attenuation_spectrum.h"
 #include "protectors/noise_spectrum.h"
 #include "protectors/protector_selection.h"
@@ -68,6 +69,7 @@ constexpr StoredKind kStoredKinds[] = {
     {FileKind::kLepd, [](const ProfileFile& file) { return Restored<DailyExposureForm>(file); }},
     {FileKind::kLepw, [](const ProfileFile& file) { return Restored<WeeklyExposureForm>(file); }},
     {FileKind::kLeg, [](const ProfileFile& file) { return Restored<GroupExposureForm>(file); }},
+    {FileKind::kIlg, [](const ProfileFile& file) { return Restored<AudiogramDamageForm>(file); }},
     {FileKind::kSpr, RestoredNoise},
     {FileKind::kSpi, RestoredAttenuation},
     {FileKind::kDpi, RestoredSelection},
@@ -151,6 +153,12 @@ TEST(GoldenFiles, EveryCommandGivesWhatItGave) {
         {"previsioni_tabella", {"previsioni", "--svg", "v.svg", "--vista", "tabella"}},
         {"previsioni_tempo", {"previsioni", "--svg", "v.svg"}},
         {"previsioni_livello", {"previsioni", "--svg", "v.svg", "--vista", "livello"}},
+        {"rischio", {"rischio"}},
+        {"rischio_json", {"rischio", "--formato=json"}},
+        {"rischio_grafico", {"rischio", "--svg", "v.svg"}},
+        {"evoluzione", {"evoluzione"}},
+        {"evoluzione_json", {"evoluzione", "--formato=json"}},
+        {"evoluzione_grafico", {"evoluzione", "--svg", "v.svg"}},
         {"grafico", {"grafico", "sega_circolare.spr"}},
         {"grafico_dpi", {"grafico", "--svg", "v.svg", "cuffia_pesante.spi"}},
     };

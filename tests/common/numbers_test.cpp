@@ -73,6 +73,17 @@ TEST(ParseInteger, TakesDigitsOnly) {
     EXPECT_EQ(ParseInteger(std::string(100, '9')), INT_MAX);
 }
 
+TEST(ParseSignedInteger, TakesASignAndDigits) {
+    EXPECT_EQ(ParseSignedInteger("25.9"), 25);
+    EXPECT_EQ(ParseSignedInteger(" \t-5 dB"), -5);
+    EXPECT_EQ(ParseSignedInteger("+007"), 7);
+    for (const char* text : {"", "-", "- 5", "--5", "abc", ".5"}) {
+        EXPECT_EQ(ParseSignedInteger(text), 0) << text;
+    }
+    EXPECT_EQ(ParseSignedInteger("2147483648"), INT_MAX);
+    EXPECT_EQ(ParseSignedInteger("-99999999999"), -INT_MAX);
+}
+
 // Rounds the exact decimal expansion of `value` by hand, half away from zero.
 std::string RoundByHand(double value, int width, int decimals) {
     std::array<char, 2000> exact;

@@ -136,6 +136,19 @@ TEST(ProfileFile, ListsAndRemovesNumberedKeys) {
               "[TIME]\r\n3=k\r\n[leq]\r\n");
 }
 
+TEST(ProfileFile, RemovesASectionWhole) {
+    ProfileFile file = ProfileFile::Parse(
+        "[A]\nk=1\n[DX]\n500=25\nx=y\n500=30\n; of B\n[B]\nk=2\n[dx]\n1000=30\n");
+    file.RemoveSection("Dx");
+    file.RemoveSection("none");
+    EXPECT_EQ(file.Find("DX", "x"), std::nullopt);
+    EXPECT_EQ(file.Find("DX", "1000"), std::nullopt);
+    EXPECT_EQ(file.Serialize(), "[A]\r\nk=1\r\n; of B\r\n[B]\r\nk=2\r\n");
+    file.Set("DX", "500", "40");
+    EXPECT_EQ(file.Find("dx", "500"), "40");
+    EXPECT_TRUE(file.Serialize().ends_with("k=2\r\n[DX]\r\n500=40\r\n"));
+}
+
 // Each of these takes well under a second when the work grows with the size of the file, and
 // minutes when it grows with its square.
 TEST(ProfileFile, WorkGrowsWithTheSizeOfTheFile) {

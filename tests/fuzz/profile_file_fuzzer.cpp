@@ -55,6 +55,9 @@ void CheckEdits(ProfileFile file, std::string_view value) {
         Check(file.Find(section, "k")->find_first_of(tonvale::kLineEnd) == std::string_view::npos);
     }
     CheckRoundTrip(file);
+    file.RemoveSection("S");
+    Check(!file.Find("S", "k"));
+    CheckRoundTrip(file);
 }
 
 void CheckNotes(ProfileFile file, std::string_view text) {

@@ -24,12 +24,16 @@
 #include "exposure/uncertainty_file.h"
 #include "exposure/uncertainty_study.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/audiogram_damage.h"
+#include "hearing/damage_evolution.h"
+#include "hearing/damage_risk.h"
 #include "hearing/damage_table.h"
 #include "hearing/loss_comparison.h"
 #include "hearing/loss_prediction.h"
 #include "help/help_rtf.h"
 #include "protectors/attenuation_spectrum.h"
 #include "protectors/noise_spectrum.h"
+#include "protectors/protector_selection.h"
 #include "report/rtf/rtf_reader.h"
 #include "resources/help_contexts.h"
 #include "tests/common/golden.h"
@@ -542,6 +546,32 @@ TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
     }
 }
 
+TEST(Guide, TheDamageExamplesAreWhatTheProgramComputes) {
+    const auto risks = TableRows(kHelpRisk, "Criterio");
+    const auto criteria = TableRows(kHelpRisk, "N.");
+    ASSERT_EQ(risks.size(), DamageCriteria().size());
+    ASSERT_EQ(criteria.size(), DamageCriteria().size());
+    for (std::size_t i = 0; i < risks.size(); ++i) {
+        const DamageCriterionInfo& info = DamageCriteria()[i];
+        const RiskShares shares = ComputeRisk({.criterion = info.code});
+        const auto text = [](double share) { return std::string(TrimBlanks(ShareText(share))); };
+        EXPECT_EQ(criteria[i].at(0), FormatInteger(static_cast<long long>(i) + 1));
+        EXPECT_EQ(criteria[i].at(1), info.list_text);
+        EXPECT_THAT(risks[i], ElementsAre(criteria[i].at(0), text(shares.unexposed),
+                                          text(shares.exposed), text(shares.risk)));
+    }
+
+    const auto evolution = ComputeRows(DamageEvolution());
+    const auto damages = TableRows(kHelpEvolution, "Anni");
+    ASSERT_EQ(damages.size(), 4U);
+    for (const auto& row : damages) {
+        const auto& values = evolution.at(static_cast<std::size_t>(ParseInteger(row[0])) / 2 - 1);
+        for (std::size_t i = 0; i < values.damages_percent.size(); ++i) {
+            EXPECT_EQ(row.at(i + 1), Shown(values.damages_percent.at(i))) << row[0];
+        }
+    }
+}
+
 // The column of a printed table: every row's contribution, five decibels from row to row, from no
 // damage to the most there is.
 void ExpectContributions(const std::vector<std::vector<std::string>>& rows, std::size_t column,
@@ -582,6 +612,115 @@ TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
             ExpectContributions(rows, column, frequency_hz, prediction.table);
         }
     }
+}
+
+// The fields that the examples name, and how.
+constexpr std::pair<std::string_view, CheckField> kNamedFields[] = {
+    {"LAeq", CheckField::kLaeq}, {"LCeq", CheckField::kLceq}, {"H", CheckField::kH},
+    {"M", CheckField::kM},       {"L", CheckField::kL},       {"SNR", CheckField::kSnr}};
+
+// The rows that a method's example ends with, computed from those before it.
+std::vector<std::vector<std::string>> ExampleResult(const CheckMethodInfo& method,
+                                                    MethodPageForm& form) {
+    SelectionState state;
+    EXPECT_FALSE(RunMethod(method, form, state).refusal) << method.name;
+    std::string label(RatingLabel(
+        RateProtection(state.effective_level_dba, kActionLevels[*ActionLevelPlace(state)])));
+    label.pop_back();  // the point
+    return {{"L'Aeq", Shown(state.effective_level_dba)}, {"Protezione", label}};
+}
+
+TEST(Guide, TheProtectorExamplesAreWhatTheProgramComputes) {
+    // The data files of the examples hold the same noise and the same protector.
+    MethodPageForm form;
+    ASSERT_TRUE(ImportNoise(ProfileFile::Parse(ReadSource("examples/sega_circolare.spr")), form));
+    ASSERT_TRUE(
+        ImportProtector(ProfileFile::Parse(ReadSource("examples/cuffia_leggera.spi")), form));
+    constexpr std::pair<CheckMethod, unsigned long> kTopics[] = {
+        {CheckMethod::kOctaveBand, kHelpSelectionOctaveBandMethod},
+        {CheckMethod::kHml, kHelpSelectionHmlMethod},
+        {CheckMethod::kHmlCheck, kHelpSelectionHmlCheckMethod},
+        {CheckMethod::kSnr, kHelpSelectionSnrMethod},
+        {CheckMethod::kCorrectedSnr, kHelpSelectionCorrectedSnrMethod}};
+    const auto methods = TableRows(kHelpProtectorSelection, "Metodo");
+    ASSERT_EQ(methods.size(), 10U);  // what they need, then what they give
+    for (std::size_t i = 0; i < std::size(kTopics); ++i) {
+        const auto& [method, topic] = kTopics[i];
+        auto rows = TableRows(topic, "Dato");
+        ASSERT_GE(rows.size(), 2U);
+        const auto result = ExampleResult(InfoOf(method), form);
+        EXPECT_THAT(methods[5 + i], ElementsAre(methods[i][0], result[0][1], result[1][1]));
+        EXPECT_EQ(std::vector(rows.end() - 2, rows.end()), result);
+        for (const auto& [name, field] : kNamedFields) {
+            for (const auto& row : rows) {
+                if (row[0] != name) continue;
+                EXPECT_EQ(row[1], TrimBlanks(form.texts[field])) << name;
+            }
+        }
+    }
+    const auto bands = TableRows(kHelpSelectionOctaveBandMethod, "Banda (Hz)");
+    ASSERT_EQ(bands.size(), kOctaveBandCount);
+    for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
+        const double noise = ParseNumber(form.texts[BandField(CheckField::kNoiseBands, i)]);
+        const double protector = ParseNumber(form.texts[BandField(CheckField::kProtectorBands, i)]);
+        const double weighting = kOctaveBands[i].a_weighting_db;
+        EXPECT_THAT(bands[i], ElementsAre(kOctaveBands[i].key, Shown(noise), Shown(weighting),
+                                          Shown(protector), Shown(noise + weighting - protector)));
+    }
+    for (const auto& row : TableRows(kHelpSelectionResults, "L'Aeq fino a (dBA)")) {
+        const double level = row[0] == "oltre 85" ? 85.1 : ParseNumber(row[0]);
+        EXPECT_EQ(row[1] + ".", RatingLabel(RateProtection(level, 85)));
+    }
+}
+
+std::string InHundredths(double percent) {
+    return FormatFixed(percent, 4, 2);
+}
+
+// The audiogram of a table with one row a frequency.
+Audiogram PrintedAudiogram(std::string_view header) {
+    const auto rows = TableRows(kHelpAudiogramDamage, header);
+    Audiogram audiogram;
+    for (std::size_t i = 0; i < audiogram.left_db.size(); ++i) {
+        EXPECT_EQ(ParseInteger(rows.at(i).at(0)), kAudiometricFrequenciesHz[i]);
+        audiogram.left_db[i] = ParseInteger(rows.at(i).at(1));
+        audiogram.right_db[i] = ParseInteger(rows.at(i).at(2));
+    }
+    return audiogram;
+}
+
+// A printed row: both ears, then the damage by the formulas of industry and agriculture.
+void ExpectDamage(const std::vector<std::string>& cells, const Audiogram& audiogram,
+                  DamageTable table) {
+    const HearingDamage industry =
+        EvaluateHearingDamage(audiogram, table, DamageFormula::kIndustry);
+    const double agriculture =
+        EvaluateHearingDamage(audiogram, table, DamageFormula::kAgriculture).percent;
+    EXPECT_EQ(cells.at(1), InHundredths(industry.left_percent));
+    EXPECT_EQ(cells.at(2), InHundredths(industry.right_percent.value()));
+    EXPECT_EQ(cells.at(3), FormatFixed(industry.percent, 0, 0));
+    EXPECT_EQ(cells.at(4), FormatFixed(agriculture, 0, 0));
+}
+
+TEST(Guide, TheAudiogramsAreEvaluatedAsTheProgramDoes) {
+    const Audiogram presser = PrintedAudiogram("Perdite");
+    const auto rows = TableRows(kHelpAudiogramDamage, "Tabella");
+    ASSERT_EQ(rows.size(), 3U);
+    constexpr DamageTable kTables[] = {DamageTable::kNew, DamageTable::kOld,
+                                       DamageTable::kBiological};
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i].at(0), DamageTableName(kTables[i]));
+        ExpectDamage(rows[i], presser, kTables[i]);
+    }
+    ExpectDamage(TableRows(kHelpAudiogramDamage, "Vecchia").at(0), PrintedAudiogram("Ripida"),
+                 DamageTable::kOld);
+
+    // The data file of the examples holds the same audiogram.
+    AudiogramDamageForm stored;
+    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/audiometria.ilg")), stored));
+    EXPECT_EQ(AudiogramOf(stored).left_db, presser.left_db);
+    EXPECT_EQ(AudiogramOf(stored).right_db, presser.right_db);
+    EXPECT_EQ(TrimBlanks(stored.damage_percent), rows[2].at(3));
 }
 
 }  // namespace

@@ -169,6 +169,10 @@ check_hearing_views() {
     check_view previsioni_tabella "20${b}13.3${b}17.8${b}.*49.3"
     check_view previsioni_tempo "2${b}4${b}6${b}8.*38${b}40"
     check_view previsioni_livello "88${b}89${b}90.*99${b}100"
+    check_view rischio_tabella "rischio causato all'esposizione a rumore:${b}14.0"
+    check_view rischio_grafico "non esposti${b}esposti${b}rischio"
+    check_view evoluzione_tabella "40${b}17.0${b}0.9${b}0.0${b}8.5"
+    check_view evoluzione_grafico "2${b}4${b}6${b}8.*38${b}40${b}Y"
 }
 
 # The chart's scale and the bands' names are texts of the page too.
@@ -180,9 +184,18 @@ check_spectra() {
         complain "the bar of 125 Hz of sega_circolare does not end where it has to"
 }
 
+# The losses stand below their frequencies, and the picture above the notes.
+check_audiogram() {
+    local b='[[:blank:]]+'
+    check_view audiometria "^Orecchio Dx \\(dB\\):${b}25${b}30${b}40${b}60${b}65${b}60$"
+    check_view audiometria "500${b}1000${b}2000${b}3000${b}4000${b}6000${b}f \\(Hz\\)"
+    check_view audiometria '^Audiometria tonale per via aerea, media di tre prove.$'
+}
+
 main() {
     cd "$1"
     check_spectra
+    check_audiogram
     check_hearing_views
     check giornata "$REPORT_NAME" <"$HERE/giornata.expected"
     check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"

@@ -24,8 +24,10 @@
 #include "exposure/group_exposure.h"
 #include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
+#include "hearing/audiogram_damage.h"
 #include "protectors/attenuation_spectrum.h"
 #include "protectors/noise_spectrum.h"
+#include "protectors/protector_selection.h"
 #include "report/report_format_win.h"
 #include "report/report_printing_win.h"
 #include "report/rich_edit/rich_edit_gaps_win.h"
@@ -37,6 +39,11 @@ namespace {
 std::filesystem::path PathFromEnvironment(const wchar_t* name) {
     const wchar_t* value = _wgetenv(name);
     return value ? value : L"";
+}
+
+// A wizard has a state instead of a form.
+bool LoadForm(const ProfileFile& file, SelectionState& state) {
+    return LoadState(file, state);
 }
 
 class PrintTest : public testing::Test {
@@ -84,6 +91,8 @@ TEST_F(PrintTest, ReportsOfTheExamples) {
     PrintExample("settimana", ".lew", WeeklyExposureForm());
     PrintExample("sega_circolare", ".spr", SpectrumForm(NoiseSpectrumKind()));
     PrintExample("cuffia_leggera", ".spi", SpectrumForm(AttenuationSpectrumKind()));
+    PrintExample("scelta_cuffia", ".dpi", SelectionState());
+    PrintExample("audiometria", ".ilg", AudiogramDamageForm());
     // What these print is not in their files.
     PrintAndKeep(AssessGroupExposure(ReadExample("carpenteria.leg")).printout, "carpenteria");
     PrintAndKeep(AssessUncertainty(ReadExample("stampaggio.err")).printout, "stampaggio");
@@ -131,6 +140,12 @@ TEST_F(PrintTest, HearingViews) {
     print(prediction, ViewKind::kTable, "perdite_tabella");
     print(prediction, ViewKind::kChart, "perdite_grafico");
     print(prediction, ViewKind::kAudiogram, "perdite_audiogramma");
+    const ResultView risk = MakeResultView(state.damage_risk);
+    print(risk, ViewKind::kTable, "rischio_tabella");
+    print(risk, ViewKind::kChart, "rischio_grafico");
+    const ResultView evolution = MakeResultView(state.damage_evolution.confirmed);
+    print(evolution, ViewKind::kTable, "evoluzione_tabella");
+    print(evolution, ViewKind::kChart, "evoluzione_grafico");
     print(comparison, ViewKind::kTable, "previsioni_tabella");
     print(comparison, ViewKind::kChart, "previsioni_tempo");
     print(comparison, ViewKind::kAudiogram, "previsioni_livello");

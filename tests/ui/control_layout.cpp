@@ -74,12 +74,13 @@ SIZE RoomOffered(HWND control, double share, int dpi) {
         {ControlKind::kRadioButton, {18, 0}}, {ControlKind::kGroupBox, {18, 0}},
         {ControlKind::kField, {24, 0}},
     };
+    constexpr LONG kHeadingMargins = 14;  // of a column, which has no arrow
     RECT area{};
     GetClientRect(control, &area);
     SIZE room{static_cast<LONG>(area.right * share), area.bottom};
     for (const auto& [kind, taken] : kTaken) {
         if (kind != KindOf(control)) continue;
-        room.cx -= MulDiv(taken.cx, dpi, 96);
+        room.cx -= MulDiv(share < 1 ? kHeadingMargins : taken.cx, dpi, 96);
         room.cy -= MulDiv(taken.cy, dpi, 96);
     }
     return room;

@@ -266,7 +266,7 @@ TEST_F(HelpWindowUiTest, ServesModalDialogs) {
     });
     // The keys work although the loop is that of the dialog, and return to it.
     ExpectSelected(ui.Screenshot("help_control").Press({VK_TAB}), "livello e tempo");
-    ExpectTopic(ui.Press({VK_RETURN}), "Lep,d: inserire un'esposizione");
+    ExpectTopic(ui.Press({VK_RETURN}), "Lep,d e gruppi: inserire un livello");
     ui.Press({VK_ESCAPE}).WaitClosed(kTitle).OnWindow(kDailyExposureTitle, [](HWND dialog) {
         EXPECT_EQ(GetActiveWindow(), dialog);
         EXPECT_EQ(FocusedControl(), IDC_ADD);

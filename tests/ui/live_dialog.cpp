@@ -195,7 +195,9 @@ void ExpectDescribed(const Dialog& dialog) {
         EXPECT_NE(GetDlgItem(window, colors.control), nullptr) << "colour of " << colors.control;
     }
     for (const ControlTextLimit& limit : description.text_limits) {
-        HWND field = GetDlgItem(window, limit.control);
+        HWND control = GetDlgItem(window, limit.control);
+        HWND typed_into = GetWindow(control, GW_CHILD);  // of a list that takes any text
+        HWND field = typed_into ? typed_into : control;
         EXPECT_EQ(SendMessageW(field, EM_GETLIMITTEXT, 0, 0), limit.characters) << limit.control;
     }
     for (const ControlItems& list : description.items) {

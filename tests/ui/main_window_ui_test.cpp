@@ -8,9 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "app/command_table_win.h"
 #include "app/version_info_win.h"
-#include "common/file_kinds.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
 #include "tests/ui/main_window_fixture.h"
@@ -73,27 +71,6 @@ TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     RunToEnd(ui);
 }
 
-TEST_F(MainWindowTest, SaysThatACalculatorIsStillToCome) {
-    UiDriver ui;
-    for (const FileKindInfo& kind : FileKinds()) {
-        const std::string path = MakeDailyFile("x" + std::string(kind.extension));
-        const auto is_missing = [&kind] {
-            return !CanRunCommand(TheProgram(), CommandOfKind(kind.kind));
-        };
-        ui.OnWindowOfClass(kMainClass, [=](HWND) {
-            if (is_missing()) TheProgram().OpenFileByExtension(path);
-        });
-        ui.Do([=, &kind] {
-            const std::string notice = "): questo calcolo non è ancora disponibile";
-            const std::string status = Status(Main());
-            EXPECT_EQ(status.ends_with(std::string(kind.extension) + notice), is_missing())
-                << status;
-        });
-        ui.Command(CMD_VIEW_DOCUMENT).Do([] { EXPECT_EQ(Status(Main()), kNoFile); });
-    }
-    RunToEnd(ui);
-}
-
 TEST_F(MainWindowTest, OpensTheFileOfTheCommandLine) {
     const std::string daily = MakeDailyFile("misura.lep");
     const std::filesystem::path previous = std::filesystem::current_path();
@@ -144,9 +121,6 @@ TEST_F(MainWindowTest, OpensTheCalculatorOfTheChosenFilter) {
     ChooseFileUnder(ui, 1, daily);
     ui.OnWindow("Calcolo Lep,w", [](HWND dialog) { EXPECT_EQ(Status(dialog), kNoFile); });
     ui.Command(CMD_FILE_CLOSE).WaitClosed("Calcolo Lep,w");
-    // And this one asks for a calculator that is not there.
-    ChooseFileUnder(ui, 2, daily);
-    ExpectNoDialog(ui);
     RunToEnd(ui);
 }
 

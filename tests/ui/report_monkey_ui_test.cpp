@@ -46,6 +46,14 @@ class ReportMonkeyTest : public ReportTest, public testing::WithParamInterface<u
         }
     }
 
+    void FillClipboard() {
+        if (Random(2) == 0) {
+            PutAlone(CF_UNICODETEXT, WideBytes("incollato\r\nsu due righe\r\n"));
+        } else {
+            PutAlone(app_.clipboard.csv, "85.0;8.00\r\n;90.0\r\n");
+        }
+    }
+
     // Nothing in the control is beyond its text, and all line ends are whole.
     void ExpectSound() {
         CHARRANGE selection{};
@@ -135,14 +143,6 @@ class ReportMonkeyTest : public ReportTest, public testing::WithParamInterface<u
         }
     }
 
-    void FillClipboard() {
-        if (Random(2) == 0) {
-            PutAlone(CF_UNICODETEXT, WideBytes("incollato\r\nsu due righe\r\n"));
-        } else {
-            PutAlone(app_.clipboard.csv, "85.0;8.00\r\n;90.0\r\n");
-        }
-    }
-
     void UndoOrRedo() {
         if (Random(3) == 0) {
             host_->document.Redo();
@@ -165,6 +165,7 @@ class ReportMonkeyTest : public ReportTest, public testing::WithParamInterface<u
 };
 
 TEST_P(ReportMonkeyTest, StaysSoundAndIsSavedWhole) {
+    FillClipboard();  // what stands there may not fit, and to paste it would ask somebody
     for (int i = 0; i < kEvents && !HasFatalFailure(); ++i) {
         Act();
         if (i % kCheckEvery == 0) ExpectSound();

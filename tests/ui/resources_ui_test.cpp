@@ -25,8 +25,12 @@ namespace {
 
 // Access keys that several commands share, because their texts are fixed: the key goes from one to
 // the next.
-constexpr std::string_view kMenuWithSharedKeys = "FORMATO";
-constexpr std::wstring_view kSharedKeys = L"CDS";
+constexpr std::pair<std::string_view, std::wstring_view> kSharedKeys[] = {
+    {"FORMATO", L"CDS"}, {"#104", L"L"},  // "Sa&lva con nome..." and the noise class "&L"
+    {"#115", L"I"},                       // "S&i" and "< &Indietro"
+    {"#116", L"A"},                       // "&Aggiungi" and "&Avanti >"
+    {"#117", L"A"},
+};
 
 // The labels of the octave bands have ids of their own.
 constexpr int kOctaveBands = 7;
@@ -62,7 +66,10 @@ using KeyRing = std::map<wchar_t, std::wstring>;
 
 void AddKey(KeyRing& keys, const std::string& owner, const std::wstring& text) {
     const wchar_t key = AccessKey(text);
-    if (!key || (owner == kMenuWithSharedKeys && kSharedKeys.find(key) != kSharedKeys.npos)) return;
+    if (!key) return;
+    for (const auto& [sharer, shared] : kSharedKeys) {
+        if (owner == sharer && shared.find(key) != shared.npos) return;
+    }
     const auto [holder, is_new] = keys.emplace(key, text);
     EXPECT_TRUE(is_new) << owner << ": \"" << Narrow(text) << "\" and \"" << Narrow(holder->second)
                         << "\" have the same access key";
@@ -123,6 +130,13 @@ TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
         const bool has_menu = (StyleOf(dialog.window()) & WS_CHILD) == 0;
         HMENU menu = has_menu ? GetMenu(dialog.window()) : nullptr;
         for (const MenuItem& item : ItemsOf(menu)) AddKey(keys, dialog.name(), item.text);
+        // So do those of the sheet that a wizard's page is in, whatever the system's language.
+        if (GetDlgItem(dialog.window(), IDC_WIZARD_FILE)) {
+            for (const wchar_t* text :
+                 {L"< &Back", L"&Next >", L"< &Indietro", L"&Avanti >", L"&Fine"}) {
+                AddKey(keys, dialog.name(), text);
+            }
+        }
         for (HWND control : dialog.Controls()) {
             const ControlKind kind = KindOf(control);
             if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
@@ -215,8 +229,10 @@ TEST(ResourcesTest, TabKeyReachesEveryControlInReadingOrder) {
         for (HWND control : dialog.Controls()) {
             EnableWindow(control, TRUE);  // some are disabled at first
             const ControlKind kind = KindOf(control);
-            const bool read_only =
-                ClassOf(control) == L"EDIT" && (StyleOf(control) & ES_READONLY) != 0;
+            const bool read_only = ClassOf(control) == L"EDIT"
+                                       ? (StyleOf(control) & ES_READONLY) != 0
+                                       : kind == ControlKind::kCheckBox &&
+                                             (StyleOf(control) & BS_TYPEMASK) == BS_CHECKBOX;
             if (IsTabStop(control)) unreached.insert(control);
             // Radio buttons are one stop together: the arrow keys go from one to the next.
             if (kind == ControlKind::kRadioButton) {
