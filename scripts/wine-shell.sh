@@ -6,6 +6,6 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-use_test_environment
+use_test_environment ""
 "$ROOT/scripts/wine-prefix.sh" "$WINEPREFIX" --printer "$TONVALE_PRINTER_FILE"
 "$@"
