@@ -59,7 +59,9 @@ class ProtectorCommands : public FolderTest {
 };
 
 TEST_F(ProtectorCommands, TheExamplesAreRankedAndDrawn) {
-    const std::string folder = std::string(std::getenv("TONVALE_EXAMPLES")) + "/";
+    const char* examples = std::getenv("TONVALE_EXAMPLES");
+    ASSERT_NE(examples, nullptr);
+    const std::string folder = std::string(examples) + "/";
     EXPECT_EQ(Run({"classifica", "--rumore", folder + "sega_circolare.spr", folder}), 0);
     EXPECT_THAT(SplitLines(console_.output), SizeIs(4 + 4));
     EXPECT_EQ(Run({"grafico", folder + "scelta_cuffia.dpi"}), 2);

@@ -75,7 +75,7 @@ int Contribution(const Column& column, int loss_db) {
     const int row = std::min(offset / 5, std::max(last - 1, 0));
     const int from = column.thousandths[static_cast<std::size_t>(row)];
     if (last == 0) return 5 * from;
-    const int to = column.thousandths[static_cast<std::size_t>(row + 1)];
+    const int to = column.thousandths[static_cast<std::size_t>(row) + 1];
     return 5 * from + (to - from) * (offset - 5 * row);
 }
 
