@@ -68,7 +68,10 @@ TEST_F(ProtectorSelectionUiTest, TheKeyboardLeadsFromTheQuestionsToEachResult) {
         double level_dba;
     };
     std::string bands = "\t";
-    for (int i = 0; i < 7; ++i) bands = "95\t" + bands + (i == 0 ? "20" : "\t20");
+    for (int i = 0; i < 7; ++i) {
+        bands.insert(0, "95\t");
+        bands += i == 0 ? "20" : "\t20";
+    }
     const Walk walks[] = {
         {kOctavePage, " ", bands, 82},
         {"Metodo HML", "v", "90\t92\t\t30\t25\t20", 65},
