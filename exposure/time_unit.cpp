@@ -25,6 +25,7 @@ const std::array<TimeUnit, 3>& TimeUnits() {
 const std::vector<std::string>& TimeUnitNames() {
     static const std::vector<std::string> names = [] {
         std::vector<std::string> all;
+        all.reserve(kTimeUnits.size());
         for (const TimeUnit& unit : kTimeUnits) all.emplace_back(unit.name);
         return all;
     }();

@@ -27,6 +27,7 @@ std::vector<std::string> TextsOf(const RecordingCanvas& canvas) {
 
 std::vector<std::pair<int, int>> OffsetsFrom(Point origin, const std::vector<Point>& points) {
     std::vector<std::pair<int, int>> offsets;
+    offsets.reserve(points.size());
     for (const Point& point : points) offsets.push_back({point.x - origin.x, point.y - origin.y});
     return offsets;
 }
