@@ -23,14 +23,18 @@ namespace tonvale {
 
 class Wizard;
 
-// What the tables of every page's description have for the data file, before the page's own rows.
-inline constexpr std::array<ControlTip, 5> kWizardFileTips{{
-    {CMD_FILE_OPEN, L"Carica i dati da un file"},
-    {CMD_FILE_SAVE, L"Salva i dati nel file corrente"},
-    {CMD_FILE_SAVE_AS, L"Salva i dati in un altro file"},
-    {IDC_WIZARD_PRINT, L"Stampa i dati e il risultato"},
-    {IDC_WIZARD_FILE, kStatusBarTip.text},
-}};
+// Rows that the tables of several wizards share.
+inline constexpr ControlTip kWizardOpenTip{CMD_FILE_OPEN, L"Carica i dati da un file"};
+inline constexpr ControlTip kWizardSaveTip{CMD_FILE_SAVE, L"Salva i dati nel file corrente"};
+inline constexpr ControlTip kWizardSaveAsTip{CMD_FILE_SAVE_AS,
+                                             L"Salva i dati in un file con un nuovo nome"};
+inline constexpr ControlTip kWizardPrintTip{IDC_WIZARD_PRINT,
+                                            L"Stampa il rapporto finale e le note"};
+inline constexpr ControlTip kWizardFileTip{IDC_WIZARD_FILE, kStatusBarTip.text};
+
+// The same together, for tables that are Joined.
+inline constexpr std::array<ControlTip, 5> kWizardFileTips{
+    {kWizardOpenTip, kWizardSaveTip, kWizardSaveAsTip, kWizardPrintTip, kWizardFileTip}};
 inline constexpr std::array<ControlHelp, 5> kWizardFileHelp{{
     {CMD_FILE_OPEN, kHelpWizardFile},
     {CMD_FILE_SAVE, kHelpWizardFile},
@@ -51,16 +55,6 @@ constexpr std::array<Row, kFirst + kSecond> Joined(const std::array<Row, kFirst>
 // Where a page leads to besides another page's number.
 inline constexpr int kNextInOrder = 0;
 inline constexpr int kStay = -1;
-
-// Rows that the tables of several wizards share.
-inline constexpr ControlTip kWizardOpenTip{CMD_FILE_OPEN, L"Carica i dati da un file"};
-inline constexpr ControlTip kWizardSaveTip{CMD_FILE_SAVE, L"Salva i dati nel file corrente"};
-inline constexpr ControlTip kWizardSaveAsTip{CMD_FILE_SAVE_AS,
-                                             L"Salva i dati in un file con un nuovo nome"};
-inline constexpr ControlTip kWizardPrintTip{IDC_WIZARD_PRINT,
-                                            L"Stampa il rapporto finale e le note"};
-inline constexpr ControlTip kWizardFileTip{
-    IDC_WIZARD_FILE, L"Visualizza il nome del file correntemente selezionato"};
 
 struct WizardPageInfo {
     int id;  // of its template, and its number

@@ -201,6 +201,7 @@ main() {
     check settimana "$WEEK_REPORT_NAME" <"$HERE/settimana.expected"
     check carpenteria "$GROUP_REPORT_NAME" <"$HERE/carpenteria.expected"
     check stampaggio 'Errore di misura' <"$HERE/stampaggio.expected"
+    check scelta_cuffia 'Scelta DPI' <"$HERE/scelta_cuffia.expected"
     check pagine "$REPORT_NAME" < <(long_report)
     check_report_document
     check quadro Quadro < <(printf '1 17 Quadro\n1 63 Una nota in calce\n')
