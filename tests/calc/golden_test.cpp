@@ -1,11 +1,13 @@
 // Data files of every kind - the examples, and odd ones in tests/golden/cases - go through the
-// companion and through their calculator's file functions, and every command of the companion that
-// needs no other file is run.
+// companion and through their calculator's functions, and the companion answers a list of commands.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
+#include <map>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -23,57 +25,68 @@
 #include "protectors/protector_selection.h"
 #include "tests/calc/recording_console.h"
 #include "tests/common/faulty_file_system.h"
+#include "tests/common/folder_test.h"
 #include "tests/common/golden.h"
 
 namespace tonvale {
 namespace {
 
+// Wizards have a state instead of a form.
+bool LoadForm(const ProfileFile& file, SelectionState& state) {
+    return LoadState(file, state);
+}
+bool LoadForm(const ProfileFile& file, UncertaintyStudy& study) {
+    return LoadStudy(file, study);
+}
+void StoreForm(const SelectionState& state, ProfileFile& file) {
+    StoreState(state, file);
+}
+void StoreForm(const UncertaintyStudy& study, ProfileFile& file) {
+    StoreStudy(study, file);
+}
+
 template <typename Form>
-std::string Restored(const ProfileFile& file, Form form = {}) {
+std::string Stored(const Form& form) {
     ProfileFile stored;
-    EXPECT_TRUE(LoadForm(file, form));
     StoreForm(form, stored);
     return stored.Serialize();
 }
 
-std::string RestoredNoise(const ProfileFile& file) {
-    return Restored(file, SpectrumForm(NoiseSpectrumKind()));
+template <typename Form, auto... kKind>
+std::string Restored(const ProfileFile& file) {
+    Form form{kKind()...};
+    EXPECT_TRUE(LoadForm(file, form));
+    return Stored(form);
 }
 
-std::string RestoredAttenuation(const ProfileFile& file) {
-    return Restored(file, SpectrumForm(AttenuationSpectrumKind()));
+// As the dialog would save it when it was opened anew after having been closed on the file.
+template <typename Form, typename State, auto... kKind>
+std::string Reopened(const ProfileFile& file) {
+    Form form{kKind()...};
+    State state{kKind()...};
+    EXPECT_TRUE(LoadForm(file, form));
+    KeepForm(form, state);
+    return Stored(FormFromState(state));
 }
 
-std::string RestoredSelection(const ProfileFile& file) {
-    SelectionState state;
-    ProfileFile stored;
-    EXPECT_TRUE(LoadState(file, state));
-    StoreState(state, stored);
-    return stored.Serialize();
-}
-
-std::string RestoredStudy(const ProfileFile& file) {
-    UncertaintyStudy study;
-    ProfileFile stored;
-    EXPECT_TRUE(LoadStudy(file, study));
-    StoreStudy(study, stored);
-    return stored.Serialize();
-}
-
-// How a file of each kind is loaded and stored again.
 struct StoredKind {
     FileKind kind;
     std::string (*restored)(const ProfileFile&);
+    std::string (*reopened)(const ProfileFile&) = nullptr;  // of a dialog
 };
 constexpr StoredKind kStoredKinds[] = {
-    {FileKind::kLepd, [](const ProfileFile& file) { return Restored<DailyExposureForm>(file); }},
-    {FileKind::kLepw, [](const ProfileFile& file) { return Restored<WeeklyExposureForm>(file); }},
-    {FileKind::kLeg, [](const ProfileFile& file) { return Restored<GroupExposureForm>(file); }},
-    {FileKind::kIlg, [](const ProfileFile& file) { return Restored<AudiogramDamageForm>(file); }},
-    {FileKind::kSpr, RestoredNoise},
-    {FileKind::kSpi, RestoredAttenuation},
-    {FileKind::kDpi, RestoredSelection},
-    {FileKind::kErr, RestoredStudy},
+    {FileKind::kLepd, Restored<DailyExposureForm>, Reopened<DailyExposureForm, DailyExposureState>},
+    {FileKind::kLepw, Restored<WeeklyExposureForm>,
+     Reopened<WeeklyExposureForm, WeeklyExposureState>},
+    {FileKind::kLeg, Restored<GroupExposureForm>, Reopened<GroupExposureForm, GroupExposureState>},
+    {FileKind::kIlg, Restored<AudiogramDamageForm>,
+     Reopened<AudiogramDamageForm, AudiogramDamageState>},
+    {FileKind::kSpr, Restored<SpectrumForm, NoiseSpectrumKind>,
+     Reopened<SpectrumForm, SpectrumState, NoiseSpectrumKind>},
+    {FileKind::kSpi, Restored<SpectrumForm, AttenuationSpectrumKind>,
+     Reopened<SpectrumForm, SpectrumState, AttenuationSpectrumKind>},
+    {FileKind::kDpi, Restored<SelectionState>},
+    {FileKind::kErr, Restored<UncertaintyStudy>},
 };
 
 const StoredKind& KindOf(const ProfileFile& file) {
@@ -128,49 +141,83 @@ TEST(GoldenFiles, OddFilesGiveWhatTheyGave) {
         const ProfileFile file = ProfileFile::Parse(bytes);
         const StoredKind& kind = KindOf(file);
         const std::string saved = kind.restored(file);
-        ExpectGolden("cases_" + name, AllOf(name, bytes) + "saved:\n" + Windows1252ToUtf8(saved));
+        std::string all = AllOf(name, bytes) + "saved:\n" + Windows1252ToUtf8(saved);
+        if (kind.reopened) all += "reopened:\n" + Windows1252ToUtf8(kind.reopened(file));
+        ExpectGolden("cases_" + name, all);
         // Saved twice, a file is the same.
         EXPECT_EQ(kind.restored(ProfileFile::Parse(saved)), saved);
     }
 }
 
+// Each line of tests/golden/commands.txt is "NAME: ARGUMENTS"; lines of one name are one session. A
+// picture that a command writes to v.svg stands behind its answer.
 TEST(GoldenFiles, EveryCommandGivesWhatItGave) {
-    const std::pair<const char*, std::vector<std::string>> commands[] = {
-        {"nipts", {"nipts"}},
-        {"nipts_json", {"nipts", "--formato", "json"}},
-        {"nipts_csv", {"nipts", "--formato", "csv"}},
-        {"htla_csv",
-         {"nipts", "--quantita=htla", "--eta=25", "--sesso", "f", "--tabella", "biologico",
-          "--formato", "csv", "--separatore", "|"}},
-        {"nipts_tabella", {"nipts", "--svg", "v.svg", "--vista", "tabella"}},
-        {"nipts_grafico", {"nipts", "--svg", "v.svg"}},
-        {"nipts_audiogramma", {"nipts", "--svg", "v.svg", "--vista", "audiogramma"}},
-        {"nipts_senza_valori",
-         {"nipts", "--quantita=NIPTS", "--anni=-5", "--formato=json", "--svg", "v.svg"}},
-        {"previsioni", {"previsioni", "--frequenza", "3000", "--frattile", "50"}},
-        {"previsioni_json", {"previsioni", "--livello", "86", "--formato=json"}},
-        {"previsioni_csv", {"previsioni", "--formato=csv"}},
-        {"previsioni_tabella", {"previsioni", "--svg", "v.svg", "--vista", "tabella"}},
-        {"previsioni_tempo", {"previsioni", "--svg", "v.svg"}},
-        {"previsioni_livello", {"previsioni", "--svg", "v.svg", "--vista", "livello"}},
-        {"rischio", {"rischio"}},
-        {"rischio_json", {"rischio", "--formato=json"}},
-        {"rischio_grafico", {"rischio", "--svg", "v.svg"}},
-        {"evoluzione", {"evoluzione"}},
-        {"evoluzione_json", {"evoluzione", "--formato=json"}},
-        {"evoluzione_grafico", {"evoluzione", "--svg", "v.svg"}},
-        {"grafico", {"grafico", "sega_circolare.spr"}},
-        {"grafico_dpi", {"grafico", "--svg", "v.svg", "cuffia_pesante.spi"}},
-    };
-    for (const auto& [name, arguments] : commands) {
-        FaultyFileSystem files;
-        for (const char* example : {"sega_circolare.spr", "cuffia_pesante.spi"}) {
-            files.contents[example] = ExampleBytes(example);
+    FaultyFileSystem files;
+    for (const char* folder : {"examples", "tests/golden/cases"}) {
+        for (const std::string& name : FilesIn(folder)) {
+            files.contents[name] = ExampleBytes("../" + std::string(folder) + "/" + name);
         }
-        const std::string output = Transcript(arguments, files);
-        ExpectGolden(name, output + files.contents["v.svg"]);
+    }
+    files.contents["altro.txt"] = "ciao";
+    files.contents["più.spi"] = files.contents["cuffia_pesante.spi"];
+    std::map<std::string, std::string> sessions;
+    const std::string commands = ExampleBytes("../tests/golden/commands.txt");
+    for (const std::string_view line : SplitLines(commands)) {
+        std::istringstream words{std::string(line)};
+        std::string name;
+        words >> name;
+        if (!name.ends_with(':')) continue;  // a comment or an empty line
+        name.pop_back();
+        const std::vector<std::string> arguments(std::istream_iterator<std::string>(words), {});
+        sessions[name] += Transcript(arguments, files);
+        if (const auto picture = files.contents.extract("v.svg"))
+            sessions[name] += picture.mapped();
+    }
+    for (const auto& [name, transcript] : sessions) ExpectGolden(name, transcript);
+}
+
+TEST(Companion, TellsThatAPictureCannotBeWritten) {
+    FaultyFileSystem files;
+    files.steps_to_failure = 1;
+    EXPECT_TRUE(Transcript({"previsioni", "--svg", "pieno.svg"}, files)
+                    .ends_with("pieno.svg: impossibile scrivere il file: il disco è pieno\n[2]\n"));
+    EXPECT_TRUE(files.contents.empty());
+}
+
+TEST(Companion, TellsHowItIsUsed) {
+    FaultyFileSystem files;
+    for (const auto& [arguments, status] :
+         {std::pair{std::vector<std::string>{}, "[2]\n"}, {{"calcola", "--help"}, "[0]\n"}}) {
+        const std::string answer = Transcript(arguments, files);
+        EXPECT_NE(answer.find("\n  tonvale-calc verifica FILE...\n"), std::string::npos);
+        EXPECT_TRUE(answer.ends_with(status));
     }
 }
 
+class CompanionFolderTest : public FolderTest {};
+
+TEST_F(CompanionFolderTest, ClassificaTakesAFolderOfAThousandProtectors) {
+    const std::string none = Path("vuota");
+    std::filesystem::create_directories(folder_ / "armadio" / "inserti");
+    std::filesystem::create_directories(folder_ / "vuota");
+    WriteFile("armadio/altro.txt", "niente");
+    for (int i = 0; i < 1000; ++i) {
+        WriteFile((i % 2 == 0 ? "armadio/" : "armadio/inserti/") + std::to_string(i) + ".spi",
+                  "[TONVALE]\nTipo=SPI\nSNR=" + std::to_string(10 + i % 30) + "\n");
+    }
+    const std::string ranked = Transcript({"classifica", "--laeq", "100", "--metodo",
+                                           "snr-corretto", "--formato", "csv", Path("armadio")},
+                                          SystemFiles());
+    const auto lines = SplitLines(ranked);
+    ASSERT_EQ(lines.size(),
+              1U + 1 + 1000 + 1);  // the command, the columns, the protectors, the status
+    EXPECT_NE(lines[2].find(";29,0;78,0;BUONA;"), std::string_view::npos);
+    EXPECT_NE(lines[1001].find(";10,0;97,0;INSUFFICIENTE;"), std::string_view::npos);
+    const std::string empty =
+        Transcript({"classifica", "--laeq=90", "--formato=json", none}, SystemFiles());
+    EXPECT_TRUE(empty.find("\n[]\n") != std::string::npos && empty.ends_with("[2]\n")) << empty;
+}
+
 }  // namespace
+
 }  // namespace tonvale

@@ -1,19 +1,18 @@
 #include "exposure/group_exposure.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "exposure/student_t.h"
 
 namespace tonvale {
 namespace {
-
-using ::testing::StartsWith;
 
 constexpr std::uint32_t kMaxWorkers = std::numeric_limits<std::uint32_t>::max();
 
@@ -92,20 +91,10 @@ TEST(RequiredSamples, IsTheFirstNumberThatQualifies) {
     EXPECT_EQ(RequiredSamples(1000, 5, 4, 1), 3U);  // no such column: t = 0
     for (const std::uint32_t workers : {4U, 5U, 11U, 60U, 700U}) {
         for (const double deviation : {0.0, 0.7, 2.0, 4.9, 11.0, 60.0}) {
-            std::uint64_t of_lower_confidence = 3;
             for (int confidence = 0; confidence < 4; ++confidence) {
-                std::uint64_t of_smaller_interval = workers;
                 for (int interval = 1; interval <= 10; ++interval) {
-                    const auto required = RequiredSamples(workers, deviation, confidence, interval);
-                    ASSERT_EQ(required,
+                    ASSERT_EQ(RequiredSamples(workers, deviation, confidence, interval),
                               FirstThatQualifies(workers, deviation, confidence, interval));
-                    EXPECT_LE(required, of_smaller_interval);
-                    EXPECT_LE(required, RequiredSamples(workers, deviation * 1.1 + 0.1, confidence,
-                                                        interval));
-                    of_smaller_interval = required;
-                    if (interval > 1) continue;
-                    EXPECT_GE(required, of_lower_confidence);
-                    of_lower_confidence = required;
                 }
             }
         }
@@ -130,25 +119,18 @@ GroupExposureForm FormOf(std::vector<std::string> levels_dba) {
 
 std::string Describe(const GroupExposureForm& form) {
     return form.sample_count + "|" + form.mean_level_dba + "|" + form.deviation_db + "|" +
-           (form.is_validated ? "+" : "-") + "|" + form.verdict;
+           (form.is_validated ? "+" : "-");
 }
 
 TEST(GroupExposure, TellsWhetherTheSamplesAreEnough) {
-    const struct {
-        std::vector<std::string> levels_dba;
-        std::string shown;
-    } cases[] = {
-        {{"85", "87", "89"},
-         "3|87.0| 2.0|-|Per validare i risultati è necessario inserire almeno 4 campioni"},
-        {{"85", "87", "89", "87"},
-         "4|87.0| 1.6|+|Sono stati inseriti i campioni necessari per validare i risultati"},
-        {{"85.25", " 85.25", "85.25x"},
-         "3|85.3| 0.0|+|Sono stati inseriti i campioni necessari per validare i risultati"},
-        {{"85", "86"},
-         "2|85.5| 0.7|-|Per far partire il calcolo è necessario inserire almeno 3 campioni"},
-        {{"85"},
-         "1|85.0| nan|-|Per far partire il calcolo è necessario inserire almeno 3 campioni"},
-        {{}, "0| nan| nan|-|Per far partire il calcolo è necessario inserire almeno 3 campioni"},
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"85", "87", "89"}, "3|87.0| 2.0|-"},
+        {{"85", "87", "89", "87"}, "4|87.0| 1.6|+"},
+        {{"85.25", " 85.25", "85.25x"}, "3|85.3| 0.0|+"},
+        {{"85", "86"}, "2|85.5| 0.7|-"},
+        {{"85"}, "1|85.0| nan|-"},
+        {{}, "0| nan| nan|-"},
+        {std::vector<std::string>(10000, "84.9"), "10000|84.9| 0.0|+"},
     };
     for (const auto& [levels_dba, shown] : cases) {
         GroupExposureForm form = FormOf(levels_dba);
@@ -156,14 +138,9 @@ TEST(GroupExposure, TellsWhetherTheSamplesAreEnough) {
         EXPECT_FALSE(Recompute(form, state));
         EXPECT_EQ(Describe(form), shown);
     }
-    GroupExposureForm many = FormOf(std::vector<std::string>(10000, "84.9"));
-    GroupExposureState state;
-    EXPECT_FALSE(Recompute(many, state));
-    EXPECT_THAT(Describe(many), StartsWith("10000|84.9| 0.0|+|"));
-    EXPECT_EQ(Summary(many, ";").size(), 4095U);
 }
 
-TEST(GroupExposure, RefusesSmallGroupsAndZeroSamples) {
+TEST(GroupExposure, ARefusalKeepsWhatWasReadBefore) {
     GroupExposureForm form = FormOf({"85", "87", "89"});
     GroupExposureState state;
     Recompute(form, state);
@@ -171,10 +148,7 @@ TEST(GroupExposure, RefusesSmallGroupsAndZeroSamples) {
     form.levels_dba = {"70", "abc", "71"};
     for (const char* total : {"", "3", "abc", "-5", "3.9"}) {
         form.total_workers = total;
-        const auto message = Recompute(form, state);
-        ASSERT_TRUE(message) << total;
-        EXPECT_EQ(message->caption, "Attenzione: dato incompleto o mancante");
-        EXPECT_EQ(message->text, "Inserire un valore maggiore di 3 per il totale dei lavoratori");
+        EXPECT_TRUE(Recompute(form, state)) << total;
         EXPECT_EQ(state.levels_dba.front(), 85) << "kept before the samples are read";
     }
     EXPECT_EQ(state.total_workers, 3U);
@@ -189,42 +163,27 @@ TEST(GroupExposure, RefusesSmallGroupsAndZeroSamples) {
     EXPECT_EQ(Describe(form), before);
 }
 
-TEST(GroupExposure, KeepsWhatAClosingDialogHolds) {
-    GroupExposureForm form = FormOf({"85.25", "0", "x", "90"});
+TEST(GroupExposure, AnEmptyTotalAndMissingKeysChangeNothing) {
+    GroupExposureForm form = FormOf({"90"});
     form.total_workers = "";
-    form.confidence = 3;
-    form.interval = 9;
     form.notes = std::string(600, 'n');
     GroupExposureState state;
     KeepForm(form, state);
-    const GroupExposureForm reopened = FormFromState(state);
-    EXPECT_EQ(reopened.levels_dba, (std::vector<std::string>{"85.3", " 0.0", " 0.0", "90.0"}));
-    EXPECT_EQ(reopened.total_workers, "10");  // an empty field changes nothing
-    EXPECT_EQ(reopened.confidence, 3);
-    EXPECT_EQ(reopened.interval, 9);
-    EXPECT_EQ(reopened.notes.size(), 512U);
-    form.total_workers = "24";
-    KeepForm(form, state);
-    EXPECT_EQ(state.total_workers, 24U);
-}
-
-TEST(GroupExposure, WhatAFileLacksStaysAsItWas) {
-    GroupExposureForm form = FormOf({"1"});
+    EXPECT_EQ(state.total_workers, 10U);
+    EXPECT_EQ(state.notes.size(), 512U);
     form.total_workers = "17";
     form.interval = 4;
     form.deviation_db = "prima";
-    EXPECT_FALSE(LoadForm(ProfileFile::Parse("[TONVALE]\nTipo=LEPD\nTOTLAV=9\n"), form));
     ASSERT_TRUE(LoadForm(ProfileFile::Parse("[TONVALE]\nTipo=LEG\nFIDUCIA=9\n"), form));
     EXPECT_EQ(form.total_workers + form.deviation_db, "17prima");
     EXPECT_EQ(form.interval + form.confidence, 4 + 9);
-    for (const auto& [stored, shown] :
-         {std::pair{"12.9", "12"}, {"-5", "0"}, {"99999999999", "4294967295"}}) {
+    for (const auto& [stored, shown] : {std::pair{"-5", "0"}, {"99999999999", "4294967295"}}) {
         LoadForm(ProfileFile::Parse("[TONVALE]\nTipo=LEG\nTOTLAV=" + std::string(stored)), form);
         EXPECT_EQ(form.total_workers, shown);
     }
 }
 
-TEST(GroupExposure, StoresFewerSamplesAndPrintsTheChosenConfidence) {
+TEST(GroupExposure, FewerSamplesLeaveNoneInTheFile) {
     GroupExposureForm form = FormOf({"85", "87", "89"});
     ProfileFile stored;
     StoreForm(form, stored);
@@ -232,14 +191,9 @@ TEST(GroupExposure, StoresFewerSamplesAndPrintsTheChosenConfidence) {
     StoreForm(form, stored);
     EXPECT_FALSE(stored.Find("LEQ", "3"));
     form.confidence = 2;
-    form.verdict = "esito";
-    const Printout printout = MakePrintout(form);
-    EXPECT_EQ(printout.document_name, printout.lines[0].left);
-    EXPECT_EQ(printout.lines[2].left, "Coefficiente di fiducia: 97.5%");
-    EXPECT_EQ(printout.lines.back().column, SecondColumn::kTwoThirds);
-    EXPECT_EQ(printout.closing_text, form.verdict);
-    EXPECT_THAT(Summary(form, ";"), ::testing::HasSubstr(";;97.5\r\n"));
+    EXPECT_EQ(MakePrintout(form).lines[2].left, "Coefficiente di fiducia: 97.5%");
 }
 
 }  // namespace
+
 }  // namespace tonvale

@@ -30,34 +30,21 @@ UncertaintyStudy ExampleStudy() {
     return study;
 }
 
-// What the samples give becomes the first period, what the periods give the first day.
-TEST(UncertaintyStudy, ChainsThreeResultsWithoutRetyping) {
+TEST(UncertaintyStudy, RemembersTheNewestFirstAndBeyondAFile) {
     UncertaintyStudy study = ExampleStudy();
-    LevelPage level_page = ShowLevelPage(study);
-    EXPECT_FALSE(Recompute(level_page, study));
-    EXPECT_EQ(Joined(level_page.results) + level_page.sampled_time, " 89.5|0.56|0.90    50");
+    study.level.level = {89.487, 0.5622, 0.9};
+    study.day.day = {87.1, 0.55, 0.89};
     EXPECT_EQ(RememberLevel(study).text, "I valori sono stati memorizzati");
-    const RememberedTexts level = TextsOf(study.remembered_levels.front());
-    DayPage day_page = ShowDayPage(study);
-    EXPECT_EQ(day_page.rows[0].level_dba + day_page.rows[0].level_error_db, "89.50.56");
-    day_page.rows[0].level_dba = level.level_dba;
-    day_page.rows[0].level_error_db = level.error_db;
-    Recompute(day_page, study);
-    EXPECT_EQ(Joined(day_page.results) + day_page.total_time, " 87.1|0.55|0.89   480");
     EXPECT_EQ(RememberDay(study).caption, "Operazione completata");
-    WeekPage week_page = ShowWeekPage(study);
-    EXPECT_EQ(week_page.rows[0].level_dba + week_page.rows[0].error_db, "87.10.55");
-    week_page.rows[0] = {TextsOf(study.remembered_days.front()).level_dba,
-                         TextsOf(study.remembered_days.front()).error_db};
-    Recompute(week_page, study);
-    EXPECT_EQ(Joined(week_page.results), " 86.7|0.27|0.75");
-
+    EXPECT_EQ(TextsOf(study.remembered_levels.front()).level_dba, " 89.5");
+    EXPECT_EQ(TextsOf(study.remembered_levels.front()).error_db, "0.56");
     study.level.level = {70, 1, 1};
     RememberLevel(study);
-    EXPECT_EQ(TextsOf(study.remembered_levels.front()).level_dba, " 70.0");  // newest first
+    EXPECT_EQ(TextsOf(study.remembered_levels.front()).level_dba, " 70.0");
     ASSERT_TRUE(LoadStudy(ProfileFile::Parse("[TONVALE]\nTipo=ERR\n"), study));
     EXPECT_EQ(study.remembered_levels.size() + study.remembered_days.size(), 3U);
     EXPECT_EQ(study.level.level.level_dba + study.day.total_time_s + study.week.level_dba, 0);
+    EXPECT_FALSE(study.is_sampled || study.goes_on_from_start);
 }
 
 TEST(UncertaintyStudy, PagesLeadWhereTheirChoicesSay) {
@@ -155,17 +142,6 @@ TEST(UncertaintyFile, RowsThatAreNoMoreGo) {
     EXPECT_TRUE(stored.Find("LEQ", "TIME_0"));
     EXPECT_FALSE(stored.Find("LEQ", "TIME_1"));
     EXPECT_FALSE(stored.Find("LEPD", "ITIME_0"));
-}
-
-TEST(UncertaintyFile, WhatAFileLacksIsZero) {
-    UncertaintyStudy study;
-    study.notes = "prima";
-    EXPECT_FALSE(LoadStudy(ProfileFile::Parse("[TONVALE]\nTipo=LEG\n"), study));
-    EXPECT_EQ(study.notes, "prima");
-    ASSERT_TRUE(LoadStudy(ProfileFile::Parse("[TONVALE]\nTipo=ERR\n"), study));
-    EXPECT_FALSE(study.is_sampled || study.goes_on_from_start);
-    EXPECT_EQ(study.instrument_error_db, 0);
-    EXPECT_THAT(study.notes, IsEmpty());
 }
 
 TEST(UncertaintyReport, IsCutAndHasItsNotes) {

@@ -397,7 +397,8 @@ TEST(Guide, TheAttenuationSpectrumIsWhatTheProgramComputes) {
                                    "examples/cuffia_leggera.spi"));
     const auto noises = TableRows(kHelpAttenuationSpectrum, "k");
     ASSERT_EQ(noises.size(), 9U);
-    for (const OctaveSpectrum& protection_db : {example, {30, 5, 30, 5, 30, 5, 30}}) {
+    for (const OctaveSpectrum& protection_db :
+         {example, {30, 5, 30, 5, 30, 5, 30}, {28.5, 25.0, 21.3, 18.8, 24.6, 30.2, 41.0}}) {
         ProtectorRatings expected;
         for (std::size_t k = 0; k < noises.size(); ++k) {
             OctaveSpectrum at_ear = SpectrumOf(noises[k]);
