@@ -23,18 +23,14 @@ namespace tonvale {
 
 class Wizard;
 
-// Rows that the tables of several wizards share.
-inline constexpr ControlTip kWizardOpenTip{CMD_FILE_OPEN, L"Carica i dati da un file"};
-inline constexpr ControlTip kWizardSaveTip{CMD_FILE_SAVE, L"Salva i dati nel file corrente"};
-inline constexpr ControlTip kWizardSaveAsTip{CMD_FILE_SAVE_AS,
-                                             L"Salva i dati in un file con un nuovo nome"};
-inline constexpr ControlTip kWizardPrintTip{IDC_WIZARD_PRINT,
-                                            L"Stampa il rapporto finale e le note"};
-inline constexpr ControlTip kWizardFileTip{IDC_WIZARD_FILE, kStatusBarTip.text};
-
-// The same together, for tables that are Joined.
-inline constexpr std::array<ControlTip, 5> kWizardFileTips{
-    {kWizardOpenTip, kWizardSaveTip, kWizardSaveAsTip, kWizardPrintTip, kWizardFileTip}};
+// What the tables of every page's description have for the data file, before the page's own rows.
+inline constexpr std::array<ControlTip, 5> kWizardFileTips{{
+    {CMD_FILE_OPEN, L"Carica i dati da un file"},
+    {CMD_FILE_SAVE, L"Salva i dati nel file corrente"},
+    {CMD_FILE_SAVE_AS, L"Salva i dati in un file con un nuovo nome"},
+    {IDC_WIZARD_PRINT, L"Stampa il rapporto finale e le note"},
+    {IDC_WIZARD_FILE, kStatusBarTip.text},
+}};
 inline constexpr std::array<ControlHelp, 5> kWizardFileHelp{{
     {CMD_FILE_OPEN, kHelpWizardFile},
     {CMD_FILE_SAVE, kHelpWizardFile},
@@ -123,6 +119,7 @@ class Wizard : protected DataFileClient {
     void AddPage(Arguments&&... arguments) {
         pages_.push_back(std::make_unique<Page>(std::forward<Arguments>(arguments)...));
     }
+    void AddPage(std::unique_ptr<WizardPage> page) { pages_.push_back(std::move(page)); }
     AppContext& app() const { return app_; }
     // nullptr before the first one has come to the front.
     WizardPage* page_in_front() const { return page_in_front_; }

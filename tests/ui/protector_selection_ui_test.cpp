@@ -1,4 +1,4 @@
-#include "protectors/protector_selection_wizard.h"
+#include "protectors/protector_selection_wizard_win.h"
 
 #include <gtest/gtest.h>
 

@@ -9,8 +9,9 @@
 #include "dialogs/dialog_win.h"
 #include "dialogs/handles_win.h"
 #include "protectors/attenuation_spectrum.h"
+#include "protectors/attenuation_spectrum_dialog.h"
 #include "protectors/noise_spectrum.h"
-#include "protectors/spectrum_dialog.h"
+#include "protectors/noise_spectrum_dialog.h"
 #include "tests/ui/calculator_fixture.h"
 
 namespace tonvale {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "exposure/uncertainty_study.h"
-#include "exposure/uncertainty_wizard.h"
+#include "exposure/uncertainty_wizard_win.h"
 #include "tests/ui/calculator_fixture.h"
 #include "tests/ui/live_dialog.h"
 

@@ -1,4 +1,4 @@
-#include "protectors/method_page_wizard.h"
+#include "protectors/method_page_win.h"
 
 #include <algorithm>
 #include <cstddef>
