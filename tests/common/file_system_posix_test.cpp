@@ -10,29 +10,18 @@
 #include <random>
 #include <thread>
 
-#include "common/file_system.h"
 #include "common/numbers.h"
 #include "common/profile_file.h"
-#include "tests/common/folder_test.h"
+#include "tests/common/file_system_fixture.h"
 
 namespace tonvale {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PosixFileSystemTest : public FolderTest {
+class PosixFileSystemTest : public FileSystemTest {
   protected:
     const std::string path_ = Path("a.lep");
-    FileSystem& files_ = SystemFiles();
-
-    FileError Write(const std::string& path, std::string_view bytes) {
-        return WriteFileSafely(files_, path, bytes);
-    }
-    std::string Read(const std::string& path) {
-        std::string bytes;
-        EXPECT_EQ(files_.Read(path, bytes), FileError::kNone) << path;
-        return bytes;
-    }
 };
 
 // Long enough that a write in place would be caught in the middle.

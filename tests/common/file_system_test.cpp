@@ -10,27 +10,13 @@
 #include "common/file_kinds.h"
 #include "common/profile_file.h"
 #include "tests/common/faulty_file_system.h"
-#include "tests/common/folder_test.h"
+#include "tests/common/file_system_fixture.h"
 
 namespace tonvale {
 namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-
-class FileSystemTest : public FolderTest {
-  protected:
-    FileSystem& files_ = SystemFiles();
-
-    std::string Read(const std::string& path) {
-        std::string bytes;
-        EXPECT_EQ(files_.Read(path, bytes), FileError::kNone) << path;
-        return bytes;
-    }
-    FileError Write(const std::string& path, std::string_view bytes) {
-        return WriteFileSafely(files_, path, bytes);
-    }
-};
 
 TEST_F(FileSystemTest, WritesAndReadsBackAnyBytesUnderAnyName) {
     std::string bytes;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+
 #include "tests/common/fake_printer.h"
 
 namespace tonvale {
@@ -24,32 +27,24 @@ TEST(PrinterFontHeight, IsTheDefaultFontsInWholePointsInDeviceUnits) {
 
 // The places of the lines, and where a page ends, are looked at in the real printouts.
 TEST(PrintPages, PutsNotesBelowTheLinesOrOnAPageOfTheirOwn) {
-    Printout printout =
-        PrintoutOfLines(105);  // the last line is 106, the notes start at 109 of 110
-    printout.notes = "nota";
-    FakePrinter fits;
-    PrintPages(fits, printout);
-    ASSERT_EQ(fits.pages.size(), 1U);
-    EXPECT_EQ(fits.pages[0].back().rect, (Rect{0, 109 * 60, 4000, 6600}));
-
-    printout = PrintoutOfLines(106);
-    printout.notes = "nota";
-    FakePrinter overflows;
-    PrintPages(overflows, printout);
-    ASSERT_EQ(overflows.pages.size(), 2U);
-    ASSERT_EQ(overflows.pages[1].size(), 1U);
-    EXPECT_EQ(overflows.pages[1][0].rect, (Rect{0, 0, 4000, 6600}));
+    // The last of 105 lines is in row 106, and notes start in row 109 of 110.
+    for (const auto& [line_count, page_count] : {std::pair{105, 1U}, {106, 2U}}) {
+        Printout printout = PrintoutOfLines(line_count);
+        printout.notes = "nota";
+        FakePrinter printer;
+        PrintPages(printer, printout);
+        ASSERT_EQ(printer.pages.size(), page_count);
+        EXPECT_EQ(printer.pages.back().back().rect,
+                  (Rect{0, page_count == 1 ? 109 * 60 : 0, 4000, 6600}));
+    }
 }
 
 TEST(PrintPages, EndsAtAPageBreakThatFails) {
     FakePrinter printer;
     printer.fail_at_page = 2;
-    Printout printout = PrintoutOfLines(150);
-    printout.notes = "nota";
-    PrintPages(printer, printout);
+    PrintPages(printer, PrintoutOfLines(150));
     EXPECT_EQ(printer.pages.size(), 1U);
-    EXPECT_FALSE(printer.aborted);
-    EXPECT_TRUE(printer.ended);
+    EXPECT_TRUE(printer.ended && !printer.aborted);
 }
 
 TEST(PrintWithFrame, DrawsThePageAndItsNotesInTheBottomSixteenth) {

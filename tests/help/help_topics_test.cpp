@@ -3,18 +3,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <set>
-#include <sstream>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "calc/assessment_table.h"
 #include "common/numbers.h"
 #include "common/profile_file.h"
 #include "common/text.h"
@@ -22,7 +21,7 @@
 #include "exposure/group_exposure.h"
 #include "exposure/student_t.h"
 #include "exposure/uncertainty_file.h"
-#include "exposure/uncertainty_study.h"
+#include "exposure/uncertainty_report.h"
 #include "exposure/weekly_exposure.h"
 #include "hearing/audiogram_damage.h"
 #include "hearing/damage_evolution.h"
@@ -47,13 +46,9 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 
 std::string ReadSource(const std::string& path) {
-    const char* examples = std::getenv("TONVALE_EXAMPLES");
-    std::ifstream stream(std::string(examples ? examples : "examples") + "/../" + path,
-                         std::ios::binary);
-    if (!stream) throw std::runtime_error("cannot read " + path);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
+    std::string bytes = ExampleBytes("../" + path);
+    EXPECT_NE(bytes, "") << path;
+    return bytes;
 }
 
 const HelpBook& Guide() {
@@ -288,9 +283,11 @@ TEST(Guide, AControlsNumberShowsThatControl) {
     }
 }
 
+using Rows = std::vector<std::vector<std::string>>;
+
 // The rows below a table's header in the topic, found by the header's first cell.
-std::vector<std::vector<std::string>> TableRows(unsigned long context, std::string_view header) {
-    std::vector<std::vector<std::string>> rows;
+Rows TableRows(unsigned long context, std::string_view header) {
+    Rows rows;
     bool inside = false;
     for (const HelpBlock& block : Guide().topics()[Guide().Find(context)->topic].blocks) {
         std::vector<std::string> cells;
@@ -304,67 +301,72 @@ std::vector<std::vector<std::string>> TableRows(unsigned long context, std::stri
     return rows;
 }
 
-TEST(Guide, TheDailyExampleIsWhatTheProgramComputes) {
-    DailyExposureForm form;
-    form.time_unit = 1;
-    for (const auto& row : TableRows(kHelpDailyExposure, "Lavorazione")) {
-        form.items.push_back({row.at(1), row.at(2)});
+// Expects the rows of such a table: "*" stands for any text, and more cells may follow.
+void ExpectTable(unsigned long context, std::string_view header, Rows expected) {
+    const Rows rows = TableRows(context, header);
+    for (std::size_t i = 0; i < std::min(rows.size(), expected.size()); ++i) {
+        for (std::size_t k = 0; k < rows[i].size(); ++k) {
+            if (k >= expected[i].size()) expected[i].push_back(rows[i][k]);
+            if (expected[i][k] == "*") expected[i][k] = rows[i][k];
+        }
     }
-    ASSERT_EQ(form.items.size(), 4U);
-    DailyExposureState state;
-    ASSERT_FALSE(Recompute(form, state));
-    const auto results = TableRows(kHelpDailyExposure, "Risultato");
-    ASSERT_EQ(results.size(), 3U);
-    EXPECT_EQ(results[0][1], TrimBlanks(form.equivalent_level_dba));
-    EXPECT_EQ(results[1][1], TrimBlanks(form.total_time));
-    EXPECT_EQ(results[2][1], TrimBlanks(form.daily_level_dba));
-
-    // The data file of the examples holds the same day.
-    DailyExposureForm stored;
-    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/giornata.lep")), stored));
-    form.notes = stored.notes;
-    EXPECT_EQ(Summary(stored, ";"), Summary(form, ";"));
+    EXPECT_EQ(rows, expected) << context << " " << header;
 }
 
-TEST(Guide, TheWeeklyExampleIsWhatTheProgramComputes) {
-    const auto days = TableRows(kHelpWeeklyExposure, "Giorno");
-    ASSERT_EQ(days.size(), kWeekDays);
-    WeeklyExposureForm form;
-    for (std::size_t day = 0; day < kWeekDays; ++day) {
-        EXPECT_EQ(days[day].at(0), kDayNames[day]);
-        form.levels_dba[day] = days[day].at(1);
+// The example of a topic is a data file of the examples: what the program computes of it stands in
+// the guide's table of results.
+void ExpectResults(unsigned long context, const std::string& example) {
+    const ProfileFile file = ProfileFile::Parse(ExampleBytes(example));
+    Rows expected;
+    for (const AssessedResult& result : AssessedKindOf(file)->assess(file).results) {
+        expected.push_back({"*", std::string(TrimBlanks(result.shown))});
     }
-    WeeklyExposureState state;
-    Recompute(form, state);
-    const auto results = TableRows(kHelpWeeklyExposure, "Risultato");
-    ASSERT_EQ(results.size(), 1U);
-    EXPECT_EQ(results[0].at(1), form.weekly_level_dba);
-
-    // The data file of the examples holds the same week.
-    WeeklyExposureForm stored;
-    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/settimana.lew")), stored));
-    EXPECT_EQ(stored.levels_dba, form.levels_dba);
-    EXPECT_EQ(stored.weekly_level_dba, form.weekly_level_dba);
+    ExpectTable(context, "Risultato", expected);
 }
 
-// The form that the example's row of bands gives, computed; the data file of the examples shows the
-// same, and so does the guide's table of results.
-SpectrumForm SpectrumExample(const SpectrumKind& kind, unsigned long context,
-                             std::string_view table, const std::string& file) {
-    const auto bands = TableRows(context, table);
-    SpectrumForm form(kind);
-    for (std::size_t i = 0; i < kOctaveBandCount; ++i) form.bands[i] = bands.at(0).at(i + 1);
-    Recompute(form);
-    SpectrumForm stored(kind);
-    EXPECT_TRUE(LoadForm(ProfileFile::Parse(ReadSource(file)), stored));
-    EXPECT_EQ(stored.bands, form.bands);
-    EXPECT_EQ(stored.results, form.results);
-    const auto results = TableRows(context, "Risultato");
-    EXPECT_EQ(results.size(), kind.results.size());
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        EXPECT_EQ(results[i].at(1), TrimBlanks(form.results[i]));
-    }
+template <typename Form>
+Form LoadedExample(const std::string& example, Form form = {}) {
+    EXPECT_TRUE(LoadForm(ProfileFile::Parse(ExampleBytes(example)), form));
     return form;
+}
+
+TEST(Guide, TheExposureExamplesAreWhatTheProgramComputes) {
+    ExpectResults(kHelpDailyExposure, "giornata.lep");
+    ExpectResults(kHelpWeeklyExposure, "settimana.lew");
+    ExpectResults(kHelpGroupExposure, "carpenteria.leg");
+    Rows works, days, workers;
+    for (const ExposureItem& item : LoadedExample<DailyExposureForm>("giornata.lep").items) {
+        works.push_back({"*", item.level_dba, item.duration});
+    }
+    ExpectTable(kHelpDailyExposure, "Lavorazione", works);
+    const auto week = LoadedExample<WeeklyExposureForm>("settimana.lew");
+    for (std::size_t i = 0; i < kWeekDays; ++i)
+        days.push_back({std::string(kDayNames[i]), week.levels_dba[i]});
+    ExpectTable(kHelpWeeklyExposure, "Giorno", days);
+    for (const std::string& level :
+         LoadedExample<GroupExposureForm>("carpenteria.leg").levels_dba) {
+        workers.push_back({"*", level});
+    }
+    ExpectTable(kHelpGroupExposure, "Lavoratore", workers);
+    EXPECT_EQ(RequiredSamples(24, 1.34, 1, 1), 4U);
+    Rows quantiles = TableRows(kHelpGroupExposure, "Gradi di libertà");
+    for (auto& row : quantiles) {
+        const auto degrees = static_cast<std::uint32_t>(ParseInteger(row.at(0)));
+        row.resize(1);
+        for (int column = 0; column < 4; ++column) {
+            row.push_back(FormatFixed(StudentQuantile(degrees, column), 0, 3));
+        }
+    }
+    ExpectTable(kHelpGroupExposure, "Gradi di libertà", quantiles);
+}
+
+// A row of a table with one cell a band.
+std::vector<std::string> BandRow(const std::string& name, const OctaveSpectrum& levels_db) {
+    std::vector<std::string> cells{name};
+    for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
+        cells.push_back(FormatFixed(levels_db[i], 0, 1));
+    }
+    return cells;
 }
 
 OctaveSpectrum SpectrumOf(const std::vector<std::string>& cells) {
@@ -374,27 +376,27 @@ OctaveSpectrum SpectrumOf(const std::vector<std::string>& cells) {
 }
 
 TEST(Guide, TheNoiseSpectrumIsWhatTheProgramComputes) {
-    const SpectrumForm form = SpectrumExample(NoiseSpectrumKind(), kHelpNoiseSpectrum, "Livello",
-                                              "examples/sega_circolare.spr");
-    const auto weightings = TableRows(kHelpNoiseSpectrum, "Hz");
-    const auto levels = TableRows(kHelpNoiseSpectrum, "Livello");
-    ASSERT_EQ(weightings.size() + 1, levels.size());
-    for (std::size_t row = 0; row < weightings.size(); ++row) {
-        const OctaveSpectrum corrections_db = SpectrumOf(weightings[row]);
-        for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
-            EXPECT_EQ(corrections_db[i],
-                      row == 0 ? kOctaveBands[i].a_weighting_db : kOctaveBands[i].c_weighting_db);
-            EXPECT_EQ(levels[row + 1].at(i + 1),
-                      FormatFixed(BandLevels(form)[i] + corrections_db[i], 0, 1));
-        }
+    ExpectResults(kHelpNoiseSpectrum, "sega_circolare.spr");
+    const OctaveSpectrum noise_db =
+        BandLevels(LoadedExample("sega_circolare.spr", SpectrumForm(NoiseSpectrumKind())));
+    OctaveSpectrum a_db, c_db, a_weighted, c_weighted;
+    for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
+        a_db[i] = kOctaveBands[i].a_weighting_db;
+        c_db[i] = kOctaveBands[i].c_weighting_db;
+        a_weighted[i] = noise_db[i] + a_db[i];
+        c_weighted[i] = noise_db[i] + c_db[i];
     }
+    ExpectTable(kHelpNoiseSpectrum, "Hz", {BandRow("A", a_db), BandRow("C", c_db)});
+    ExpectTable(kHelpNoiseSpectrum, "Livello",
+                {BandRow("*", noise_db), BandRow("*", a_weighted), BandRow("*", c_weighted)});
 }
 
 // The reference noises of the guide's table, put into its formulas, give the program's ratings.
 TEST(Guide, TheAttenuationSpectrumIsWhatTheProgramComputes) {
+    ExpectResults(kHelpAttenuationSpectrum, "cuffia_leggera.spi");
     const OctaveSpectrum example =
-        BandLevels(SpectrumExample(AttenuationSpectrumKind(), kHelpAttenuationSpectrum, "Cuffia",
-                                   "examples/cuffia_leggera.spi"));
+        BandLevels(LoadedExample("cuffia_leggera.spi", SpectrumForm(AttenuationSpectrumKind())));
+    ExpectTable(kHelpAttenuationSpectrum, "Cuffia", {BandRow("*", example)});
     const auto noises = TableRows(kHelpAttenuationSpectrum, "k");
     ASSERT_EQ(noises.size(), 9U);
     for (const OctaveSpectrum& protection_db :
@@ -418,92 +420,38 @@ TEST(Guide, TheAttenuationSpectrumIsWhatTheProgramComputes) {
     }
 }
 
-TEST(Guide, TheGroupExampleIsWhatTheProgramComputes) {
-    for (const auto& row : TableRows(kHelpGroupExposure, "Gradi di libertà")) {
-        const auto degrees = static_cast<std::uint32_t>(ParseInteger(row.at(0)));
-        for (int column = 0; column < 4; ++column) {
-            EXPECT_EQ(row.at(static_cast<std::size_t>(column) + 1),
-                      FormatFixed(StudentQuantile(degrees, column), 0, 3));
-        }
-    }
-    GroupExposureForm form;
-    form.total_workers = "24";
-    form.interval = 0;
-    for (const auto& row : TableRows(kHelpGroupExposure, "Lavoratore")) {
-        form.levels_dba.push_back(row.at(1));
-    }
-    ASSERT_EQ(form.levels_dba.size(), 6U);
-    GroupExposureState state;
-    ASSERT_FALSE(Recompute(form, state));
-    const auto results = TableRows(kHelpGroupExposure, "Risultato");
-    ASSERT_EQ(results.size(), 3U);
-    EXPECT_EQ(results[0].at(1), form.sample_count);
-    EXPECT_EQ(results[1].at(1), form.mean_level_dba);
-    EXPECT_EQ(results[2].at(1), TrimBlanks(form.deviation_db));
-    EXPECT_EQ(RequiredSamples(24, 1.34, 1, 1), 4U);
-
-    // The data file of the examples holds the same group.
-    GroupExposureForm stored;
-    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/carpenteria.leg")), stored));
-    ASSERT_FALSE(Recompute(stored, state));
-    form.notes = stored.notes;
-    EXPECT_EQ(Summary(stored, ";"), Summary(form, ";"));
-}
-
-// Level, environmental and total error as the guide's table has them after the result's name.
-std::vector<std::string> ResultRow(const std::string& name, const LevelTexts& texts) {
-    return {name, std::string(TrimBlanks(texts.level_dba)), texts.environmental_error_db,
-            texts.total_error_db};
-}
-
 TEST(Guide, TheUncertaintyExampleIsWhatTheProgramComputes) {
+    const Assessment assessment =
+        AssessUncertainty(ProfileFile::Parse(ExampleBytes("stampaggio.err")));
+    std::map<std::string, std::string> shown;
+    for (const AssessedResult& result : assessment.results) {
+        shown[std::string(result.key)] = TrimBlanks(result.shown);
+    }
+    Rows results, samples, periods, days;
+    for (const std::string key : {"LEQ", "LEPD", "LEPW"}) {
+        results.push_back({"*", shown[key], shown[key + "_U"], shown[key + "_UTOT"]});
+    }
+    ExpectTable(kHelpUncertainty, "Risultato", results);
     UncertaintyStudy study;
-    study.time_unit = 1;
-    study.corrects_time = true;
-    study.represented_time = 240;
-    study.goes_on_from_level = true;
-    study.goes_on_from_day = true;
-    const auto results = TableRows(kHelpUncertainty, "Risultato");
-    ASSERT_EQ(results.size(), 3U);
-
-    LevelPage level = ShowLevelPage(study);
-    for (const auto& row : TableRows(kHelpUncertainty, "Campione")) {
-        level.rows.push_back({row.at(1), row.at(2)});
+    ASSERT_TRUE(LoadStudy(ProfileFile::Parse(ExampleBytes("stampaggio.err")), study));
+    const auto fixed = [](double value, int decimals) { return FormatFixed(value, 0, decimals); };
+    for (const SampledLevel& sample : study.samples) {
+        samples.push_back({"*", fixed(sample.level_dba, 1), fixed(sample.time, 0)});
     }
-    EXPECT_FALSE(Recompute(level, study));
-    EXPECT_EQ(results[0], ResultRow("Livello equivalente", level.results));
-
-    DayPage day = ShowDayPage(study);
-    for (const auto& row : TableRows(kHelpUncertainty, "Periodo")) {
-        day.rows.push_back({row.at(1), row.at(2), row.at(3), row.at(4)});
+    for (const UncertainPeriod& period : study.periods) {
+        periods.push_back({"*", fixed(period.level_dba, 1), fixed(period.duration, 0),
+                           fixed(period.level_error_db, 2), fixed(period.duration_error, 0)});
     }
-    // The first period is the level of the samples, by way of the memory.
-    RememberLevel(study);
-    const RememberedTexts remembered = TextsOf(study.remembered_levels.front());
-    EXPECT_EQ(TrimBlanks(remembered.level_dba), day.rows.at(0).level_dba);
-    EXPECT_EQ(remembered.error_db, day.rows[0].level_error_db);
-    Recompute(day, study);
-    EXPECT_EQ(results[1], ResultRow("Lep,d", day.results));
-
-    WeekPage week = ShowWeekPage(study);
-    const auto days = TableRows(kHelpUncertainty, "Giorno");
-    ASSERT_EQ(days.size(), kWeekDays);
     for (std::size_t i = 0; i < kWeekDays; ++i) {
-        EXPECT_EQ(days[i].at(0), kDayNames[i]);
-        week.rows[i] = {days[i].at(1), days[i].at(2)};
+        days.push_back({std::string(kDayNames[i]), fixed(study.days.at(i).level_dba, 1),
+                        fixed(study.days[i].error_db, 2)});
     }
-    EXPECT_EQ(week.rows[0].level_dba, results[1].at(1));
-    EXPECT_EQ(week.rows[0].error_db, results[1].at(2));
-    Recompute(week, study);
-    EXPECT_EQ(results[2], ResultRow("Lep,w", week.results));
-
-    // The data file of the examples holds the same study.
-    UncertaintyStudy stored;
-    ASSERT_TRUE(LoadStudy(ProfileFile::Parse(ReadSource("examples/stampaggio.err")), stored));
-    study.notes = stored.notes;
-    ProfileFile written;
-    StoreStudy(study, written);
-    EXPECT_EQ(written.Serialize(), ReadSource("examples/stampaggio.err"));
+    // The first period is the level of the samples, the first day that of the periods.
+    EXPECT_EQ(periods.at(0)[1] + periods[0][3], results[0][1] + results[0][2]);
+    EXPECT_EQ(days[0][1] + days[0][2], results[1][1] + results[1][2]);
+    ExpectTable(kHelpUncertainty, "Campione", samples);
+    ExpectTable(kHelpUncertainty, "Periodo", periods);
+    ExpectTable(kHelpUncertainty, "Giorno", days);
 }
 
 std::string Shown(double value) {
@@ -528,55 +476,42 @@ TEST(Guide, TheHearingExamplesAreWhatTheProgramComputes) {
     noise.person.level_dba = 95;
     LossPrediction age;
     age.quantity = QuantityKind::kHtla;
-    const std::pair<unsigned long, LossPrediction> examples[] = {
-        {kHelpNipts, noise}, {kHelpHtla, age}, {kHelpHtlan, LossPrediction()}};
-    for (const auto& [context, state] : examples) {
-        const auto rows = TableRows(context, "q (%)");
-        ASSERT_EQ(rows.size(), 1U) << context;
-        EXPECT_EQ(rows[0], TenPercentRow(state)) << context;
-    }
-
-    const auto rows = TableRows(kHelpPredictions, "Anni");
-    ASSERT_EQ(rows.size(), 4U);
-    for (const auto& row : rows) {
-        const double levels[] = {88, 90, 94, 100};
-        for (std::size_t i = 0; i < 4; ++i) {
-            const double loss = ComparedLoss({}, ParseNumber(row.at(0)), levels[i]);
-            EXPECT_EQ(row.at(i + 1), Shown(loss)) << row.at(0);
+    ExpectTable(kHelpNipts, "q (%)", {TenPercentRow(noise)});
+    ExpectTable(kHelpHtla, "q (%)", {TenPercentRow(age)});
+    ExpectTable(kHelpHtlan, "q (%)", {TenPercentRow(LossPrediction())});
+    Rows losses;
+    for (const double years : {2, 10, 20, 40}) {
+        losses.push_back({FormatFixed(years, 0, 0)});
+        for (const double level_dba : {88, 90, 94, 100}) {
+            losses.back().push_back(Shown(ComparedLoss({}, years, level_dba)));
         }
     }
+    ExpectTable(kHelpPredictions, "Anni", losses);
 }
 
 TEST(Guide, TheDamageExamplesAreWhatTheProgramComputes) {
-    const auto risks = TableRows(kHelpRisk, "Criterio");
-    const auto criteria = TableRows(kHelpRisk, "N.");
-    ASSERT_EQ(risks.size(), DamageCriteria().size());
-    ASSERT_EQ(criteria.size(), DamageCriteria().size());
-    for (std::size_t i = 0; i < risks.size(); ++i) {
-        const DamageCriterionInfo& info = DamageCriteria()[i];
+    Rows risks, criteria, damages;
+    for (const DamageCriterionInfo& info : DamageCriteria()) {
         const RiskShares shares = ComputeRisk({.criterion = info.code});
         const auto text = [](double share) { return std::string(TrimBlanks(ShareText(share))); };
-        EXPECT_EQ(criteria[i].at(0), FormatInteger(static_cast<long long>(i) + 1));
-        EXPECT_EQ(criteria[i].at(1), info.list_text);
-        EXPECT_THAT(risks[i], ElementsAre(criteria[i].at(0), text(shares.unexposed),
-                                          text(shares.exposed), text(shares.risk)));
+        const std::string number = FormatInteger(static_cast<long long>(criteria.size()) + 1);
+        criteria.push_back({number, std::string(info.list_text)});
+        risks.push_back({number, text(shares.unexposed), text(shares.exposed), text(shares.risk)});
     }
-
-    const auto evolution = ComputeRows(DamageEvolution());
-    const auto damages = TableRows(kHelpEvolution, "Anni");
-    ASSERT_EQ(damages.size(), 4U);
-    for (const auto& row : damages) {
-        const auto& values = evolution.at(static_cast<std::size_t>(ParseInteger(row[0])) / 2 - 1);
-        for (std::size_t i = 0; i < values.damages_percent.size(); ++i) {
-            EXPECT_EQ(row.at(i + 1), Shown(values.damages_percent.at(i))) << row[0];
-        }
+    ExpectTable(kHelpRisk, "N.", criteria);
+    ExpectTable(kHelpRisk, "Criterio", risks);
+    for (const DamageEvolutionRow& row : ComputeRows(DamageEvolution())) {
+        if (std::fmod(row.years, 10) != 0) continue;
+        damages.push_back({FormatFixed(row.years, 0, 0)});
+        for (const double damage : row.damages_percent) damages.back().push_back(Shown(damage));
     }
+    ExpectTable(kHelpEvolution, "Anni", damages);
 }
 
 // The column of a printed table: every row's contribution, five decibels from row to row, from no
 // damage to the most there is.
-void ExpectContributions(const std::vector<std::vector<std::string>>& rows, std::size_t column,
-                         int frequency_hz, DamageTable table) {
+void ExpectContributions(const Rows& rows, std::size_t column, int frequency_hz,
+                         DamageTable table) {
     constexpr double kAboveEveryRowDb = 1000;
     ASSERT_FALSE(rows.empty());
     double threshold_db = ParseNumber(rows.front().at(0));
@@ -621,8 +556,7 @@ constexpr std::pair<std::string_view, CheckField> kNamedFields[] = {
     {"M", CheckField::kM},       {"L", CheckField::kL},       {"SNR", CheckField::kSnr}};
 
 // The rows that a method's example ends with, computed from those before it.
-std::vector<std::vector<std::string>> ExampleResult(const CheckMethodInfo& method,
-                                                    MethodPageForm& form) {
+Rows ExampleResult(const CheckMethodInfo& method, MethodPageForm& form) {
     SelectionState state;
     EXPECT_FALSE(RunMethod(method, form, state).refusal) << method.name;
     std::string label(RatingLabel(
@@ -634,9 +568,8 @@ std::vector<std::vector<std::string>> ExampleResult(const CheckMethodInfo& metho
 TEST(Guide, TheProtectorExamplesAreWhatTheProgramComputes) {
     // The data files of the examples hold the same noise and the same protector.
     MethodPageForm form;
-    ASSERT_TRUE(ImportNoise(ProfileFile::Parse(ReadSource("examples/sega_circolare.spr")), form));
-    ASSERT_TRUE(
-        ImportProtector(ProfileFile::Parse(ReadSource("examples/cuffia_leggera.spi")), form));
+    ASSERT_TRUE(ImportNoise(ProfileFile::Parse(ExampleBytes("sega_circolare.spr")), form));
+    ASSERT_TRUE(ImportProtector(ProfileFile::Parse(ExampleBytes("cuffia_leggera.spi")), form));
     constexpr std::pair<CheckMethod, unsigned long> kTopics[] = {
         {CheckMethod::kOctaveBand, kHelpSelectionOctaveBandMethod},
         {CheckMethod::kHml, kHelpSelectionHmlMethod},
@@ -717,11 +650,9 @@ TEST(Guide, TheAudiogramsAreEvaluatedAsTheProgramDoes) {
                  DamageTable::kOld);
 
     // The data file of the examples holds the same audiogram.
-    AudiogramDamageForm stored;
-    ASSERT_TRUE(LoadForm(ProfileFile::Parse(ReadSource("examples/audiometria.ilg")), stored));
-    EXPECT_EQ(AudiogramOf(stored).left_db, presser.left_db);
-    EXPECT_EQ(AudiogramOf(stored).right_db, presser.right_db);
-    EXPECT_EQ(TrimBlanks(stored.damage_percent), rows[2].at(3));
+    const auto example = LoadedExample<AudiogramDamageForm>("audiometria.ilg");
+    EXPECT_EQ(AudiogramOf(example).left_db, presser.left_db);
+    EXPECT_EQ(AudiogramOf(example).right_db, presser.right_db);
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ namespace tonvale {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(RoundHalvesUp, GoesUpFromHalvesAboveZeroAndTruncatesBelow) {
     const std::vector<double> rounded{-3, -2, -2, -1, -1, 0, 0, 1, 1, 2, 2, 3, 3};
@@ -98,23 +97,6 @@ TEST(ProtectorCheck, AnInputOfZeroIsNotGiven) {
     for (const int none : {-1, 0, 6, 99}) EXPECT_EQ(FindCheckMethod(none), nullptr);
 }
 
-TEST(ProtectorCheck, TheInformationTellsWhichMethodsThereAre) {
-    const auto available = [](const NoiseInformation& information) {
-        std::string names;
-        for (const CheckMethodInfo& method : CheckMethods()) {
-            if (!IsAvailable(method.method, information)) continue;
-            names += std::string(method.name) + " ";
-        }
-        return names;
-    };
-    EXPECT_EQ(available({}), "");
-    EXPECT_EQ(available({.has_laeq = true}), "snr-corretto hml-controllo ");
-    EXPECT_EQ(available({.has_lceq = true}), "snr ");
-    EXPECT_EQ(available({.has_lceq = true, .has_laeq = true}),
-              "snr-corretto snr hml-controllo hml ");
-    EXPECT_EQ(available({.has_spectrum = true}), "snr-corretto snr hml-controllo hml ottava ");
-}
-
 TEST(ProtectorCheck, RatesTheLevelAgainstTheActionLevel) {
     for (const double action : kActionLevels) {
         const auto label = [&](double below) {
@@ -141,8 +123,6 @@ TEST(ProtectorCheck, TheAnswersTellTheKinds) {
     EXPECT_THAT(RecommendedKinds(false, true), ElementsAre(true, false, true, false));
     EXPECT_THAT(RecommendedKinds(false, false), ElementsAre(true, false, true, true));
 }
-
-// --- Ranking -------------------------------------------------------------------------------------
 
 PerCheckField<double> ProtectorOf(double h, double m, double l, double snr) {
     PerCheckField<double> values;
@@ -176,28 +156,6 @@ TEST(ProtectorRanking, PutsTheBestFirst) {
     EXPECT_EQ(MostExactMethod({.has_lceq = true}), CheckMethod::kSnr);
     EXPECT_EQ(MostExactMethod({.has_lceq = true, .has_laeq = true}), CheckMethod::kHml);
     EXPECT_EQ(MostExactMethod({.has_spectrum = true}), CheckMethod::kOctaveBand);
-}
-
-TEST(ProtectorRanking, WarnsOfWhatDoesNotFitTogether) {
-    RankingTask task;
-    task.noise.values[CheckField::kLaeq] = 100;
-    task.noise.values[CheckField::kLceq] = 105;
-    EXPECT_FALSE(IsClassL(task.noise));
-    task.noise.values[CheckField::kLceq] = 105.1;
-    EXPECT_TRUE(IsClassL(task.noise));
-    // Undecided HML check; corrected SNR 83 (acceptable), SNR 81: neighbours do not disagree.
-    const auto undecided = CheckForRanking(task, "a", ProtectorOf(20, 10, 12, 24));
-    EXPECT_THAT(undecided.warnings,
-                ElementsAre("hml-controllo: Ottenere maggiori informazioni sul rumore ed usare uno "
-                            "degli altri metodi proposti"));
-    EXPECT_FALSE(undecided.levels[2]);
-    EXPECT_FALSE(undecided.levels[4]);  // no spectrum
-    task.noise.is_class_l = true;
-    EXPECT_THAT(CheckForRanking(task, "b", ProtectorOf(0, 0, 0, 30)).warnings, IsEmpty());
-    EXPECT_THAT(
-        CheckForRanking(task, "c", ProtectorOf(32, 31, 30, 28)).warnings,
-        ElementsAre("i metodi discordano: snr-corretto 79.0 dBA (BUONA), hml-controllo 70.0 "
-                    "dBA (TROPPO ALTA)"));
 }
 
 }  // namespace
