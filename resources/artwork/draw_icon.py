@@ -112,21 +112,26 @@ def png_entry(surface):
     return out.getvalue()
 
 
-def main():
-    entries = []
-    for size in SIZES:
-        surface = draw(size)
-        if len(sys.argv) > 1:
-            surface.write_to_png(str(pathlib.Path(sys.argv[1]) / f"icon-{size}.png"))
-        entries.append((size, png_entry(surface) if size > 64 else bitmap_entry(surface)))
+def write_icon(path, surfaces):
+    """Writes an icon file of square surfaces, the smallest first."""
+    entries = [(surface.get_width(),
+                png_entry(surface) if surface.get_width() > 48 else bitmap_entry(surface))
+               for surface in surfaces]
     directory = struct.pack("<HHH", 0, 1, len(entries))
     offset = len(directory) + 16 * len(entries)
     for size, data in entries:
         directory += struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data),
                                  offset)
         offset += len(data)
-    icon = pathlib.Path(__file__).resolve().parent.parent / "tonvale.ico"
-    icon.write_bytes(directory + b"".join(data for _, data in entries))
+    path.write_bytes(directory + b"".join(data for _, data in entries))
+
+
+def main():
+    surfaces = [draw(size) for size in SIZES]
+    if len(sys.argv) > 1:
+        for size, surface in zip(SIZES, surfaces):
+            surface.write_to_png(str(pathlib.Path(sys.argv[1]) / f"icon-{size}.png"))
+    write_icon(pathlib.Path(__file__).resolve().parent.parent / "tonvale.ico", surfaces)
 
 
 if __name__ == "__main__":
