@@ -89,6 +89,8 @@ windows_tests() {
         cat "$ROOT/build/logs/windows-$shard.log"
         tally "$RESULTS/windows-$shard"
     done
+    check "executables" "$ROOT/scripts/check-executables.sh" "$WINDOWS/app/tonvale.exe" \
+        "$WINDOWS/calc/tonvale-calc.exe"
     check "printed reports" "$ROOT/tests/print/check_print.sh" "$TONVALE_PRINT_DIR"
     # Where there is such a program.
     if command -v soffice >/dev/null; then
@@ -134,6 +136,7 @@ prepare() {
 
 # Builds count as tests only when they fail.
 run_everything() {
+    check "version" "$ROOT/scripts/check-version.sh"
     if build linux-asan; then
         native_tests
         fuzzers

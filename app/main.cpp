@@ -25,5 +25,7 @@ std::string FileArgument() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+    // A library that lies beside the program or in the current folder is none of the system's.
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     return tonvale::RunApplication(instance, FileArgument(), show);
 }

@@ -7,6 +7,7 @@
 #include "calc/data_files.h"
 #include "calc/hearing_commands.h"
 #include "calc/ranking_command.h"
+#include "generated/version.h"
 
 namespace tonvale {
 
@@ -76,6 +77,8 @@ constexpr std::string_view kHelp =
     "\"rows\":\n"
     "      [{\"years\", \"values\": i quattro danni in %, \"shown\": gli stessi come "
     "mostrati}]}.\n"
+    "  tonvale-calc --version\n"
+    "      Mostra la versione.\n"
     "  tonvale-calc --help\n"
     "      Mostra questo testo.\n"
     "\n"
@@ -105,6 +108,10 @@ int RunCompanion(const std::vector<std::string>& arguments, FileSystem& files, C
     const auto options_end = std::find(arguments.begin(), arguments.end(), "--");
     if (std::find(arguments.begin(), options_end, "--help") != options_end) {
         console.Write(kHelp);
+        return kExitSuccess;
+    }
+    if (arguments.size() == 1 && arguments.front() == "--version") {
+        console.Write("tonvale-calc " TONVALE_VERSION "\n");
         return kExitSuccess;
     }
     if (arguments.empty()) {

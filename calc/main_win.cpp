@@ -11,6 +11,8 @@
 #include "common/unicode_win.h"
 
 int wmain(int argc, wchar_t** argv) {
+    // A library that lies beside the program or in the current folder is none of the system's.
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     // The same bytes as on every other system: UTF-8, lines ended by LF.
     SetConsoleOutputCP(CP_UTF8);
     _setmode(_fileno(stdout), _O_BINARY);

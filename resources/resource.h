@@ -239,5 +239,15 @@
 
 /* Other resources. */
 #define IDI_TONVALE 1
+/* Icons of files, which the installer names by these numbers; in the order of the file kinds. */
+#define IDI_FILE_LEPD 2
+#define IDI_FILE_LEPW 3
+#define IDI_FILE_LEG 4
+#define IDI_FILE_ILG 5
+#define IDI_FILE_SPR 6
+#define IDI_FILE_SPI 7
+#define IDI_FILE_DPI 8
+#define IDI_FILE_ERR 9
+#define IDI_FILE_REPORT 10
 
 #endif
