@@ -10,6 +10,8 @@ ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
     TEST_PACKAGES=("${RUN_PACKAGES[@]}" clang libclang-rt-dev googletest ghostscript poppler-utils)
     # To measure how fast they are.
     BENCHMARK_PACKAGES=("${RUN_PACKAGES[@]}" g++ libbenchmark-dev)
+    # To make what people install, and to test it.
+    PACKAGE_PACKAGES=("${RUN_PACKAGES[@]}" g++ nsis zip xz-utils groff-base)
     # To look at how the code, benchmarks included, is written.
     CHECK_PACKAGES=(clang-format clang-tidy libbenchmark-dev)
 }
@@ -75,6 +77,11 @@ ensure_packages() {
     quietly "$ROOT/build/logs/apt-update.log" as_root "${apt[@]}" update &&
         quietly "$ROOT/build/logs/apt-install.log" \
             as_root "${apt[@]}" install -y --no-install-recommends "${missing[@]}"
+}
+
+# The program's version.
+project_version() {
+    sed -n 's/^project(Tonvale VERSION \([0-9.]*\) .*/\1/p' "$ROOT/CMakeLists.txt"
 }
 
 # Makes the Wine commands of this shell work in the prefix $1.
