@@ -14,6 +14,9 @@ Caption "Installazione di Tonvale ${VERSION}"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\Tonvale"
 InstallDirRegKey HKCU "Software\Tonvale" "Cartella"
+CompletedText "Operazione completata"
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
 BrandingText "Tonvale ${VERSION}"
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey /LANG=1040 "ProductName" "Tonvale"
@@ -246,7 +249,8 @@ Section "Uninstall"
     Call un.RefuseWhileRunning
     ReadRegDWORD $1 HKCU "${PRODUCT_KEY}" "Percorso"
     ${If} $1 = 1
-        Push "$INSTDIR"
+        ReadRegStr $0 HKCU "${PRODUCT_KEY}" "Cartella"
+        Push $0
         Call un.RemoveFromUserPath
     ${EndIf}
     ReadRegDWORD $1 HKCU "${PRODUCT_KEY}" "Associazioni"

@@ -124,13 +124,15 @@ check_opening() {
 main() {
     [[ -f $SETUP ]] || die "run ./package.sh first"
     quietly "$ROOT/build/logs/tonvale-open.log" \
-        cmake --build "$ROOT/build/windows" --target tonvale-open
+        cmake --build "$ROOT/build/windows" --target tonvale-open tonvale-keeper
     rm -rf "$WORK"
     mkdir -p "$WORK"
     unset DISPLAY WAYLAND_DISPLAY
     "$ROOT/scripts/wine-prefix.sh" "$WORK/prefix"
     use_wine_prefix "$WORK/prefix"
     trap 'wineserver -k || true' EXIT
+    # Keeps Wine's server alive between the programs.
+    setsid wine64 "$ROOT/build/windows/wine/tonvale-keeper.exe" </dev/null >/dev/null 2>&1 &
     make_older_setup
     write_value "$CLASSES\\.spr" /ve /d Altro.Spettro
     write_value 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d "$USER_PATH"
