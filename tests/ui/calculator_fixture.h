@@ -7,6 +7,7 @@
 #include <commctrl.h>
 #include <dlgs.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ inline constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.
 inline constexpr char kDeletionQuestion[] =
     "Sei sicuro di voler eliminare questo elemento dalla lista?";
 inline constexpr int kFileNameField = cmb13;  // of the common file dialogs
+inline constexpr int kBack = 0x3023, kNext = 0x3024, kFinish = 0x3025;  // of a property sheet
 
 inline HWND List(HWND dialog) {
     return GetDlgItem(dialog, IDC_ITEM_LIST);
@@ -58,6 +60,20 @@ inline void Select(HWND dialog, int row) {
 
 inline int SelectedRow(HWND dialog) {
     return ListView_GetNextItem(List(dialog), -1, LVNI_SELECTED);
+}
+
+// What the user does to choose an item of a drop-down list.
+inline void Choose(HWND dialog, int list, int item) {
+    HWND control = ControlOf(dialog, list);
+    SendMessageW(control, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(control));
+}
+
+// Expects that the next key typed replaces what the field holds.
+inline void ExpectAllSelected(HWND field) {
+    EXPECT_EQ(GetFocus(), field);
+    EXPECT_EQ(SendMessageW(field, EM_GETSEL, 0, 0), MAKELRESULT(0, GetWindowTextLengthW(field)));
 }
 
 inline void DoubleClick(HWND dialog, int row) {
@@ -103,6 +119,15 @@ inline void TypeUnsuitableName(UiDriver& ui, const std::string& path, const std:
 inline std::string Status(HWND window) {
     const std::string path = TextOf(window, IDC_STATUS_BAR);
     return path.substr(path.find_last_of('\\') + 1);
+}
+
+// The texts of several controls, "85.0|   480".
+inline std::string TextsOf(HWND dialog, std::initializer_list<int> controls) {
+    std::string texts;
+    for (const int control : controls) {
+        texts += (control == *controls.begin() ? "" : "|") + TextOf(dialog, control);
+    }
+    return texts;
 }
 
 // The tip of a control as the tool-tip window asks for it.

@@ -28,7 +28,6 @@ namespace {
 
 constexpr char kNotesTitle[] = "Un commento per la stampa?";
 constexpr char kResultsTitle[] = "Risultati del calcolo";
-constexpr int kBack = 0x3023, kNext = 0x3024, kFinish = 0x3025;  // of a property sheet
 constexpr char kUnknownSection[] = "[ALTRO]\r\nchiave=resta\r\n";
 
 std::vector<Calculator> CalculatorsOf(std::initializer_list<CalculatorForm> forms) {
@@ -162,7 +161,7 @@ TEST_P(DataFileTest, SavesWhatItShows) {
     const std::string path = Example();
     const std::string fresh = Path("nuovo" + Extension());
     const std::string full = "Impossibile salvare: il disco è pieno.";
-    SwitchableDisk disk;
+    FaultyFileSystem disk(SystemFiles());
     std::vector<std::string> shown;
     std::optional<HeldFile> held;
     UiDriver ui;
@@ -173,7 +172,7 @@ TEST_P(DataFileTest, SavesWhatItShows) {
     Run(ui, CMD_FILE_SAVE);
     ui.OnWindow(Title(), [&](HWND) {
         EXPECT_EQ(ReadFile(GetParam().example), Bytes());
-        disk.refuses_writing = true;
+        disk.is_full = true;
     });
     Run(ui, CMD_FILE_SAVE).AnswerMessage(path, full, IDOK);
     Run(ui, CMD_FILE_SAVE_AS);
@@ -181,7 +180,7 @@ TEST_P(DataFileTest, SavesWhatItShows) {
     ui.AnswerMessage(fresh, full, IDOK);
     ExpectFile(ui, GetParam().example).Do([&] {
         EXPECT_EQ(FileCount(), 1);
-        disk.refuses_writing = false;
+        disk.is_full = false;
         held.emplace(path, GENERIC_READ, 0);
     });
     Run(ui, CMD_FILE_SAVE)
@@ -360,6 +359,44 @@ TEST_F(CalculatorsTest, AreThoseOfTheMenu) {
             }
         }
     });
+    RunToEnd(ui);
+}
+
+// Files whose results are not what their inputs give: of most, the result is shown as it is stored
+// until it is computed, as it is when a file is dropped.
+TEST_F(CalculatorsTest, ShowStoredResultsUntilTheyAreComputed) {
+    const struct {
+        const char* file;
+        const char* title;
+        int command;
+        int result;
+        const char* opened;
+        const char* dropped;
+    } rows[] = {
+        {"ritoccato.lep", "Calcolo Lep,d", CMD_DAILY_EXPOSURE, IDC_DAILY_LEVEL, "84.4", "87.4"},
+        {"giorni_mancanti.lew", "Calcolo Lep,w", CMD_WEEKLY_EXPOSURE, IDC_WEEKLY_LEVEL, "90.0",
+         " inf"},
+        {"due_campioni.leg", "Livello equivalente per gruppi di lavoratori", CMD_GROUP_STATISTICS,
+         IDC_EQUIVALENT_LEVEL, "85.6", "85.6"},
+        {"ripida.ilg", "Calcolo Danno Uditivo", CMD_AUDIOGRAM_DAMAGE, IDC_DAMAGE, "  12", "   1"}};
+    UiDriver ui;
+    for (const auto& row : rows) {
+        const std::string path =
+            WriteFile(row.file, ExampleBytes(std::string("../tests/golden/cases/") + row.file));
+        ui.OnWindowOfClass(kMainClass).Command(row.command).OnWindow(row.title);
+        ui.Command(CMD_FILE_OPEN);
+        ChooseFile(ui, kOpenTitle, path);
+        ui.WaitClosed(kOpenTitle).OnWindow(row.title).ExpectText(row.result, row.opened);
+        ui.OnWindow(row.title, [=](HWND dialog) { tonvale::Drop(dialog, {path}); });
+        ui.ExpectText(row.result, row.dropped).Command(CMD_FILE_CLOSE).WaitClosed(row.title);
+    }
+    // One that cannot be computed stays as it is stored.
+    const std::string refused =
+        WriteFile("zero.lep", ExampleBytes("../tests/golden/cases/uno_zero.lep"));
+    Drop(ui, {refused});
+    ui.AnswerMessage("Errore", "Errore nei valori!", IDOK).OnWindow(kDailyExposureTitle);
+    ui.ExpectText(IDC_DAILY_LEVEL, "84.4");
+    ExpectDailyExposure(ui, "zero.lep");
     RunToEnd(ui);
 }
 

@@ -1,6 +1,6 @@
-#include <windows.h>
-
+// What is particular to the dialog LEPD, and what all lists of items share.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <chrono>
 #include <string>
@@ -20,29 +20,14 @@ using Texts = std::vector<std::string>;
 
 constexpr char kTitle[] = "Calcolo Lep,d";
 
-// Stored results that do not match the items: those would give 85.0, "   480" and 85.0.
-constexpr char kStoredFile[] =
-    "[TONVALE]\r\nTipo=lepd\r\nLAEQ=70.1\r\nTOTTIME=   999\r\nLEPD=70.2\r\nTFORM=1\r\nITEMS=1\r\n"
-    "[LEQ]\r\n1=85\r\n[TIME]\r\n1=480\r\n[NOTE]\r\nNum=2\r\n1=perch\xe9\r\n2=due\r\n"
-    "[ALTRO]\r\nchiave=resta\r\n";
-
 // LAeq, total time and Lep,d.
 std::string Results(HWND dialog) {
-    return TextOf(dialog, IDC_EQUIVALENT_LEVEL) + "|" + TextOf(dialog, IDC_TOTAL_TIME) + "|" +
-           TextOf(dialog, IDC_DAILY_LEVEL);
-}
-
-void ChooseUnit(HWND dialog, int unit) {
-    HWND combo = GetDlgItem(dialog, IDC_TIME_UNIT);
-    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(unit), 0);
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_TIME_UNIT, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(combo));
+    return TextsOf(dialog, {IDC_EQUIVALENT_LEVEL, IDC_TOTAL_TIME, IDC_DAILY_LEVEL});
 }
 
 class DailyExposureUiTest : public DialogTest {
   protected:
     void Open(const std::string& path = {}) { OpenDailyExposure(app_, state_, owner_, path); }
-
     void AddItem(UiDriver& ui, const std::string& level, const std::string& time) {
         ui.OnWindow(kTitle).Click(IDC_ADD);
         ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, level);
@@ -54,11 +39,7 @@ class DailyExposureUiTest : public DialogTest {
 
 TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
     UiDriver ui;
-    ui.OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Results(dialog), " 0.0|     0| 0.0");
-        EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "secondi");
-        ChooseUnit(dialog, 1);
-    });
+    ui.OnWindow(kTitle, [](HWND dialog) { Choose(dialog, IDC_TIME_UNIT, 1); });
     ui.Click(IDC_MODIFY).AnswerMessage("Modifica", kNothingSelected, IDOK);
     ui.OnWindow(kTitle).Click(IDC_DELETE).AnswerMessage("Elimina", kNothingSelected, IDOK);
     AddItem(ui, "90", "240");
@@ -66,8 +47,7 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
     ui.OnWindow(kTitle, [](HWND dialog) {
         EXPECT_EQ(Results(dialog), "87.4|   480|87.4");
         EXPECT_EQ(Rows(dialog), (Texts{"90 x 240", "80 x 240"}));
-        // A double click on a row modifies it.
-        DoubleClick(dialog, 1);
+        DoubleClick(dialog, 1);  // modifies the row
     });
     ui.OnWindow("Modifica").ExpectText(IDC_LEVEL_EDIT, "80").ExpectText(IDC_TIME_EDIT, "240");
     ui.ExpectText(IDC_TIME_LABEL, "Esposizione (m):").ExpectText(IDOK, "Modifica");
@@ -76,7 +56,6 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
     ui.OnWindow("Elimina", [](HWND dialog) {
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_READ_LEVEL)));
     });
-    ui.Screenshot("add_lepd_delete");
     for (int answer : {IDNO, IDCANCEL, IDYES}) {
         ui.OnWindow("Elimina").Click(IDOK);
         ui.AnswerMessage("Conferma operazione", kDeletionQuestion, answer);
@@ -85,7 +64,7 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
         EXPECT_EQ(Rows(dialog), Texts{"90 x 240"});
         EXPECT_EQ(Results(dialog), "90.0|   240|87.0");
         EXPECT_EQ(SelectedRow(dialog), 0);
-        ChooseUnit(dialog, 2);  // the typed times are read in the new unit
+        Choose(dialog, IDC_TIME_UNIT, 2);  // the typed times are read in the new unit
         EXPECT_EQ(Results(dialog), "90.0|240.00|104.8");
         EXPECT_EQ(TextOf(dialog, IDC_TOTAL_TIME_LABEL), "Tempo esposizione (h):");
     });
@@ -99,71 +78,29 @@ TEST_F(DailyExposureUiTest, AddsModifiesAndDeletesItems) {
 TEST_F(DailyExposureUiTest, ItemDialogRefusesZerosAndReadsSpectra) {
     const std::string spectrum = WriteFile("rumore.SPR", "[TONVALE]\r\nTipo=spr\r\nLAEQ=91.25\r\n");
     const std::string text = WriteFile("rumore.txt", "[TONVALE]\r\nTipo=SPR\r\nLAEQ=2\r\n");
-    const std::string daily = WriteFile("misura.lep", kStoredFile);
+    const std::string daily = WriteFile("misura.lep", "[TONVALE]\r\nTipo=LEPD\r\nLEPD=2\r\n");
     UiDriver ui;
     ui.OnWindow(kTitle).Click(IDC_ADD);
     ui.OnWindow("Aggiungi").SetText(IDC_LEVEL_EDIT, "0.0").SetText(IDC_TIME_EDIT, "0");
     ui.Click(IDOK).AnswerMessage("Livello di esposizione", kNotNumeric, IDOK);
-    ui.OnWindow("Aggiungi", [](HWND dialog) {
-        HWND level = GetDlgItem(dialog, IDC_LEVEL_EDIT);
-        EXPECT_EQ(GetFocus(), level);
-        EXPECT_EQ(GetNextDlgTabItem(dialog, level, FALSE), GetDlgItem(dialog, IDC_TIME_EDIT));
-    });
+    ui.OnWindow("Aggiungi",
+                [](HWND dialog) { EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_LEVEL_EDIT)); });
     ui.SetText(IDC_LEVEL_EDIT, "85").Click(IDOK);
     ui.AnswerMessage("Tempo esposizione ", kNotNumeric, IDOK)
         .OnWindow("Aggiungi", [=](HWND dialog) {
             EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_TIME_EDIT));
             Drop(GetParent(dialog), {daily});  // which must wait
-            Drop(dialog, {text});
-            Drop(dialog, {spectrum, text});
+            for (const Texts& others : {Texts{daily}, {text}, {spectrum, text}}) {
+                Drop(dialog, others);
+            }
             EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "85");
             Drop(dialog, {spectrum});
             EXPECT_EQ(TextOf(dialog, IDC_LEVEL_EDIT), "91.25");
         });
-    ui.Screenshot("add_lepd").SetText(IDC_LEVEL_EDIT, "").Click(IDC_READ_LEVEL);
+    ui.SetText(IDC_LEVEL_EDIT, "").Click(IDC_READ_LEVEL);
     ChooseFile(ui, kOpenTitle, spectrum);
     ui.WaitClosed(kOpenTitle).OnWindow("Aggiungi").ExpectText(IDC_LEVEL_EDIT, "91.25");
     ui.Click(IDCANCEL).OnWindow(kTitle, [](HWND dialog) { EXPECT_EQ(Rows(dialog), Texts()); });
-    ui.Command(CMD_FILE_CLOSE);
-    Open();
-}
-
-TEST_F(DailyExposureUiTest, OpensOnAKeptStateThatItRefuses) {
-    DailyExposureForm form;
-    form.items = {{"80", "0.04"}};  // hours, which reappear as " 0.0"
-    form.time_unit = 2;
-    KeepForm(form, state_);
-    UiDriver ui;
-    // The message comes over the visible dialog.
-    ui.AnswerMessage("Errore", "Errore nei valori!", IDOK).OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Rows(dialog), Texts{"80.0 x  0.0"});
-        EXPECT_EQ(Results(dialog), "Laeq|Te|Lepd");
-        EXPECT_EQ(TextOf(dialog, IDC_TIME_UNIT), "ore");
-    });
-    ui.Command(IDCANCEL);
-    Open();
-}
-
-TEST_F(DailyExposureUiTest, ShowsStoredResultsAndRecomputesThoseOfDroppedFiles) {
-    const std::string stored = WriteFile("misura.LEP", kStoredFile);
-    const std::string zero = WriteFile("zero.lep",
-                                       "[TONVALE]\r\nTipo=LEPD\r\nLAEQ=1.5\r\nITEMS=2000000000\r\n"
-                                       "[LEQ]\r\n1=85\r\n2=0\r\n[TIME]\r\n1=60\r\n2=60\r\n");
-    UiDriver ui;
-    ui.OnWindow(kTitle).Command(CMD_FILE_OPEN);
-    ChooseFile(ui, kOpenTitle, stored);
-    ui.WaitClosed(kOpenTitle).OnWindow(kTitle, [=](HWND dialog) {
-        EXPECT_EQ(Results(dialog), "70.1|   999|70.2");
-        Drop(dialog, {stored});
-        EXPECT_EQ(Results(dialog), "85.0|   480|85.0");
-        Drop(dialog, {zero});
-    });
-    ui.AnswerMessage("Errore", "Errore nei valori!", IDOK);
-    ui.OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Rows(dialog), (Texts{"85 x 60", "0 x 60"}));
-        EXPECT_EQ(Results(dialog), "1.5|   480|85.0");
-        EXPECT_EQ(Status(dialog), "zero.lep");
-    });
     ui.Command(CMD_FILE_CLOSE);
     Open();
 }
@@ -193,6 +130,8 @@ TEST_F(DailyExposureUiTest, TakesTenThousandItems) {
 }
 
 TEST_F(DailyExposureUiTest, ListKeysAndHelpUnderTheMouse) {
+    state_.levels_dba = {85};
+    state_.durations = {480};
     UiDriver ui;
     const std::pair<WORD, const char*> keys[] = {
         {VK_INSERT, "Aggiungi"}, {VK_RETURN, "Modifica"}, {VK_DELETE, "Elimina"}};
@@ -216,9 +155,10 @@ TEST_F(DailyExposureUiTest, ListKeysAndHelpUnderTheMouse) {
                      MAKELPARAM(area.left + 1, area.bottom - 1));
     });
     ui.Command(CMD_FILE_CLOSE);
-    Open(WriteFile("misura.lep", kStoredFile));
+    Open();
     EXPECT_EQ(help_.topics, std::vector<unsigned long>{kHelpDailyTotalTime});
 }
 
 }  // namespace
+
 }  // namespace tonvale

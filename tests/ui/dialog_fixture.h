@@ -14,6 +14,7 @@
 #include "dialogs/help_viewer_win.h"
 #include "dialogs/numeric_fields_win.h"
 #include "tests/common/fake_printer.h"
+#include "tests/common/faulty_file_system.h"
 #include "tests/common/folder_test.h"
 
 namespace tonvale {
@@ -25,27 +26,6 @@ class RecordingHelp : public HelpViewer {
 
     void ShowTopic(HWND, unsigned long context) override { topics.push_back(context); }
     void Close(std::string_view help_file) override { closed.emplace_back(help_file); }
-};
-
-// The real disk, which can be told to be full.
-class SwitchableDisk : public FileSystem {
-  public:
-    bool refuses_writing = false;
-
-    FileError Read(const std::string& path, std::string& bytes) override {
-        return SystemFiles().Read(path, bytes);
-    }
-    FileError WriteNew(const std::string& path, std::string_view bytes) override {
-        return refuses_writing ? FileError::kNoRoom : SystemFiles().WriteNew(path, bytes);
-    }
-    FileError Replace(const std::string& from, const std::string& to) override {
-        return SystemFiles().Replace(from, to);
-    }
-    void Remove(const std::string& path) override { SystemFiles().Remove(path); }
-    std::vector<FolderEntry> FilesBeside(const std::string& path,
-                                         std::string_view name_start) override {
-        return SystemFiles().FilesBeside(path, name_start);
-    }
 };
 
 // Another program's hold on a file.
@@ -106,7 +86,7 @@ class DialogTest : public FolderTest {
     std::unique_ptr<DialogTips> tips_;
     NumericKeystrokeFilter filter_;
     RecordingHelp help_;
-    SwitchableDisk disk_;
+    FaultyFileSystem disk_{SystemFiles()};
     AppContext app_;
 };
 

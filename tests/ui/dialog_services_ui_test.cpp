@@ -132,62 +132,62 @@ void SelectFile(HWND dialog, const std::string& name) {
     ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
-TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
+class OpenDialogTest : public DialogServicesUiTest {
+  protected:
+    static UiDriver& SelectIn(UiDriver& ui, const std::string& name) {
+        return ui.OnWindow(kDialogTitle, [name](HWND dialog) { SelectFile(dialog, name); });
+    }
+    static UiDriver& TypeNote(UiDriver& ui) {
+        return ui.OnWindow(kDialogTitle, [](HWND dialog) {
+            PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
+        });
+    }
+    // Presses "Modifica" and answers whether to do so.
+    static UiDriver& Modify(UiDriver& ui, int answer) {
+        ui.OnWindow(kDialogTitle, [](HWND dialog) {
+            EXPECT_TRUE(CanModify(Panel(dialog)));
+            PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
+        });
+        return ui.AnswerMessage(kConfirm, "Volete procedere con la modifica?", answer);
+    }
+    static UiDriver& ExpectNotes(UiDriver& ui, const std::string& notes) {
+        return ui.OnWindow(kDialogTitle, [notes](HWND dialog) {
+            EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), notes);
+            EXPECT_FALSE(CanModify(Panel(dialog)));
+        });
+    }
+};
+
+TEST_F(OpenDialogTest, ShowsAndModifiesNotes) {
     const std::string bytes =
         "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=2\r\n1=caff\xe8\r\n2=due\r\n";
     WriteFile("con note.lep", bytes);
     WriteFile("senza.lep", "[TONVALE]\r\nTipo=LEPD\r\n");
     WriteFile("tabella.csv", bytes);
-    const std::string question = "Volete procedere con la modifica?";
     std::optional<HeldFile> held;
     UiDriver ui;
     // Notes that could not be read are not written over, even if they could be now.
-    ui.OnWindow(kDialogTitle, [&](HWND dialog) {
-        held.emplace(Path("con note.lep"), GENERIC_READ, 0);
-        SelectFile(dialog, "con note.lep");
-    });
-    ui.OnWindow(kDialogTitle, [&](HWND dialog) {
-        held.reset();
-        PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
-    });
-    ui.OnWindow(kDialogTitle, [](HWND dialog) {
-        PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
-    });
-    ui.AnswerMessage(kConfirm, question, IDYES);
-    ui.AnswerMessage(Path("con note.lep"),
-                     "Impossibile salvare: un'altra applicazione sta usando il file.", IDOK);
-    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
-    ui.OnWindow(kDialogTitle, [](HWND dialog) {
-        HWND panel = Panel(dialog);
-        ASSERT_NE(panel, nullptr);
-        EXPECT_FALSE(CanModify(panel));
-        EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1)));  // the read-only box
-        SelectFile(dialog, "con note.lep");
-    });
+    ui.OnWindow(kDialogTitle, [&](HWND) { held.emplace(Path("con note.lep"), GENERIC_READ, 0); });
+    SelectIn(ui, "con note.lep").OnWindow(kDialogTitle, [&](HWND) { held.reset(); });
+    Modify(TypeNote(ui), IDYES)
+        .AnswerMessage(Path("con note.lep"),
+                       "Impossibile salvare: un'altra applicazione sta usando il file.", IDOK);
+    ExpectNotes(SelectIn(ui, "senza.lep"), "");
+    ExpectNotes(SelectIn(ui, "con note.lep"), "caffè\r\ndue").Screenshot("open_file_notes");
     // Typing makes the button usable; only Yes writes.
-    ui.Screenshot("open_file_notes").OnWindow(kDialogTitle, [](HWND dialog) {
-        EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "caffè\r\ndue");
-        EXPECT_FALSE(CanModify(Panel(dialog)));
-        PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
-    });
+    TypeNote(ui);
     for (int answer : {IDNO, IDCANCEL, IDYES}) {
-        ui.OnWindow(kDialogTitle, [&, bytes](HWND dialog) {
-            EXPECT_TRUE(CanModify(Panel(dialog)));
+        ui.OnWindow(kDialogTitle, [=, this](HWND dialog) {
             EXPECT_EQ(ReadFile("con note.lep"), bytes);
-            PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
+            EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1)));  // the read-only box
         });
-        ui.AnswerMessage(kConfirm, question, answer);
+        Modify(ui, answer);
     }
     ui.WaitUntil("notes written", [=, this] { return ReadFile("con note.lep") != bytes; });
-    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "senza.lep"); });
-    ui.OnWindow(kDialogTitle, [](HWND dialog) {
-        EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "");
-        EXPECT_FALSE(CanModify(Panel(dialog)));
-        ChooseFilter(dialog, 2);
-    });
-    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "tabella.csv"); });
-    ui.OnWindow(kDialogTitle,
-                [](HWND dialog) { EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), ""); });
+    ExpectNotes(SelectIn(ui, "senza.lep"), "");
+    // What is no data file has none.
+    ui.OnWindow(kDialogTitle, [](HWND dialog) { ChooseFilter(dialog, 2); });
+    ExpectNotes(SelectIn(ui, "tabella.csv"), "");
     ui.Command(pshHelp).AnswerMessage("Avviso", "Funzione non implementata", IDOK);
     ui.OnWindow(kDialogTitle).Command(IDOK);
     EXPECT_EQ(ChooseFileToOpen(app_, owner_, kFilters, kDialogTitle), Path("tabella.csv"));
@@ -312,16 +312,14 @@ TEST_F(DialogServicesUiTest, OnlyConfirmedTextReplacesTheNotesForPrinting) {
     const std::string kept = "Reparto presse,\r\nperché misurato";
     UiDriver ui;
     ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, "");
-    ui.SetText(IDC_NOTES_EDIT, kept).Screenshot("add_notes").Click(IDOK);
+    ui.SetText(IDC_NOTES_EDIT, kept).Click(IDOK);
     EXPECT_TRUE(ask());
-
     // Shown again; emptied and confirmed, or without comment, they stay.
-    ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, kept);
-    ui.SetText(IDC_NOTES_EDIT, "").Click(IDOK);
-    EXPECT_TRUE(ask());
-    ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "altro").Click(IDC_NO_COMMENT);
-    EXPECT_TRUE(ask());
-
+    for (const auto& [typed, button] : {std::pair{"", IDOK}, {"altro", IDC_NO_COMMENT}}) {
+        ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, kept);
+        ui.SetText(IDC_NOTES_EDIT, typed).Click(button);
+        EXPECT_TRUE(ask());
+    }
     ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "nuove");
     ui.Click(CMD_DIALOG_HELP).Click(IDCANCEL);
     EXPECT_FALSE(ask());

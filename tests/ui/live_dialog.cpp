@@ -10,6 +10,7 @@
 
 #include "common/text.h"
 #include "common/unicode_win.h"
+#include "dialogs/handles_win.h"
 #include "dialogs/wizard_win.h"
 #include "resources/resource.h"
 #include "tests/ui/control_layout.h"
@@ -137,6 +138,11 @@ std::vector<ShownText> TextsOf(HWND control) {
     return {{Longest(TextOfWindow(control))}};
 }
 
+COLORREF ColorOf(Surface surface) {
+    if (surface == Surface::kMenu) return GetSysColor(COLOR_MENU);
+    return surface == Surface::kYellow ? RGB(255, 255, 0) : RGB(255, 255, 255);
+}
+
 std::wstring TemplateOf(const Dialog& dialog) {
     const auto* page = dynamic_cast<const WizardPage*>(&dialog);
     return page ? L"#" + std::to_wstring(page->id()) : dialog.description().template_name;
@@ -192,7 +198,14 @@ void ExpectDescribed(const Dialog& dialog) {
         EXPECT_NE(GetDlgItem(window, help.control), nullptr) << "help of " << help.control;
     }
     for (const ControlColors& colors : description.colors) {
-        EXPECT_NE(GetDlgItem(window, colors.control), nullptr) << "colour of " << colors.control;
+        HWND control = GetDlgItem(window, colors.control);
+        EXPECT_NE(control, nullptr) << "colour of " << colors.control;
+        const WindowDc dc(window);
+        SendMessageW(window, HasClass(control, L"EDIT") ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
+                     reinterpret_cast<WPARAM>(dc.get()), reinterpret_cast<LPARAM>(control));
+        EXPECT_EQ(GetBkColor(dc.get()), ColorOf(colors.surface)) << colors.control;
+        EXPECT_EQ(GetDCBrushColor(dc.get()), ColorOf(colors.surface)) << colors.control;
+        EXPECT_EQ(GetTextColor(dc.get()), colors.text.value_or(GetTextColor(dc.get())));
     }
     for (const ControlTextLimit& limit : description.text_limits) {
         HWND control = GetDlgItem(window, limit.control);

@@ -3,19 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "resources/resource.h"
+#include "tests/exposure/example_file.h"
 #include "tests/ui/calculator_fixture.h"
 #include "tests/ui/ui_driver.h"
 
 namespace tonvale {
 namespace {
 
-constexpr int kBack = 0x3023;
-constexpr int kNext = 0x3024;
 constexpr char kQuestions[] = "Rispondere alle domande";
 constexpr char kChoice[] = "Scelta del metodo di calcolo";
 constexpr char kSnrPage[] = "Metodo SNR";
@@ -146,6 +146,8 @@ TEST_F(ProtectorSelectionUiTest, ARefusedFieldIsCutAndTakesTheFocus) {
         EXPECT_EQ(GetFocus(), ControlOf(sheet, IDC_RATING_SNR));
         EXPECT_EQ(SendMessageW(GetFocus(), EM_GETSEL, 0, 0), MAKELRESULT(2, 2));
     });
+    // The filter of keystrokes works within a sheet.
+    ui.SetText(IDC_RATING_SNR, "").Type(IDC_RATING_SNR, "2a-5.").ExpectText(IDC_RATING_SNR, "25.");
     ui.SetText(IDC_NOISE_C_LEVEL, " 0.0").Click(kNext);
     ui.AnswerMessage("Errore", "Inserire valori numerici!", IDOK).OnWindow(kSnrPage);
     ui.SetText(IDC_NOISE_C_LEVEL, "99.50001").Click(kNext);
@@ -189,14 +191,8 @@ TEST_F(ProtectorSelectionUiTest, AFileOfAnotherMethodTurnsToItsPage) {
 }
 
 TEST_F(ProtectorSelectionUiTest, ImportedDataServeEveryMethod) {
-    const std::string noise = WriteFile("rumore.spr",
-                                        "[TONVALE]\r\nTipo=SPR\r\nLAEQ= 99.8\r\nLCEQ= 99.4\r\n"
-                                        "[SPECTRUM]\r\n125=84.0\r\n250=86.5\r\n500=90.0\r\n"
-                                        "1000=93.5\r\n2000=95.0\r\n4000=92.5\r\n8000=87.0\r\n");
-    const std::string protector = WriteFile(
-        "cuffia.spi",
-        "[TONVALE]\r\nTipo=SPI\r\nH=28.0\r\nM=21.0\r\nL=15.0\r\nSNR=24.0\r\n[SPECTRUM]\r\n"
-        "125=9.5\r\n250=12.0\r\n500=18.5\r\n1000=24.0\r\n2000=27.5\r\n4000=30.0\r\n8000=29.0\r\n");
+    const std::string noise = WriteFile("rumore.spr", ExampleBytes("sega_circolare.spr"));
+    const std::string protector = WriteFile("cuffia.spi", ExampleBytes("cuffia_leggera.spi"));
     UiDriver ui;
     GoToMethod(ui, CheckMethod::kSnr, kSnrPage);
     ui.SetText(IDC_RATING_SNR, "12").Click(IDC_IMPORT_NOISE);
@@ -210,7 +206,10 @@ TEST_F(ProtectorSelectionUiTest, ImportedDataServeEveryMethod) {
     ui.Click(kBack).OnWindow(kChoice).Click(IDC_METHOD_OCTAVE_BAND).Click(kNext);
     ui.OnWindow(kOctavePage).ExpectText(IDC_BAND_LAST, " 87.0").Click(kNext).OnWindow(kResults);
     ui.ExpectText(IDC_RESULT_TEXT, ResultText(75, 85)).SetText(IDC_NOTES_EDIT, "sega");
-    ui.Press({VK_ESCAPE});
+    // A failure inside a page leaves it in front.
+    app_.open_printer = []() -> std::unique_ptr<Printer> { throw std::bad_alloc(); };
+    ui.Click(IDC_WIZARD_PRINT).AnswerMessage("Errore", "Memoria insufficiente.", IDOK);
+    ui.OnWindow(kResults).Press({VK_ESCAPE});
     Run();
     ui.Finish();
     EXPECT_EQ(state_.inputs.values[CheckField::kSnr], 0);  // its method was not run

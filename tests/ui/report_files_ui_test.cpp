@@ -79,6 +79,7 @@ TEST_F(ReportTest, AsksBeforeADocumentIsLost) {
     EXPECT_TRUE(host_->document.IsModified());
 
     ui.AnswerMessage("Attenzione", kModifiedQuestion, IDYES);
+    TypeUnsuitableName(ui, Path("foglio.csv"), "\".tnv\"");
     SaveNewFile(ui, Path("salvato.tnv"));
     EXPECT_TRUE(host_->document.New());
     EXPECT_EQ(Text(), "");
@@ -125,12 +126,12 @@ TEST_F(ReportTest, TellsOfAFileInUse) {
     EXPECT_FALSE(host_->document.Save());
     SetFileAttributesW(Widen(path).c_str(), FILE_ATTRIBUTE_NORMAL);
 
-    disk_.refuses_writing = true;  // as a full disk does
+    disk_.is_full = true;
     ui.AnswerMessage(path, "Impossibile salvare: il disco è pieno.", IDOK);
     EXPECT_FALSE(host_->document.Save());
     EXPECT_EQ(ReadFile("occupato.tnv"), "{\\rtf1 vecchio}");
     EXPECT_TRUE(host_->document.IsModified());
-    disk_.refuses_writing = false;
+    disk_.is_full = false;
     EXPECT_TRUE(host_->document.Save());
     ui.AnswerMessage(Path("manca.tnv"),
                      "File bloccato da un'altra applicazione. Impossibile aprire!", IDOK);
@@ -139,24 +140,25 @@ TEST_F(ReportTest, TellsOfAFileInUse) {
 }
 
 TEST_F(ReportTest, RefusesWhatIsNoDocument) {
+    constexpr char kTooLong[] =
+        "Il testo del file è troppo lungo per il documento. Impossibile aprire!";
+    const std::pair<std::string, std::string> refused[] = {
+        {std::string("MZ\0\1\2{\\rtf1", 11),
+         "Il file non è un documento di Tonvale. Impossibile aprire!"},
+        {"{\\rtf1 " + std::string(100 << 20, 'x') + "}", kTooLong},
+        // So long a paragraph takes some controls minutes.
+        {"{\\rtf1 " + std::string(1 << 20, 'x') + "}", kTooLong},
+    };
     Type("resta");
     Send(EM_SETMODIFY, FALSE);
     UiDriver ui;
-    ui.AnswerMessage(WriteFile("programma.tnv", std::string("MZ\0\1\2{\\rtf1", 11)),
-                     "Il file non è un documento di Tonvale. Impossibile aprire!", IDOK);
-    EXPECT_FALSE(host_->document.Open(Path("programma.tnv")));
-    ui.AnswerMessage(WriteFile("lungo.tnv", "{\\rtf1 " + std::string(100 << 20, 'x') + "}"),
-                     "Il testo del file è troppo lungo per il documento. Impossibile aprire!",
-                     IDOK);
-    EXPECT_FALSE(host_->document.Open(Path("lungo.tnv")));
-    // So long a paragraph takes some controls minutes.
-    ui.AnswerMessage(WriteFile("paragrafo.tnv", "{\\rtf1 " + std::string(1 << 20, 'x') + "}"),
-                     "Il testo del file è troppo lungo per il documento. Impossibile aprire!",
-                     IDOK);
-    EXPECT_FALSE(host_->document.Open(Path("paragrafo.tnv")));
+    for (const auto& [bytes, message] : refused) {
+        const std::string path = WriteFile("strano.tnv", bytes);
+        ui.AnswerMessage(path, message, IDOK);
+        EXPECT_FALSE(host_->document.Open(path));
+    }
     EXPECT_EQ(Text(), "resta");
     EXPECT_EQ(host_->document.path(), "");
-
     // Of a torn file, what is there is shown; the file is not written over unasked.
     ui.AnswerMessage(WriteFile("tronco.tnv", "{\\rtf1 uno\\par {\\b due"),
                      "Il file è incompleto o danneggiato: viene aperto ciò che si può leggere, "
@@ -240,20 +242,6 @@ TEST_F(ReportTest, RaisesNoMoreTextThanTheControlHasTimeFor) {
     for (const auto& [rtf, outcome] : documents) {
         EXPECT_EQ(ReadReportRtf(edit, gaps, rtf, ReadReport(rtf), false), outcome) << rtf;
     }
-}
-
-TEST_F(ReportTest, SavesOnlyUnderItsOwnExtension) {
-    Type("x");
-    UiDriver ui;
-    TypeUnsuitableName(ui, Path("foglio.csv"), "\".tnv\"");
-    ui.OnWindow(kSaveTitle, [this](HWND dialog) {
-        EXPECT_EQ(TextOf(dialog, cmb13), Path("foglio.csv")) << "the name is still there";
-    });
-    SaveNewFile(ui, Path("Documento.TNV"));
-    EXPECT_TRUE(host_->document.SaveAs());
-    ui.Finish();
-    EXPECT_EQ(host_->document.path(), Path("Documento.TNV"));
-    EXPECT_FALSE(std::filesystem::exists(folder_ / "foglio.csv"));
 }
 
 struct OtherDocument {

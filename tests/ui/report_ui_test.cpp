@@ -38,24 +38,22 @@ TEST_F(ReportTest, StartsEmptyWithItsOwnFormats) {
 
 TEST_F(ReportTest, TogglesEffectsAndShowsThem) {
     Type("uno due tre");
-    Select(0, 3);
-    Command(CMD_BOLD);
-    EXPECT_TRUE(IsChecked(CMD_BOLD));
-    EXPECT_TRUE(host_->document.IsModified());
-    Select(4, 7);
-    EXPECT_FALSE(IsChecked(CMD_BOLD));
-    SelectAll();
-    Command(CMD_BOLD);  // mixed: all of it becomes bold
-    EXPECT_NE(Format(0, 11).dwMask & CFM_BOLD, 0U);
-    EXPECT_NE(Format(0, 11).dwEffects & CFE_BOLD, 0U);
-    Command(CMD_BOLD);
-    EXPECT_EQ(Format(0, 11).dwEffects & CFE_BOLD, 0U);
-    Command(CMD_ITALIC);
-    Command(CMD_UNDERLINE);
-    EXPECT_EQ(Format(0, 11).dwEffects & (CFE_BOLD | CFE_ITALIC | CFE_UNDERLINE),
-              static_cast<DWORD>(CFE_ITALIC | CFE_UNDERLINE));
-    EXPECT_TRUE(IsChecked(CMD_ITALIC));
-    EXPECT_TRUE(IsChecked(CMD_UNDERLINE));
+    constexpr std::pair<int, DWORD> kEffects[] = {
+        {CMD_BOLD, CFE_BOLD}, {CMD_ITALIC, CFE_ITALIC}, {CMD_UNDERLINE, CFE_UNDERLINE}};
+    for (const auto& [command, effect] : kEffects) {
+        Select(0, 3);
+        Command(command);
+        EXPECT_TRUE(IsChecked(command));
+        EXPECT_TRUE(host_->document.IsModified());
+        Select(4, 7);
+        EXPECT_FALSE(IsChecked(command));
+        SelectAll();
+        Command(command);  // mixed: all of it has the effect
+        EXPECT_NE(Format(0, 11).dwMask & effect, 0U);
+        EXPECT_EQ(Format(0, 11).dwEffects & effect, effect);
+        Command(command);
+        EXPECT_EQ(Format(0, 11).dwEffects & effect, 0U);
+    }
 }
 
 TEST_F(ReportTest, EveryEditIsOneToBeSaved) {
@@ -92,19 +90,20 @@ TEST_F(ReportTest, EveryEditIsOneToBeSaved) {
 TEST_F(ReportTest, RaisesAndLowersText) {
     Type("H2O");
     Select(1, 2);
-    Command(CMD_SUBSCRIPT);
-    EXPECT_EQ(Format(1, 2).yOffset, -50);
-    EXPECT_EQ(Format(1, 2).yHeight, 150);
-    EXPECT_TRUE(IsChecked(CMD_SUBSCRIPT));
-    Command(CMD_SUPERSCRIPT);
-    EXPECT_EQ(Format(1, 2).yOffset, 50);
-    EXPECT_EQ(Format(1, 2).yHeight, 150);
-    EXPECT_TRUE(IsChecked(CMD_SUPERSCRIPT));
-    EXPECT_FALSE(IsChecked(CMD_SUBSCRIPT));
-    Command(CMD_SUPERSCRIPT);
-    EXPECT_EQ(Format(1, 2).yOffset, 0);
-    EXPECT_EQ(Format(1, 2).yHeight, 200);
-    EXPECT_FALSE(IsChecked(CMD_SUPERSCRIPT));
+    const struct {
+        int command;
+        LONG offset, height;
+        bool is_lowered, is_raised;
+    } steps[] = {{CMD_SUBSCRIPT, -50, 150, true, false},
+                 {CMD_SUPERSCRIPT, 50, 150, false, true},
+                 {CMD_SUPERSCRIPT, 0, 200, false, false}};
+    for (const auto& step : steps) {
+        Command(step.command);
+        EXPECT_EQ(Format(1, 2).yOffset, step.offset);
+        EXPECT_EQ(Format(1, 2).yHeight, step.height);
+        EXPECT_EQ(IsChecked(CMD_SUBSCRIPT), step.is_lowered);
+        EXPECT_EQ(IsChecked(CMD_SUPERSCRIPT), step.is_raised);
+    }
 }
 
 TEST_F(ReportTest, ShowsLoweredTextDownToItsFeet) {

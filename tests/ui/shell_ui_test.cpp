@@ -222,10 +222,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
     ui.Press({VK_CONTROL, 'C'}).WaitUntil("copy", [&] {
         return ClipboardBytes(csv).starts_with("Et");
     });
-    ui.Do([&] {
-        EXPECT_EQ(ClipboardBytes(csv).c_str(), "Et\xe0" + ListSeparator() + "1,5\r\n");
-        TheProgram().ShowResult(FakeResult(drawn, true, std::string(5000, '9')));
-    });
+    ui.Do([&] { TheProgram().ShowResult(FakeResult(drawn, true, std::string(5000, '9'))); });
     ui.Command(CMD_COPY).Do([&] { EXPECT_EQ(std::strlen(ClipboardBytes(csv).c_str()), 4095U); });
     ui.Command(CMD_VIEW_CHART).Command(CMD_COPY).Do([] {
         RECT area{};
@@ -252,7 +249,7 @@ TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHe
 
 TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     Drawing drawn;
-    SwitchableDisk disk;
+    FaultyFileSystem disk(SystemFiles());
     UiDriver ui;
     Show(ui, FakeResult(drawn));
     ui.Command(CMD_SAVE_AS);
@@ -267,7 +264,7 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
         EXPECT_EQ(ReadFile("grafico.bmp").substr(0, 2), "BM");
         EXPECT_EQ(FileCount(), 2);
-        disk.refuses_writing = true;
+        disk.is_full = true;
         TheProgram().context().files = &disk;
     });
     ui.Command(CMD_SAVE_AS);
@@ -318,9 +315,9 @@ TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
 TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
     Drawing drawn;
     FakePrinter printer;
+    printer.colors = 2;
     UiDriver ui;
     Show(ui, FakeResult(drawn));
-    printer.colors = 2;
     ui.Do([&] {
         TheProgram().context().open_printer = [&] {
             return std::make_unique<BorrowedPrinter>(printer);
@@ -334,14 +331,9 @@ TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
         EXPECT_FALSE(drawn.style.use_color);
     });
     ui.Command(CMD_VIEW_CHART).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
-    ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
-        EXPECT_EQ(printer.document, "Tabella");  // still
-        // Without a printer nothing happens.
-        TheProgram().context().open_printer = [] { return nullptr; };
-    });
-    ui.Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDOK).WaitClosed(kNotesTitle);
-    ExpectNoDialog(ui);
+    ui.WaitClosed(kNotesTitle);
     RunToEnd(ui);
+    EXPECT_EQ(printer.document, "Tabella");  // still
 }
 
 // Opens the menu of curves, expects its items ("*" behind the checked one), and chooses by keys.
@@ -399,40 +391,38 @@ TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
     RunToEnd(ui);
 }
 
+HWND FindSplash() {
+    return FindWindowW(L"Tonvale_Splash", nullptr);
+}
+
 class SplashTest : public DialogTest {};
 
 TEST_F(SplashTest, LiesAboveItsOwnerUntilItsTimeIsOverOrAClick) {
-    {
-        SplashWindow splash(instance_, owner_, 300);
-        HWND window = splash.window();
-        ASSERT_NE(window, nullptr);
-        EXPECT_EQ(GetWindow(window, GW_OWNER), owner_);
-        EXPECT_TRUE(IsWindowEnabled(owner_));
-        EXPECT_NE(GetActiveWindow(), window);
-        EXPECT_TRUE(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
-        SaveScreenshot(window, "splash");
-        const ULONGLONG start = GetTickCount64();
-        UiDriver ui;
-        ui.WaitUntil("splash closed", [window] { return !IsWindow(window); }).Run();
-        EXPECT_GE(GetTickCount64() - start, 290U);
-        EXPECT_EQ(splash.window(), nullptr);
-    }
+    SplashWindow splash(instance_, owner_, 300);
+    HWND window = splash.window();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), owner_);
+    EXPECT_TRUE(IsWindowEnabled(owner_));
+    EXPECT_NE(GetActiveWindow(), window);
+    EXPECT_TRUE(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
+    const ULONGLONG start = GetTickCount64();
+    UiDriver ui;
+    ui.WaitUntil("splash closed", [window] { return !IsWindow(window); }).Run();
+    EXPECT_GE(GetTickCount64() - start, 290U);
+    EXPECT_EQ(splash.window(), nullptr);
     for (UINT click : {WM_LBUTTONDOWN, WM_RBUTTONDOWN}) {
         SplashWindow clicked(instance_, owner_, 60000);
         SendMessageW(clicked.window(), click, 0, MAKELPARAM(5, 5));
         EXPECT_EQ(clicked.window(), nullptr);
     }
     // Nothing is left when its owner goes first.
-    SplashWindow splash(instance_, owner_, 60000);
+    SplashWindow left(instance_, owner_, 60000);
     DestroyWindow(owner_);
-    EXPECT_EQ(splash.window(), nullptr);
-}
-
-HWND FindSplash() {
-    return FindWindowW(L"Tonvale_Splash", nullptr);
+    EXPECT_EQ(left.window(), nullptr);
 }
 
 TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
+    constexpr char kAbout[] = "Informazioni su Tonvale";
     UiDriver ui;
     const auto click_splash_away = [&ui] {
         ui.Do([] { PostMessageW(FindSplash(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3)); });
@@ -442,9 +432,8 @@ TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
     click_splash_away();
     ExpectNoDialog(ui);
     // The splash window goes with the box, or at a click while the box stays.
-    const auto show_about = [&ui] {
-        ui.OnWindowOfClass(kMainClass).Command(CMD_ABOUT);
-        ui.OnWindow("Informazioni su Tonvale", [](HWND box) {
+    const auto show_about = [&] {
+        ui.OnWindowOfClass(kMainClass).Command(CMD_ABOUT).OnWindow(kAbout, [](HWND box) {
             ASSERT_NE(FindSplash(), nullptr);
             EXPECT_EQ(GetActiveWindow(), box);
             EXPECT_FALSE(IsWindowEnabled(Main()));
@@ -456,20 +445,17 @@ TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
         });
     };
     show_about();
-    ui.Command(IDOK).WaitClosed("Informazioni su Tonvale");
+    ui.Command(IDOK).WaitClosed(kAbout);
     ui.OnWindowOfClass(kMainClass, [](HWND) { EXPECT_EQ(FindSplash(), nullptr); });
     show_about();
     click_splash_away();
-    ui.OnWindow("Informazioni su Tonvale")
-        .Screenshot("about")
-        .AnswerMessage("Informazioni su Tonvale",
-                       "Tonvale - Esposizione al rumore e danno uditivo\r\n"
-                       "Realizzato da Progetto Tonvale\r\n"
-                       "Software distribuito gratuitamente dall'autore.\r\n"
-                       "Copyright © 2026 Gli sviluppatori di Tonvale\r\n\r\nVersione 1.0.0.0",
-                       IDOK);
-    ui.WaitClosed("Informazioni su Tonvale");
-    ExpectNoDialog(ui);
+    ui.AnswerMessage(kAbout,
+                     "Tonvale - Esposizione al rumore e danno uditivo\r\n"
+                     "Realizzato da Progetto Tonvale\r\n"
+                     "Software distribuito gratuitamente dall'autore.\r\n"
+                     "Copyright © 2026 Gli sviluppatori di Tonvale\r\n\r\nVersione 1.0.0.0",
+                     IDOK);
+    ui.WaitClosed(kAbout);
     RunToEnd(ui);
     EXPECT_EQ(FindSplash(), nullptr);
 }

@@ -30,13 +30,11 @@ std::string Bands(HWND dialog) {
 }
 
 std::string Levels(HWND dialog) {
-    return TextOf(dialog, IDC_A_WEIGHTED_LEVEL) + "|" + TextOf(dialog, IDC_C_WEIGHTED_LEVEL);
+    return TextsOf(dialog, {IDC_A_WEIGHTED_LEVEL, IDC_C_WEIGHTED_LEVEL});
 }
 
 std::string Ratings(HWND dialog) {
-    std::string ratings;
-    for (int id = IDC_RATING_H; id <= IDC_RATING_SNR; ++id) ratings += "|" + TextOf(dialog, id);
-    return ratings;
+    return TextsOf(dialog, {IDC_RATING_H, IDC_RATING_M, IDC_RATING_L, IDC_RATING_SNR});
 }
 
 RECT ChartArea(HWND dialog) {
@@ -68,42 +66,28 @@ UiDriver::WindowAction Paste(int control, const wchar_t* text) {
     };
 }
 
-COLORREF TextColor(HWND dialog, int control, UINT message) {
-    const WindowDc dc(dialog);
-    SendMessageW(dialog, message, reinterpret_cast<WPARAM>(dc.get()),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, control)));
-    return GetTextColor(dc.get());
-}
-
 class SpectrumUiTest : public DialogTest {
   protected:
     void OpenNoise(const std::string& path = {}) { OpenNoiseSpectrum(app_, noise_, owner_, path); }
-    void OpenAttenuation(const std::string& path = {}) {
-        OpenAttenuationSpectrum(app_, attenuation_, owner_, path);
-    }
+    void OpenAttenuation() { OpenAttenuationSpectrum(app_, attenuation_, owner_, {}); }
 
     SpectrumState noise_{NoiseSpectrumKind()};
     SpectrumState attenuation_{AttenuationSpectrumKind()};
 };
 
 TEST_F(SpectrumUiTest, NoiseIsWeighedAtEveryCharacter) {
+    int full = 0;
     UiDriver ui;
     ui.OnWindow(kNoiseTitle, [](HWND dialog) {
-        EXPECT_EQ(Bands(dialog), "|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0");
-        EXPECT_EQ(Levels(dialog), "  0.0|  0.0");
         EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_NOTES_EDIT));
-        EXPECT_EQ(TextColor(dialog, k1kHz, WM_CTLCOLOREDIT), kRedText);
-        EXPECT_EQ(TextColor(dialog, IDC_C_WEIGHTED_LEVEL, WM_CTLCOLORSTATIC), kRedText);
         EXPECT_EQ(BarHeight(dialog, 3), 0);
         EXPECT_EQ(TipOf(dialog, k1kHz), "Inserire il valore del livello di rumore a 1000 Hz");
     });
-    ui.SetText(k1kHz, "").Type(k1kHz, "9-0");
-    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
+    ui.SetText(k1kHz, "").Type(k1kHz, "9-0").OnWindow(kNoiseTitle, [](HWND dialog) {
         EXPECT_EQ(Levels(dialog), " 90.0| 90.0");
         EXPECT_GT(BarHeight(dialog, 3), 0);
     });
     // The limit, and above it.
-    int full = 0;
     ui.Type(k1kHz, "\b\b140.0");
     ui.OnWindow(kNoiseTitle, [&](HWND dialog) { full = BarHeight(dialog, 3); }).Type(k1kHz, "1");
     ui.AnswerMessage("1 kHz", kTooHigh, IDOK).OnWindow(kNoiseTitle, [&](HWND dialog) {
@@ -121,43 +105,34 @@ TEST_F(SpectrumUiTest, NoiseIsWeighedAtEveryCharacter) {
     });
     ui.Command(CMD_FILE_CLOSE);
     OpenNoise();
-    // Numbers are kept.
-    ui.OnWindow(kNoiseTitle, [](HWND dialog) {
-        EXPECT_EQ(Bands(dialog), "| -5.0|  0.0|  0.0|  0.0|  0.0|  0.0|  0.0");
-        EXPECT_EQ(Levels(dialog), "-21.1| -5.2");
-    });
-    ui.Command(IDCANCEL);
-    OpenNoise();
 }
 
 TEST_F(SpectrumUiTest, RatingsFollowACompleteSpectrumOrAreTyped) {
     UiDriver ui;
     ui.OnWindow(kAttenuationTitle, [](HWND dialog) {
-        EXPECT_EQ(Bands(dialog), "| 0.0| 0.0| 0.0| 0.0| 0.0| 0.0| 0.0");
-        EXPECT_EQ(Ratings(dialog), "| 0.0| 0.0| 0.0| 0.0");  // not the 2 dB of no attenuation
+        EXPECT_EQ(Ratings(dialog), " 0.0| 0.0| 0.0| 0.0");  // not the 2 dB of no attenuation
         EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_BAND_FIRST));
-        EXPECT_EQ(TextColor(dialog, k1kHz, WM_CTLCOLOREDIT), kBlueText);
-        EXPECT_EQ(TextColor(dialog, IDC_RATING_SNR, WM_CTLCOLOREDIT), kBlueText);
     });
     ui.SetText(IDC_BAND_FIRST, "").SetText(IDC_RATING_H, "25").SetText(IDC_RATING_SNR, "60");
     ui.SetText(IDC_RATING_SNR, "61").AnswerMessage("61", kTooHigh, IDOK);
     ui.OnWindow(kAttenuationTitle).SetText(k1kHz, "60.5").AnswerMessage("60.5", kTooHigh, IDOK);
     ui.OnWindow(kAttenuationTitle, [](HWND dialog) {
         EXPECT_EQ(Bands(dialog), "|| 0.0| 0.0|| 0.0| 0.0| 0.0");
-        EXPECT_EQ(Ratings(dialog), "|25| 0.0| 0.0|");
+        EXPECT_EQ(Ratings(dialog), "25| 0.0| 0.0|");
     });
     const char* const levels[] = {"10", "15", "20", "25", "30", "35", "35"};
     for (int i = 0; i < kBands; ++i) ui.SetText(IDC_BAND_FIRST + i, levels[i]);
     ui.OnWindow(kAttenuationTitle,
-                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "|31.0|23.0|17.0|26.0"); });
+                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "31.0|23.0|17.0|26.0"); });
     ui.SetText(IDC_RATING_L, "16").Command(IDCANCEL);
     OpenAttenuation();
     ui.OnWindow(kAttenuationTitle,
-                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "|31.0|23.0|16.0|26.0"); });
+                [](HWND dialog) { EXPECT_EQ(Ratings(dialog), "31.0|23.0|16.0|26.0"); });
     ui.Command(IDCANCEL);
     OpenAttenuation();
 }
 
+// While the fields are filled nothing is taken for typed.
 TEST_F(SpectrumUiTest, AFileIsShownThenCheckedThenComputed) {
     const std::string noise = WriteFile("rumore.spr",
                                         "[TONVALE]\nTipo=SPR\nLAEQ=11.1\n[SPECTRUM]\n125=141\n"
@@ -172,24 +147,10 @@ TEST_F(SpectrumUiTest, AFileIsShownThenCheckedThenComputed) {
     ui.OnWindow(kNoiseTitle, [](HWND dialog) {
         EXPECT_EQ(Bands(dialog), "||140||12.345678901234|-5|0|0");
         EXPECT_EQ(Levels(dialog), "131.4|140.0");
-        EXPECT_EQ(Status(dialog), "rumore.spr");
     });
     ui.Command(CMD_FILE_SAVE).OnWindow(kNoiseTitle).Command(IDCANCEL);
     OpenNoise(noise);
     EXPECT_TRUE(ReadFile("rumore.spr").find("1000=12.345678901234\r\n") != std::string::npos);
-
-    // Declared ratings stay where the spectrum gives none.
-    const std::string protector = WriteFile("dpi.spi",
-                                            "[TONVALE]\nTipo=SPI\nH=25\nM=22\nL=15\nSNR=24\n"
-                                            "[SPECTRUM]\n125=\n250=61\n");
-    ui.AnswerMessage("61", kTooHigh, IDOK).OnWindow(kAttenuationTitle, [=](HWND dialog) {
-        EXPECT_EQ(Bands(dialog), "|||0|0|0|0|0");
-        EXPECT_EQ(Ratings(dialog), "|25|22|15|24");
-        Drop(dialog, {noise});
-        EXPECT_EQ(Status(dialog), "dpi.spi");
-    });
-    ui.Command(IDCANCEL);
-    OpenAttenuation(protector);
 }
 
 TEST_F(SpectrumUiTest, TheChartIsNeverErasedAndSurvivesASmallWindow) {
@@ -207,7 +168,6 @@ TEST_F(SpectrumUiTest, TheChartIsNeverErasedAndSurvivesASmallWindow) {
         }
         EXPECT_EQ(GetPixel(dc.get(), area.left, area.top - 1), GetSysColor(COLOR_3DFACE));
         EXPECT_EQ(GetPixel(dc.get(), area.right, area.bottom), GetSysColor(COLOR_3DFACE));
-
         RECT window{};
         GetWindowRect(dialog, &window);
         for (const int height : {static_cast<int>(area.top) + 40, 1}) {
@@ -218,11 +178,10 @@ TEST_F(SpectrumUiTest, TheChartIsNeverErasedAndSurvivesASmallWindow) {
                      SWP_NOMOVE | SWP_NOZORDER);
         EXPECT_EQ(BarHeight(dialog, 3), full);
     });
-    ui.Screenshot("spettrorum").Command(IDCANCEL);
+    ui.Command(IDCANCEL);
     OpenNoise();
-    ui.OnWindow(kAttenuationTitle).Screenshot("spettrodpi").Command(IDCANCEL);
-    OpenAttenuation();
 }
 
 }  // namespace
+
 }  // namespace tonvale

@@ -15,9 +15,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr int kBack = 0x3023;
-constexpr int kNext = 0x3024;
-constexpr int kFinish = 0x3025;
 constexpr char kStart[] = "Errore di misura";
 constexpr char kLevel[] = "Errore sul livello equivalente";
 constexpr char kDay[] = "Errore sul livello di esposizione personale quotidiano";
@@ -40,14 +37,7 @@ bool IsShown(HWND sheet, int control) {
 
 // Level, environmental error, total error.
 std::string Results(HWND sheet, int level) {
-    return TextOf(sheet, level) + "|" + TextOf(sheet, IDC_LEVEL_ERROR) + "|" +
-           TextOf(sheet, IDC_TOTAL_ERROR);
-}
-
-void ChooseUnit(HWND sheet, int unit) {
-    HWND page = PageOf(sheet);
-    SendDlgItemMessageW(page, IDC_TIME_UNIT, CB_SETCURSEL, static_cast<WPARAM>(unit), 0);
-    SendMessageW(page, WM_COMMAND, MAKEWPARAM(IDC_TIME_UNIT, CBN_SELCHANGE), 0);
+    return TextsOf(sheet, {level, IDC_LEVEL_ERROR, IDC_TOTAL_ERROR});
 }
 
 class UncertaintyUiTest : public DialogTest {
@@ -76,15 +66,15 @@ class UncertaintyUiTest : public DialogTest {
 
 TEST_F(UncertaintyUiTest, AsksForTheLevelOnlyWhenItWasNotSampled) {
     UiDriver ui;
-    ui.OnWindow(kStart, [](HWND sheet) {
+    ui.OnWindow(kStart, [this](HWND sheet) {
+        EXPECT_EQ(tips_->served(), PageOf(sheet));
         for (const int control : {IDC_MEASURED_LEVEL, IDC_INSTRUMENT_ERROR, IDC_GO_ON}) {
             EXPECT_FALSE(IsShown(sheet, control));
         }
     });
     ui.Click(IDC_NOT_SAMPLED).OnWindow(kStart, [](HWND sheet) {
         Examine(sheet);
-        EXPECT_EQ(TextOf(sheet, IDC_MEASURED_LEVEL) + "|" + TextOf(sheet, IDC_INSTRUMENT_ERROR),
-                  " 0.00|0.70");
+        EXPECT_EQ(TextsOf(sheet, {IDC_MEASURED_LEVEL, IDC_INSTRUMENT_ERROR}), " 0.00|0.70");
     });
     ui.SetText(IDC_MEASURED_LEVEL, "85.25").Click(IDC_GO_ON).Screenshot("uncertainty_start");
     ui.Click(IDC_SAMPLED).Click(IDC_NOT_SAMPLED).OnWindow(kStart, [](HWND sheet) {
@@ -114,7 +104,7 @@ TEST_F(UncertaintyUiTest, CarriesResultsFromPageToPage) {
         EXPECT_EQ(Rows(PageOf(sheet)), (Texts{"80 x x", "90 x 6"}));
         EXPECT_EQ(Results(sheet, IDC_EQUIVALENT_LEVEL), " 90.8|9.49|9.51");
         EXPECT_EQ(TextOf(sheet, IDC_TOTAL_TIME), "     0");
-        ChooseUnit(sheet, 2);
+        Choose(sheet, IDC_TIME_UNIT, 2);
         EXPECT_EQ(TextOf(sheet, IDC_TOTAL_TIME_LABEL), "Tempo campionamento (h):");
         EXPECT_EQ(TextOf(sheet, IDC_SAMPLED_TOTAL_TIME_LABEL), "Tempo totale (h):");
     });

@@ -1,11 +1,10 @@
-#include <windows.h>
-
+// What is particular to the dialog LEPW, and what all lists of fixed rows share.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <string>
 #include <vector>
 
-#include "dialogs/handles_win.h"
 #include "exposure/weekly_exposure.h"
 #include "exposure/weekly_exposure_dialog.h"
 #include "tests/ui/calculator_fixture.h"
@@ -13,28 +12,12 @@
 namespace tonvale {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr char kTitle[] = "Calcolo Lep,w";
 constexpr char kDayTitle[] = "Modifica";
 
-std::string Result(HWND dialog) {
-    return TextOf(dialog, IDC_WEEKLY_LEVEL);
-}
-
-// The days' levels, one after the other.
-std::string Levels(HWND dialog) {
-    std::string levels;
-    for (int day = 0; day < static_cast<int>(kWeekDays); ++day) {
-        levels += "|" + Cell(dialog, day, 1);
-    }
-    return levels;
-}
-
 class WeeklyExposureUiTest : public DialogTest {
   protected:
-    void Open(const std::string& path = {}) { OpenWeeklyExposure(app_, state_, owner_, path); }
-
+    void Open() { OpenWeeklyExposure(app_, state_, owner_, {}); }
     // Opens EDIT_LEPW on a day.
     UiDriver& EditDay(UiDriver& ui, int day) {
         ui.OnWindow(kTitle, [day](HWND dialog) { Select(dialog, day); }).Click(IDC_MODIFY);
@@ -44,21 +27,14 @@ class WeeklyExposureUiTest : public DialogTest {
     WeeklyExposureState state_;
 };
 
-TEST_F(WeeklyExposureUiTest, OpensOnAWeekOfNinety) {
+TEST_F(WeeklyExposureUiTest, TheListHasTheFocusAndARow) {
     UiDriver ui;
     ui.OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Rows(dialog),
-                  (Texts{"Lunedi x 90.0", "Martedi x 90.0", "Mercoledi x 90.0", "Giovedi x 90.0",
-                         "Venerdi x 90.0", "Sabato x  0.0", "Domenica x  0.0"}));
-        EXPECT_EQ(Result(dialog), "90.0");
+        EXPECT_EQ(TextOf(dialog, IDC_WEEKLY_LEVEL), "90.0");
         EXPECT_GE(ListView_GetCountPerPage(List(dialog)), 7);  // nothing to scroll
-        const WindowDc device(dialog);
-        SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device.get()),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDC_WEEKLY_LEVEL)));
-        EXPECT_EQ(GetDCBrushColor(device.get()), GetSysColor(COLOR_MENU));
-        // The list has the focus, and so a row; away with the selection, and back with the focus.
         EXPECT_EQ(GetFocus(), List(dialog));
         EXPECT_EQ(SelectedRow(dialog), 0);
+        // Away with the selection, and back with the focus.
         for (int row : {4, 0}) {
             ListView_SetItemState(List(dialog), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
             SetFocus(GetDlgItem(dialog, IDC_NOTES_EDIT));
@@ -79,7 +55,7 @@ TEST_F(WeeklyExposureUiTest, EditsClearsAndReadsDays) {
         WriteFile("giornata.LEP", "[TONVALE]\r\nTipo=lepd\r\nLAEQ=70.1\r\nLEPD=84.75\r\n");
     UiDriver ui;
     EditDay(ui, 2).ExpectText(IDC_DAY_NAME, "Mercoledi").ExpectText(IDC_LEVEL_EDIT, "90.0");
-    ui.Screenshot("edit_lepw").SetText(IDC_LEVEL_EDIT, "abc").Click(IDOK);
+    ui.SetText(IDC_LEVEL_EDIT, "abc").Click(IDOK);
     ui.AnswerMessage("Livello di esposizione", kNotNumeric, IDOK);
     ui.OnWindow(kDayTitle).SetText(IDC_LEVEL_EDIT, "-3").Click(IDOK).WaitClosed(kDayTitle);
     EditDay(ui, 1).SetText(IDC_LEVEL_EDIT, "1").Click(IDCANCEL).WaitClosed(kDayTitle);
@@ -93,8 +69,11 @@ TEST_F(WeeklyExposureUiTest, EditsClearsAndReadsDays) {
     ui.OnWindow(kDayTitle).Click(IDC_DELETE);
     ui.AnswerMessage("Conferma operazione", kDeletionQuestion, IDYES);
     ui.WaitClosed(kDayTitle).OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(Levels(dialog), "|84.75|90.0|-3|90.0|0.0| 0.0| 0.0");
-        EXPECT_EQ(Result(dialog), "86.6");
+        EXPECT_EQ(Rows(dialog),
+                  (std::vector<std::string>{"Lunedi x 84.75", "Martedi x 90.0", "Mercoledi x -3",
+                                            "Giovedi x 90.0", "Venerdi x 0.0", "Sabato x  0.0",
+                                            "Domenica x  0.0"}));
+        EXPECT_EQ(TextOf(dialog, IDC_WEEKLY_LEVEL), "86.6");
         // No day can be added or taken away.
         SetFocus(List(dialog));
         for (int key : {VK_INSERT, VK_DELETE}) {
@@ -106,4 +85,5 @@ TEST_F(WeeklyExposureUiTest, EditsClearsAndReadsDays) {
 }
 
 }  // namespace
+
 }  // namespace tonvale
