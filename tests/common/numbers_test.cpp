@@ -42,8 +42,7 @@ TEST(ParseNumber, TakesTheLongestDecimalPrefix) {
         {"1e99999999999999999999", kInfinity},
         {"1.7976931348623157e308", std::numeric_limits<double>::max()},
         {"0.00001e309", 1e304},
-        {"0.00001e320", kInfinity},
-    };
+        {"0.00001e320", kInfinity}};
     for (const auto& [text, value] : cases) EXPECT_EQ(ParseNumber(text), value) << text;
     for (const char* zero :
          {"", "abc", "inf", "nan", "-inf", "0x1A", "\n7", ".", "-", "+-3", "--3", "- 3", ".e5",

@@ -508,46 +508,40 @@ TEST(Guide, TheDamageExamplesAreWhatTheProgramComputes) {
     ExpectTable(kHelpEvolution, "Anni", damages);
 }
 
-// The column of a printed table: every row's contribution, five decibels from row to row, from no
-// damage to the most there is.
-void ExpectContributions(const Rows& rows, std::size_t column, int frequency_hz,
-                         DamageTable table) {
-    constexpr double kAboveEveryRowDb = 1000;
-    ASSERT_FALSE(rows.empty());
-    double threshold_db = ParseNumber(rows.front().at(0));
-    for (const auto& row : rows) {
-        EXPECT_EQ(ParseNumber(row.at(0)), threshold_db);
-        EXPECT_DOUBLE_EQ(ParseNumber(row.at(column)),
-                         DamageTableValue(threshold_db, frequency_hz, table));
-        threshold_db += 5;
-    }
-    EXPECT_EQ(DamageTableValue(ParseNumber(rows.front().at(0)), frequency_hz, table), 0);
-    EXPECT_EQ(ParseNumber(rows.back().at(column)),
-              DamageTableValue(kAboveEveryRowDb, frequency_hz, table));
-}
-
 TEST(Guide, TheDamageTablesAreThoseOfTheProgram) {
     constexpr int kFrequenciesHz[] = {500, 1000, 2000, 3000, 4000};
-    const auto example = TableRows(kHelpDamageTables, "Contributi");
-    ASSERT_EQ(example.size(), 4U);
+    constexpr double kAboveEveryRowDb = 1000;
     LossPrediction prediction;  // the example's: men of 60 years, 35 of them at 90 dBA
     const auto losses_db = ComputeRows(prediction).at(1).losses_db;
-    for (std::size_t i = 1; i <= 3; ++i) {
-        const std::vector<std::string>& cells = example[i];
-        prediction.table =
-            std::array{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}.at(i - 1);
-        EXPECT_EQ(cells.at(0), DamageTableName(prediction.table));
-        EXPECT_EQ(cells.at(6), TenPercentRow(prediction).back());
-        const auto rows = TableRows(kHelpDamageTables, cells.at(0));
-        for (std::size_t column = 1; column <= 5; ++column) {
-            const int frequency_hz = kFrequenciesHz[column - 1];
-            const double loss_db = losses_db.at(column - 1);
-            const double contribution = DamageTableValue(loss_db, frequency_hz, prediction.table);
-            EXPECT_EQ(example[0].at(column), Shown(loss_db));
-            EXPECT_EQ(cells.at(column), contribution == 0 ? "0" : FormatFixed(contribution, 4, 2));
-            ExpectContributions(rows, column, frequency_hz, prediction.table);
+    Rows contributions{{"*"}};
+    for (std::size_t i = 0; i < 5; ++i) contributions[0].push_back(Shown(losses_db.at(i)));
+    for (const DamageTable table :
+         {DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological}) {
+        prediction.table = table;
+        const std::string name(DamageTableName(table));
+        Rows rows = TableRows(kHelpDamageTables, name);
+        ASSERT_FALSE(rows.empty());
+        contributions.push_back({name});
+        for (std::size_t i = 0; i < 5; ++i) {
+            const auto value = [&](double loss_db) {
+                return DamageTableValue(loss_db, kFrequenciesHz[i], table);
+            };
+            // From no damage to the most there is, five decibels from row to row.
+            double threshold_db = ParseNumber(rows.front().at(0));
+            EXPECT_EQ(value(threshold_db), 0);
+            for (const auto& row : rows) {
+                EXPECT_EQ(ParseNumber(row.at(0)), threshold_db);
+                EXPECT_DOUBLE_EQ(ParseNumber(row.at(i + 1)), value(threshold_db));
+                threshold_db += 5;
+            }
+            EXPECT_EQ(ParseNumber(rows.back().at(i + 1)), value(kAboveEveryRowDb));
+            const double contribution = value(losses_db.at(i));
+            contributions.back().push_back(contribution == 0 ? "0"
+                                                             : FormatFixed(contribution, 4, 2));
         }
+        contributions.back().push_back(TenPercentRow(prediction).back());
     }
+    ExpectTable(kHelpDamageTables, "Contributi", contributions);
 }
 
 // The fields that the examples name, and how.

@@ -9,31 +9,29 @@ namespace {
 
 constexpr RtfWriterFaults kAllFaults{true, true, true, true};
 
-TEST(RtfRepairTest, TurnsOffsetsIntoHalfPoints) {
-    const RtfWriterFaults faults{.offsets_in_twips = true};
-    EXPECT_EQ(
-        RepairWrittenRtf("{\\rtf1\\up50\\fs15 su\\up0\\dn54 gi\\dn-46 x\\li50\\fi60}", faults),
-        "{\\rtf1\\up5\\fs15 su\\up0\\dn5 gi\\dn-5 x\\li50\\fi60}");
-}
-
-TEST(RtfRepairTest, TurnsIndentsRound) {
-    const RtfWriterFaults faults{.indents_swapped = true};
-    // First line at 360, the others 300 to its right.
-    EXPECT_EQ(RepairWrittenRtf("{\\pard\\li300\\fi360\\tx5 a\\par}", faults),
-              "{\\pard\\li660\\fi-300\\tx5 a\\par}");
-    EXPECT_EQ(RepairWrittenRtf("{\\pard\\fi720 a\\par\\pard b}", faults),
-              "{\\pard\\li720 a\\par\\pard b}");
-    EXPECT_EQ(RepairWrittenRtf("{\\pard\\li200\\fi-200 a}", faults), "{\\pard\\li0\\fi-200 a}");
-    EXPECT_EQ(RepairWrittenRtf("{\\pard\\li0 a}", faults), "{\\pard\\li0 a}");
-    EXPECT_EQ(RepairWrittenRtf("{\\li200}", faults), "{\\li200\\fi-200}");
-}
-
-TEST(RtfRepairTest, TurnsLineSpacingPositive) {
-    const RtfWriterFaults faults{.negative_line_spacing = true};
-    EXPECT_EQ(RepairWrittenRtf("{\\pard\\sl-240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}", faults),
-              "{\\pard\\sl240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}");
-    EXPECT_EQ(RepairWrittenRtf("\\sl-240\\slmult1\\li300\\fi360\\up50 a", kAllFaults),
-              "\\sl240\\slmult1\\li660\\fi-300\\up5 a");
+TEST(RtfRepairTest, TurnsNumbersIntoThoseThatAreMeant) {
+    const RtfWriterFaults offsets{.offsets_in_twips = true};
+    const RtfWriterFaults indents{.indents_swapped = true};
+    const RtfWriterFaults spacing{.negative_line_spacing = true};
+    const struct {
+        RtfWriterFaults faults;
+        const char *written, *repaired;
+    } cases[] = {
+        {offsets, "{\\rtf1\\up50\\fs15 su\\up0\\dn54 gi\\dn-46 x\\li50\\fi60}",
+         "{\\rtf1\\up5\\fs15 su\\up0\\dn5 gi\\dn-5 x\\li50\\fi60}"},
+        // First line at 360, the others 300 to its right.
+        {indents, "{\\pard\\li300\\fi360\\tx5 a\\par}", "{\\pard\\li660\\fi-300\\tx5 a\\par}"},
+        {indents, "{\\pard\\fi720 a\\par\\pard b}", "{\\pard\\li720 a\\par\\pard b}"},
+        {indents, "{\\pard\\li200\\fi-200 a}", "{\\pard\\li0\\fi-200 a}"},
+        {indents, "{\\pard\\li0 a}", "{\\pard\\li0 a}"},
+        {indents, "{\\li200}", "{\\li200\\fi-200}"},
+        {spacing, "{\\pard\\sl-240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}",
+         "{\\pard\\sl240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}"},
+        {kAllFaults, "\\sl-240\\slmult1\\li300\\fi360\\up50 a",
+         "\\sl240\\slmult1\\li660\\fi-300\\up5 a"}};
+    for (const auto& [faults, written, repaired] : cases) {
+        EXPECT_EQ(RepairWrittenRtf(written, faults), repaired);
+    }
 }
 
 TEST(RtfRepairTest, SpellsCharactersOut) {
@@ -55,14 +53,12 @@ TEST(RtfRepairTest, LeavesARightWriterAlone) {
 TEST(RtfRepairTest, WholeMeansThatTheOutermostGroupIsClosed) {
     EXPECT_TRUE(IsWholeRtf("{\\rtf1 a}"));
     EXPECT_TRUE(IsWholeRtf(std::string("{\\rtf1{\\b \\{}\\}\\bin2 {{}\r\n\0", 27)));
-    EXPECT_FALSE(IsWholeRtf("{\\rtf1 a"));
-    EXPECT_FALSE(IsWholeRtf("{\\rtf1 {a}"));
-    EXPECT_FALSE(IsWholeRtf("{\\rtf1 a\\}"));
-    EXPECT_FALSE(IsWholeRtf("{\\rtf1 \\bin5 a}"));
-    EXPECT_FALSE(IsWholeRtf("{\\rtf1 a}b}"));
-    EXPECT_FALSE(IsWholeRtf("testo"));
-    EXPECT_FALSE(IsWholeRtf(""));
+    for (const char* torn : {"{\\rtf1 a", "{\\rtf1 {a}", "{\\rtf1 a\\}", "{\\rtf1 \\bin5 a}",
+                             "{\\rtf1 a}b}", "testo", ""}) {
+        EXPECT_FALSE(IsWholeRtf(torn)) << torn;
+    }
 }
 
 }  // namespace
+
 }  // namespace tonvale
