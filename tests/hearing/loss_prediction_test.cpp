@@ -32,8 +32,11 @@ TEST(LossPrediction, KeepsWhatTheQuantityDoesNotUse) {
     EXPECT_EQ(state.confirmed.person.years, 35);
     EXPECT_EQ(state.confirmed.person.level_dba, 90);
     EXPECT_EQ(state.confirmed.person.age, 25);
-    ASSERT_FALSE(Confirm(FormOf(QuantityKind::kNipts, "2", "87.5", "70"), state));
+    form = FormOf(QuantityKind::kNipts, "2", "87.5", "70");
+    form.table = DamageTable::kBiological;
+    ASSERT_FALSE(Confirm(form, state));
     EXPECT_EQ(FormFromState(state, QuantityKind::kHtla).level_dba, " 88");
+    EXPECT_EQ(FormFromState(state, QuantityKind::kHtla).table, DamageTable::kBiological);
     EXPECT_EQ(state.confirmed.person.age, 25);
     EXPECT_EQ(state.confirmed.person.sex, kFemale);  // of the case
     EXPECT_EQ(state.sex_choice, kMale);              // of the buttons
