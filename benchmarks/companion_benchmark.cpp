@@ -1,4 +1,5 @@
-// "tonvale-calc calcola" over a folder of 10,000 files in one call, against reading their bytes.
+// "tonvale-calc calcola" and "registro" over a folder of 10,000 files in one call, against reading
+// their bytes.
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
@@ -39,6 +40,7 @@ class Archive {
     Archive(const Archive&) = delete;
     Archive& operator=(const Archive&) = delete;
     const std::vector<std::string>& paths() const { return paths_; }
+    std::string folder() const { return folder_.string(); }
 
   private:
     std::filesystem::path folder_;
@@ -84,6 +86,23 @@ void Calcola(benchmark::State& state, const char* format) {
 }
 BENCHMARK_CAPTURE(Calcola, testo, "testo")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Calcola, json, "json")->Unit(benchmark::kMillisecond);
+
+// To a file, on the disk in the end, as with "--uscita".
+void Registro(benchmark::State& state, const char* format) {
+    const std::filesystem::path output =
+        std::filesystem::temp_directory_path() / (std::string("tonvale_benchmark.") + format);
+    const std::vector<std::string> arguments{"registro", "--formato",     format,
+                                             "--uscita", output.string(), TheArchive().folder()};
+    for ([[maybe_unused]] auto _ : state) {
+        CountingConsole console;
+        if (RunCompanion(arguments, SystemFiles(), console) != kExitSuccess) {
+            state.SkipWithError("registro failed");
+        }
+    }
+    std::filesystem::remove(output);
+}
+BENCHMARK_CAPTURE(Registro, csv, "csv")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(Registro, html, "html")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace tonvale

@@ -36,7 +36,7 @@ native_benchmarks() {
             # Milliseconds for 1,000 files: microseconds for one.
             if ($1 == "ReadProtectors") bytes = file = $3
             ratio = ""
-            if ($1 ~ /^(Calcola|Classifica)/ && bytes) ratio = sprintf(", %.1f times reading the bytes", $3 / bytes)
+            if ($1 ~ /^(Calcola|Classifica|Registro)/ && bytes) ratio = sprintf(", %.1f times reading the bytes", $3 / bytes)
             if ($1 ~ /^(RecomputeRatings|DrawSpectrum)$/ && file) ratio = sprintf(", %.2f times reading one protector\047s file", $3 / file)
             if ($1 == "OneThreshold") threshold_us = $3 / 1000
             if ($1 ~ /^(OneRisk|WholeRiskGrid)$/ && threshold_us) ratio = sprintf(", %.0f times one threshold", $3 / threshold_us)

@@ -7,6 +7,7 @@
 #include "calc/data_files.h"
 #include "calc/hearing_commands.h"
 #include "calc/ranking_command.h"
+#include "calc/register_command.h"
 #include "generated/version.h"
 
 namespace tonvale {
@@ -17,12 +18,19 @@ constexpr std::string_view kHelp =
     "tonvale-calc: i calcoli di Tonvale e i suoi file di dati, senza finestre\n"
     "\n"
     "Uso:\n"
-    "  tonvale-calc calcola [--formato testo|csv|json] [--separatore S] FILE...\n"
-    "      Ricalcola ogni file dai suoi dati. testo (predefinito): le righe della stampa;\n"
+    "  tonvale-calc calcola [--formato testo|csv|json] [--separatore S] [--dettagli]\n"
+    "      (FILE | CARTELLA)...\n"
+    "      Ricalcola ogni file dai suoi dati. testo (predefinito): le righe della stampa e, con\n"
+    "      --dettagli, la quota di ogni esposizione di un .lep nel rumore della giornata;\n"
     "      csv: il riepilogo degli appunti, con i campi separati da S (predefinito \";\");\n"
     "      json: un oggetto per riga; nel nome del file ogni byte che non è UTF-8 valido, e il\n"
     "      carattere U+FFFD stesso, è scritto come U+FFFD e due cifre esadecimali.\n"
-    "  tonvale-calc verifica FILE...\n"
+    "      Di una cartella si prendono tutti i file di dati che contiene, anche più in basso: "
+    "prima\n"
+    "      le cartelle, poi i file, in ordine di nome (\"2\" prima di \"10\"); i collegamenti non "
+    "si\n"
+    "      seguono, e di ciò che non si può leggere si dà notizia. Vale per tutti i comandi.\n"
+    "  tonvale-calc verifica (FILE | CARTELLA)...\n"
     "      Elenca i file i cui risultati salvati non corrispondono ai dati e gli spettri di\n"
     "      attenuazione (.spi) i cui H, M, L o SNR dichiarati distano più di 1 dB dai valori\n"
     "      calcolati.\n"
@@ -41,6 +49,27 @@ constexpr std::string_view kHelp =
     "      dichiarati che distano più di 1 dB dallo spettro e dei metodi che discordano per più\n"
     "      di un giudizio. json: un vettore di {\"file\", \"ratings\": H, M, L e SNR dichiarati,\n"
     "      \"methods\": per ogni metodo {\"level\", \"rating\"} o null, \"warnings\"}.\n"
+    "  tonvale-calc registro CARTELLA... [--formato html|csv|json] [--uscita FILE] [--titolo T]\n"
+    "      [--separatore S] [--apri]\n"
+    "      Il registro dei file di dati delle cartelle, sullo standard output se manca --uscita.\n"
+    "      Una riga per file: cartella, nome, tipo, prima riga delle note, data, risultati\n"
+    "      ricalcolati, fascia di un Lep,d o Lep,w secondo la direttiva 2003/10/CE, coerenza dei\n"
+    "      risultati salvati. Le fasce: <80, 80-85, 85-87, >87 dBA; un valore di confine sta in\n"
+    "      quella superiore; 87 dBA è il valore limite e si riferisce all'orecchio, tenuto conto\n"
+    "      dei protettori indossati. html (predefinito): una pagina completa, da leggere con il\n"
+    "      browser o da stampare, con i livelli, i rapporti e i grafici dei file e le quote di "
+    "ogni\n"
+    "      esposizione; csv: una riga per file, campi separati da S (predefinito \";\"), con il\n"
+    "      segno UTF-8 in testa se va in un file e un apostrofo davanti ai testi che un foglio di\n"
+    "      calcolo prenderebbe per formule; json: {\"title\", \"rows\": [{\"folder\", \"file\",\n"
+    "      \"kind\", \"note\", \"date\", \"results\": {nome: testo}, \"band\": \"<80\", "
+    "\"80-85\",\n"
+    "      \"85-87\", \">87\" o null, \"consistent\": true, false o null se non c'è nulla da\n"
+    "      confrontare, \"message\": un testo o null}]}. --apri apre il file scritto; senza "
+    "--uscita\n"
+    "      questo è registro.html nella prima cartella. Senza file di dati non si scrive nulla.\n"
+    "  tonvale-calc CARTELLA...\n"
+    "      Come registro --apri CARTELLA... (su Windows basta trascinare la cartella sull'icona).\n"
     "  tonvale-calc nipts [--quantita NIPTS|HTLA|HTLAN] [--anni N] [--livello N] [--eta N]\n"
     "      [--sesso M|F] [--tabella nuova|vecchia|biologico]\n"
     "      [--svg FILE [--vista grafico|audiogramma|tabella]] [--formato ...] [--separatore S]\n"
@@ -83,25 +112,49 @@ constexpr std::string_view kHelp =
     "      Mostra questo testo.\n"
     "\n"
     "Codice di uscita: 0 tutto bene; 1 un file non coerente o con valori rifiutati;\n"
-    "2 un file che non si legge o di tipo sconosciuto, o una riga di comando errata.\n";
+    "2 un file che non si legge o di tipo sconosciuto, o una riga di comando errata;\n"
+    "130 interrotto con Ctrl+C.\n";
 
 struct Command {
     std::string_view name;
     int (*run)(std::span<const std::string> arguments, FileSystem& files, Console& console);
 };
 
-constexpr std::array<Command, 8> kCommands{{
+constexpr std::array<Command, 9> kCommands{{
     {"calcola", RunCalcola},
     {"verifica", RunVerifica},
     {"grafico", RunGrafico},
     {"classifica", RunClassifica},
+    {"registro", RunRegistro},
     {"nipts", RunNipts},
     {"previsioni", RunPrevisioni},
     {"rischio", RunRischio},
     {"evoluzione", RunEvoluzione},
 }};
 
+bool IsFolder(const std::string& path, FileSystem& files) {
+    FolderContents contents;
+    return files.ReadFolder(path, contents) == FileError::kNone;
+}
+
+// Folders dropped on the program's icon are all of its command line.
+int OpenRegister(const std::vector<std::string>& folders, FileSystem& files, Console& console) {
+    std::vector<std::string> arguments{"--apri", "--"};
+    arguments.insert(arguments.end(), folders.begin(), folders.end());
+    return RunRegistro(arguments, files, console);
+}
+
 }  // namespace
+
+int WrongCommandLine(Console& console, std::string_view error) {
+    console.WriteError(std::string("tonvale-calc: ").append(error).append(" (vedere --help)\n"));
+    return kExitFailure;
+}
+
+int Interrupted(Console& console) {
+    console.WriteError("tonvale-calc: interrotto\n");
+    return kExitInterrupted;
+}
 
 int RunCompanion(const std::vector<std::string>& arguments, FileSystem& files, Console& console) {
     // A file may be called "--help" too, but only after "--".
@@ -121,10 +174,11 @@ int RunCompanion(const std::vector<std::string>& arguments, FileSystem& files, C
     const auto* command = std::find_if(kCommands.begin(), kCommands.end(), [&](const Command& row) {
         return row.name == arguments.front();
     });
+    if (command == kCommands.end() && IsFolder(arguments.front(), files)) {
+        return OpenRegister(arguments, files, console);
+    }
     if (command == kCommands.end()) {
-        console.WriteError("tonvale-calc: comando sconosciuto: " + arguments.front() +
-                           " (vedere --help)\n");
-        return kExitFailure;
+        return WrongCommandLine(console, "comando sconosciuto: " + arguments.front());
     }
     return command->run(std::span(arguments).subspan(1), files, console);
 }

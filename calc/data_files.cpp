@@ -10,10 +10,11 @@
 #include <variant>
 #include <vector>
 
-#include "calc/assessment_table.h"
-#include "calc/json_writer.h"
+#include "archive/stored_results.h"
+#include "calc/given_files.h"
 #include "calc/options.h"
 #include "calc/picture.h"
+#include "common/json_writer.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -21,53 +22,22 @@ namespace tonvale {
 
 namespace {
 
-struct OpenedFile {
-    const std::string& path;
-    ProfileFile file;
-    const AssessedKind& kind;
-};
-
-void ReportFailure(Console& console, std::string_view path, std::string_view reason) {
-    console.WriteError(std::string(path) + ": " + std::string(reason) + "\n");
-}
-
 // Opens every file in turn and hands it on; the others get a line on standard error. False when
-// there was one of those.
-bool ForEachDataFile(std::span<const std::string> paths, FileSystem& files, Console& console,
+// there was one of those, or when the user has interrupted it.
+bool ForEachDataFile(std::span<const FoundFile> found, FileSystem& files, Console& console,
                      const std::function<void(const OpenedFile&)>& use) {
     bool all_opened = true;
-    for (const std::string& path : paths) {
-        ProfileFile file;
-        const FileError error = ProfileFile::Read(files, path, file);
-        const AssessedKind* kind = AssessedKindOf(file);
-        if (kind != nullptr) {
-            use({path, std::move(file), *kind});
+    for (const FoundFile& file : found) {
+        if (console.IsInterrupted()) return false;
+        const OpenedFile opened = OpenDataFile(file, files);
+        if (opened.problem.empty()) {
+            use(opened);
             continue;
         }
         all_opened = false;
-        ReportFailure(console, path,
-                      error != FileError::kNone ? Reason(error) : "tipo di file sconosciuto");
+        ReportFile(console, file.path, opened.problem);
     }
     return all_opened;
-}
-
-std::optional<std::string> StoredResult(const ProfileFile& file, const AssessedResult& result) {
-    if (!result.section) return std::nullopt;
-    return file.Text(*result.section, result.key, kMaxValueCharacters);
-}
-
-// Blanks around a text are no difference: the platform's profile functions strip them. A result
-// that is never stored cannot differ.
-bool SameResult(const AssessedResult& result, const ProfileFile& file) {
-    if (!result.section) return true;
-    const auto stored = StoredResult(file, result);
-    return stored && TrimBlanks(*stored) == TrimBlanks(result.shown);
-}
-
-bool IsConsistent(const Assessment& assessment, const ProfileFile& file) {
-    if (!assessment.computed) return !assessment.message;
-    return std::all_of(assessment.results.begin(), assessment.results.end(),
-                       [&](const AssessedResult& result) { return SameResult(result, file); });
 }
 
 // --- calcola -------------------------------------------------------------------------------------
@@ -75,6 +45,7 @@ bool IsConsistent(const Assessment& assessment, const ProfileFile& file) {
 struct OutputSettings {
     std::string separator = ";";
     bool one_of_many = false;
+    bool with_details = false;
 };
 
 // Each writes one file's assessment.
@@ -82,14 +53,24 @@ using AssessmentWriter = void (*)(const OpenedFile&, const Assessment&, const Ou
                                   Console&);
 
 void WriteRefusal(const OpenedFile& opened, const Assessment& assessment, Console& console) {
-    ReportFailure(console, opened.path, assessment.message->text);
+    ReportFile(console, opened.found.path, assessment.message->text);
+}
+
+// What each part of the inputs contributes, a line each.
+void WriteContributions(const std::vector<Contribution>& contributions, Console& console) {
+    if (contributions.empty()) return;
+    console.Write("\nQuote dell'esposizione al rumore:\n");
+    for (const Contribution& contribution : contributions) {
+        console.Write(contribution.part + ": " + FormatFixed(contribution.percent, 0, 1) + " %\n");
+    }
 }
 
 void WriteText(const OpenedFile& opened, const Assessment& assessment,
                const OutputSettings& settings, Console& console) {
     if (assessment.message) return WriteRefusal(opened, assessment, console);
-    if (settings.one_of_many) console.Write("== " + opened.path + " ==\n");
+    if (settings.one_of_many) console.Write("== " + SingleLine(opened.found.path) + " ==\n");
     console.Write(PrintoutAsText(assessment.printout));
+    if (settings.with_details) WriteContributions(assessment.contributions, console);
     if (settings.one_of_many) console.Write("\n");
 }
 
@@ -151,13 +132,23 @@ struct DetailWriter {
 };
 
 void WriteDetails(JsonWriter& json, const Assessment& assessment) {
-    if (assessment.details.empty() && assessment.warnings.empty()) return;
+    const std::vector<Contribution>& contributions = assessment.contributions;
+    const bool is_empty = assessment.details.empty() && assessment.warnings.empty();
+    if (is_empty && contributions.empty()) return;
     json.Key("details");
     json.BeginObject();
     const DetailWriter write{json};
     for (const Detail& detail : assessment.details) {
         json.Key(detail.key);
         std::visit(write, detail.value);
+    }
+    if (!contributions.empty()) {
+        std::vector<double> shares;
+        for (const Contribution& contribution : contributions) {
+            shares.push_back(contribution.percent);
+        }
+        json.Key("shares");
+        write(shares);
     }
     if (!assessment.warnings.empty()) {
         json.Key("warnings");
@@ -171,9 +162,9 @@ void WriteJson(const OpenedFile& opened, const Assessment& assessment,
     JsonWriter json;
     json.BeginObject();
     json.Key("file");
-    json.String(DistinctUtf8(opened.path));
+    json.String(DistinctUtf8(opened.found.path));
     json.Key("kind");
-    json.String(InfoOf(opened.kind.kind).tag);
+    json.String(InfoOf(opened.kind->kind).tag);
     WriteResults(json, "shown", assessment, [&](const auto& result) { json.String(result.shown); });
     WriteResults(json, "values", assessment,
                  [&](const auto& result) { json.Number(result.value); });
@@ -197,58 +188,14 @@ constexpr std::array<OutputFormat, 3> kOutputFormats{{
     {"json", WriteJson},
 }};
 
-// --- verifica ------------------------------------------------------------------------------------
-
-std::string DescribeDifference(const AssessedResult& result, const ProfileFile& file) {
-    const auto stored = StoredResult(file, result);
-    return std::string(result.key) + (stored ? " salvato \"" + *stored + "\"" : " non salvato") +
-           ", ricalcolato \"" + result.shown + "\"";
-}
-
-// What there is to tell of a file; empty when all is well.
-std::string DescribeFindings(const Assessment& assessment, const ProfileFile& file) {
-    if (assessment.message) return assessment.message->text;
-    std::string text;
-    const auto append = [&text](const std::string& finding) {
-        if (!text.empty()) text += "; ";
-        text += finding;
-    };
-    for (const AssessedResult& result : assessment.results) {
-        if (assessment.computed && !SameResult(result, file)) {
-            append(DescribeDifference(result, file));
-        }
-    }
-    for (const std::string& finding : assessment.findings) append(finding);
-    return text;
-}
-
-// The drawing of a printout as a picture of its own, with room for what stands above and below it.
-SvgCanvas DrawPicture(const PrintoutDrawing& drawing) {
-    // Both scales divide this height without a remainder.
-    constexpr Rect kArea{20, 30, kPictureSize.width - 20, 30 + 14 * 39};
-    constexpr Rect kCaptions{kArea.left, kArea.bottom + 10, kArea.right, kPictureSize.height};
-    SvgCanvas canvas(kPictureSize);
-    drawing.draw(canvas, kArea, true);
-    if (drawing.draw_captions) drawing.draw_captions(canvas, kCaptions);
-    return canvas;
-}
-
-int NoFiles(Console& console) {
-    console.WriteError("tonvale-calc: nessun file indicato (vedere --help)\n");
-    return kExitFailure;
-}
-
-int WrongArguments(Console& console, const std::string& error) {
-    console.WriteError("tonvale-calc: " + error + " (vedere --help)\n");
-    return kExitFailure;
-}
+constexpr std::string_view kNoFiles = "nessun file indicato";
 
 }  // namespace
 
 int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Console& console) {
     AssessmentWriter write = WriteText;
     OutputSettings settings;
-    const std::array<Option, 2> options{{
+    const std::array<Option, 3> options{{
         {"--formato",
          [&](const std::string& value) -> std::optional<std::string> {
              const auto* format =
@@ -259,40 +206,47 @@ int RunCalcola(std::span<const std::string> arguments, FileSystem& files, Consol
              return std::nullopt;
          }},
         TextOption("--separatore", settings.separator),
+        FlagOption("--dettagli", settings.with_details),
     }};
     const ParsedArguments parsed = ParseOptions(arguments, options);
-    if (parsed.error) return WrongArguments(console, *parsed.error);
-    if (parsed.rest.empty()) return NoFiles(console);
+    if (parsed.error) return WrongCommandLine(console, *parsed.error);
+    if (parsed.rest.empty()) return WrongCommandLine(console, kNoFiles);
 
-    settings.one_of_many = parsed.rest.size() > 1;
+    const GivenFiles given = FindGivenFiles(parsed.rest, files, console);
+    settings.one_of_many = given.files.size() > 1;
     bool refused = false;
     const auto write_file = [&](const OpenedFile& opened) {
-        const Assessment assessment = opened.kind.assess(opened.file);
+        const Assessment assessment = opened.kind->assess(opened.file);
         refused = refused || assessment.message;
         write(opened, assessment, settings, console);
     };
-    if (!ForEachDataFile(parsed.rest, files, console, write_file)) return kExitFailure;
+    const bool all_opened = ForEachDataFile(given.files, files, console, write_file);
+    if (console.IsInterrupted()) return Interrupted(console);
+    if (!all_opened || !given.all_found) return kExitFailure;
     return refused ? kExitFindings : kExitSuccess;
 }
 
 int RunVerifica(std::span<const std::string> arguments, FileSystem& files, Console& console) {
     const ParsedArguments parsed = ParseOptions(arguments, {});
-    if (parsed.error) return WrongArguments(console, *parsed.error);
-    if (parsed.rest.empty()) return NoFiles(console);
+    if (parsed.error) return WrongCommandLine(console, *parsed.error);
+    if (parsed.rest.empty()) return WrongCommandLine(console, kNoFiles);
 
+    const GivenFiles given = FindGivenFiles(parsed.rest, files, console);
     long long checked = 0;
     long long inconsistent = 0;
     const auto check_file = [&](const OpenedFile& opened) {
-        const Assessment assessment = opened.kind.assess(opened.file);
+        const Assessment assessment = opened.kind->assess(opened.file);
         ++checked;
         if (!IsConsistent(assessment, opened.file)) ++inconsistent;
         const std::string findings = DescribeFindings(assessment, opened.file);
-        if (!findings.empty()) console.Write(opened.path + ": " + findings + "\n");
+        if (findings.empty()) return;
+        console.Write(SingleLine(opened.found.path) + ": " + findings + "\n");
     };
-    const bool all_opened = ForEachDataFile(parsed.rest, files, console, check_file);
+    const bool all_opened = ForEachDataFile(given.files, files, console, check_file);
+    if (console.IsInterrupted()) return Interrupted(console);
     console.Write("File verificati: " + FormatInteger(checked) +
                   ", non coerenti: " + FormatInteger(inconsistent) + "\n");
-    if (!all_opened) return kExitFailure;
+    if (!all_opened || !given.all_found) return kExitFailure;
     return inconsistent > 0 ? kExitFindings : kExitSuccess;
 }
 
@@ -300,23 +254,24 @@ int RunGrafico(std::span<const std::string> arguments, FileSystem& files, Consol
     std::string svg_path;
     const std::array<Option, 1> options{TextOption("--svg", svg_path)};
     const ParsedArguments parsed = ParseOptions(arguments, options);
-    if (parsed.error) return WrongArguments(console, *parsed.error);
-    if (parsed.rest.empty()) return NoFiles(console);
-    if (parsed.rest.size() > 1) return WrongArguments(console, "un solo file alla volta");
+    if (parsed.error) return WrongCommandLine(console, *parsed.error);
+    if (parsed.rest.empty()) return WrongCommandLine(console, kNoFiles);
+    if (parsed.rest.size() > 1) return WrongCommandLine(console, "un solo file alla volta");
 
     int status = kExitSuccess;
     const auto draw_file = [&](const OpenedFile& opened) {
-        const Assessment assessment = opened.kind.assess(opened.file);
+        const Assessment assessment = opened.kind->assess(opened.file);
         if (!assessment.printout.drawing) {
-            ReportFailure(console, opened.path, "questo file non ha un grafico");
+            ReportFile(console, opened.found.path, "questo file non ha un grafico");
             status = kExitFailure;
             return;
         }
-        const SvgCanvas picture = DrawPicture(*assessment.printout.drawing);
+        const SvgCanvas picture = DrawingAsPicture(*assessment.printout.drawing, kPictureSize);
         if (svg_path.empty()) return console.Write(picture.Document());
         status = SavePicture(picture, svg_path, files, console);
     };
-    return ForEachDataFile(parsed.rest, files, console, draw_file) ? status : kExitFailure;
+    const std::array<FoundFile, 1> found{{{.path = parsed.rest.front()}}};
+    return ForEachDataFile(found, files, console, draw_file) ? status : kExitFailure;
 }
 
 }  // namespace tonvale

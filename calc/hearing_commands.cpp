@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "calc/json_writer.h"
 #include "calc/options.h"
 #include "calc/picture.h"
+#include "common/json_writer.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "hearing/damage_evolution.h"
@@ -115,9 +115,7 @@ bool TakeArguments(std::span<const std::string> arguments, const std::vector<Opt
     if (!parsed.error && !parsed.rest.empty()) {
         parsed.error = "argomento inatteso: " + parsed.rest.front();
     }
-    if (parsed.error) {
-        console.WriteError("tonvale-calc: " + *parsed.error + " (vedere --help)\n");
-    }
+    if (parsed.error) WrongCommandLine(console, *parsed.error);
     return !parsed.error;
 }
 

@@ -2,10 +2,10 @@
 #include <vector>
 
 #include "calc/companion.h"
-#include "calc/stream_console.h"
+#include "calc/system_console.h"
 
 int main(int argc, char** argv) {
-    tonvale::StreamConsole console;
+    tonvale::SystemConsole console;
     const int status =
         tonvale::RunCompanion({argv + 1, argv + argc}, tonvale::SystemFiles(), console);
     return console.Flush() ? status : tonvale::kExitFailure;

@@ -9,9 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "calc/data_folder.h"
-#include "calc/json_writer.h"
+#include "calc/given_files.h"
 #include "calc/options.h"
+#include "common/csv_cell.h"
+#include "common/json_writer.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "protectors/noise_spectrum.h"
@@ -33,11 +34,6 @@ struct RankingOptions {
     std::string separator = ";";
     std::vector<std::string> paths = {};
 };
-
-int WrongCommandLine(Console& console, const std::string& error) {
-    console.WriteError("tonvale-calc: " + error + " (vedere --help)\n");
-    return kExitFailure;
-}
 
 // --- The table, as text and as cells -------------------------------------------------------------
 
@@ -149,18 +145,6 @@ void WriteRankingText(const RankingTask& task, const std::vector<RankedProtector
     }
 }
 
-// A cell that holds the separator, a quote or a line end stands in quotes.
-std::string QuotedCell(const std::string& cell, const std::string& separator) {
-    const bool holds_separator = !separator.empty() && cell.find(separator) != std::string::npos;
-    if (!holds_separator && cell.find_first_of("\"\r\n") == std::string::npos) return cell;
-    std::string quoted = "\"";
-    for (const char character : cell) {
-        if (character == '"') quoted += '"';
-        quoted += character;
-    }
-    return quoted + '"';
-}
-
 void WriteRankingCells(const RankingTask& task, const std::vector<RankedProtector>& protectors,
                        const RankingOptions& options, Console& console) {
     for (const Cells& row : MakeTable(task, protectors)) {
@@ -169,8 +153,8 @@ void WriteRankingCells(const RankingTask& task, const std::vector<RankedProtecto
             // Neither the name nor the warnings are numbers.
             const bool is_number = i > 0 && i + 1 < row.size();
             if (i > 0) line += options.separator;
-            line += QuotedCell(is_number ? WithDecimalComma(TrimBlanks(row[i])) : row[i],
-                               options.separator);
+            line += CsvCell(is_number ? WithDecimalComma(TrimBlanks(row[i])) : row[i],
+                            options.separator);
         }
         console.Write(line + std::string(kLineEnd));
     }
@@ -286,7 +270,7 @@ std::optional<ProfileFile> OpenFile(const std::string& path, FileSystem& files, 
     ProfileFile file;
     const FileError error = ProfileFile::Read(files, path, file);
     if (error == FileError::kNone) return file;
-    console.WriteError(path + ": " + std::string(Reason(error)) + "\n");
+    ReportFile(console, path, Reason(error));
     return std::nullopt;
 }
 
@@ -307,7 +291,7 @@ std::optional<CheckInputs> ReadNoise(const std::string& path, FileSystem& files,
     if (!file) return std::nullopt;
     CheckInputs noise;
     if (!ImportNoise(*file, noise.values)) {
-        console.WriteError(path + ": non è uno spettro di rumore\n");
+        ReportFile(console, path, "non è uno spettro di rumore");
         return std::nullopt;
     }
     TakeWeightedLevels(*file, noise);
@@ -351,18 +335,19 @@ std::optional<RankingTask> MakeTask(const RankingOptions& options, FileSystem& f
     return task;
 }
 
-// Reads the protectors of all paths; false when one of the files is refused.
-bool ReadProtectors(const RankingTask& task, const std::vector<std::string>& paths,
-                    FileSystem& files, Console& console, std::vector<RankedProtector>& protectors) {
+// Reads the protectors; false when one of the files is refused.
+bool ReadProtectors(const RankingTask& task, const std::vector<FoundFile>& found, FileSystem& files,
+                    Console& console, std::vector<RankedProtector>& protectors) {
     bool all_read = true;
-    for (const std::string& path : paths) {
-        const auto file = OpenFile(path, files, console);
+    for (const FoundFile& protector : found) {
+        if (console.IsInterrupted()) return false;
+        const auto file = OpenFile(protector.path, files, console);
         PerCheckField<double> values;
         if (file && ImportProtector(*file, values)) {
-            protectors.push_back(CheckForRanking(task, path, values));
+            protectors.push_back(CheckForRanking(task, protector.path, values));
             continue;
         }
-        if (file) console.WriteError(path + ": non è uno spettro di attenuazione\n");
+        if (file) ReportFile(console, protector.path, "non è uno spettro di attenuazione");
         all_read = false;
     }
     return all_read;
@@ -375,17 +360,13 @@ int RunClassifica(std::span<const std::string> arguments, FileSystem& files, Con
     if (!TakeOptions(arguments, options, console)) return kExitFailure;
     const auto task = MakeTask(options, files, console);
     if (!task) return kExitFailure;
-    std::vector<std::string> paths;
-    for (const std::string& path : options.paths) {
-        std::vector<std::string> found = DataFilesAt(path, FileKind::kSpi);
-        if (found.empty()) console.WriteError(path + ": nessuno spettro di attenuazione\n");
-        std::move(found.begin(), found.end(), std::back_inserter(paths));
-    }
+    const GivenFiles given = FindGivenFiles(options.paths, files, console, FileKind::kSpi);
     std::vector<RankedProtector> protectors;
-    const bool all_read = ReadProtectors(*task, paths, files, console, protectors);
+    const bool all_read = ReadProtectors(*task, given.files, files, console, protectors);
+    if (console.IsInterrupted()) return Interrupted(console);
     SortBestFirst(*task, protectors);
     options.write(*task, protectors, options, console);
-    return all_read && !paths.empty() ? kExitSuccess : kExitFailure;
+    return all_read && given.all_found ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace tonvale

@@ -31,6 +31,12 @@ struct Detail {
     DetailValue value;
 };
 
+// How much one part of the inputs adds to the result.
+struct Contribution {
+    std::string part;    // "92.5 dBA, 120 minuti"
+    double percent = 0;  // of the whole
+};
+
 struct Assessment {
     // Why the calculator refuses to compute.
     std::optional<UserMessage> message = {};
@@ -38,6 +44,9 @@ struct Assessment {
     bool computed = true;
     std::vector<AssessedResult> results = {};  // in the file's order
     std::vector<Detail> details = {};
+    // In the order of the inputs; as `shares`, in per cent, one of the details. Empty when the kind
+    // has no such parts or the whole is nothing.
+    std::vector<Contribution> contributions = {};
     // What the calculator tells and yet computes; the last of the details.
     std::vector<std::string> warnings = {};
     // What makes a stored file doubtful although its results follow from its inputs; `verifica`

@@ -74,6 +74,14 @@ std::string_view Reason(FileError error) {
     return row == kReasons.end() ? std::string_view() : row->clause;
 }
 
+FileError FileSystem::ReadFolder(const std::string& /*path*/, FolderContents& /*contents*/) {
+    return FileError::kMissingFolder;
+}
+
+std::optional<std::int64_t> FileSystem::ModifiedTime(const std::string& /*path*/) {
+    return std::nullopt;
+}
+
 FileError WriteFileSafely(FileSystem& files, const std::string& path, std::string_view bytes) {
     const std::string target = files.ResolveLinks(path);
     const std::string temporary = TemporaryBeside(target);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,16 @@ struct FolderEntry {
     std::int64_t modified_s;  // since a moment that is the same for all files of a folder
 };
 
+struct FolderItem {
+    std::string name;
+    bool is_folder = false;
+};
+
+struct FolderContents {
+    std::string identity;           // equal for one and the same folder, whatever path leads to it
+    std::vector<FolderItem> items;  // folders and plain files, in no order; links are left out
+};
+
 // The steps that touch the disk, each replaceable by one that fails, for the tests.
 // Paths are UTF-8.
 class FileSystem {
@@ -57,6 +68,10 @@ class FileSystem {
     // `name_start`. Empty when the folder cannot be read.
     virtual std::vector<FolderEntry> FilesBeside(const std::string& path,
                                                  std::string_view name_start) = 0;
+    // Puts what lies in the folder `path` into `contents`; kMissingFolder when that is no folder.
+    virtual FileError ReadFolder(const std::string& path, FolderContents& contents);
+    // When the file was last changed, in seconds since the start of 1970 (UTC).
+    virtual std::optional<std::int64_t> ModifiedTime(const std::string& path);
     // The file that `path` stands for once links are followed; `path` itself where there are none.
     virtual std::string ResolveLinks(const std::string& path) { return path; }
 };

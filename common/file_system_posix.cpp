@@ -125,6 +125,25 @@ FileError ObstacleToReplacing(const std::string& path, const struct stat& status
     return access(path.c_str(), W_OK) == 0 ? FileError::kNone : WritingError();
 }
 
+using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
+
+Folder OpenFolder(const std::string& path) {
+    return {opendir(path.c_str()), closedir};
+}
+
+// The number of the file in its file system, and of that.
+std::string IdentityOf(const struct stat& status) {
+    return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
+}
+
+// The type of an entry, as d_type tells it; not every file system does.
+unsigned char TypeOf(DIR* folder, const dirent& entry) {
+    if (entry.d_type != DT_UNKNOWN) return entry.d_type;
+    struct stat status = {};
+    if (fstatat(dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return DT_UNKNOWN;
+    return S_ISDIR(status.st_mode) ? DT_DIR : S_ISREG(status.st_mode) ? DT_REG : DT_UNKNOWN;
+}
+
 class PosixFileSystem : public FileSystem {
   public:
     FileError Read(const std::string& path, std::string& bytes) override {
@@ -161,7 +180,7 @@ class PosixFileSystem : public FileSystem {
     std::vector<FolderEntry> FilesBeside(const std::string& path,
                                          std::string_view name_start) override {
         std::vector<FolderEntry> entries;
-        const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(FolderOf(path).c_str()), closedir);
+        const Folder folder = OpenFolder(FolderOf(path));
         while (const dirent* found = folder ? readdir(folder.get()) : nullptr) {
             if (!std::string_view(found->d_name).starts_with(name_start)) continue;
             const std::string beside = FolderPart(path) + found->d_name;
@@ -170,6 +189,28 @@ class PosixFileSystem : public FileSystem {
             entries.push_back({beside, status.st_mtime});
         }
         return entries;
+    }
+
+    FileError ReadFolder(const std::string& path, FolderContents& contents) override {
+        const Folder folder = OpenFolder(path);
+        struct stat status = {};
+        if (!folder || fstat(dirfd(folder.get()), &status) != 0) return WritingError();
+        contents = {IdentityOf(status), {}};
+        errno = 0;
+        while (const dirent* entry = readdir(folder.get())) {
+            const std::string_view name = entry->d_name;
+            const unsigned char type = TypeOf(folder.get(), *entry);
+            if ((type != DT_DIR && type != DT_REG) || name == "." || name == "..") continue;
+            contents.items.push_back({std::string(name), type == DT_DIR});
+            errno = 0;
+        }
+        return errno == 0 ? FileError::kNone : ReadingError();
+    }
+
+    std::optional<std::int64_t> ModifiedTime(const std::string& path) override {
+        struct stat status = {};
+        if (stat(path.c_str(), &status) != 0) return std::nullopt;
+        return status.st_mtime;
     }
 
     std::string ResolveLinks(const std::string& path) override {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "common/file_errors_win.h"
 #include "common/text.h"
@@ -120,16 +121,59 @@ struct SearchCloser {
 };
 using Search = std::unique_ptr<std::remove_pointer_t<HANDLE>, SearchCloser>;
 
+// Since the start of 1601.
 std::int64_t Seconds(const FILETIME& time) {
     constexpr std::int64_t kTicksPerSecond = 10'000'000;
     return ((static_cast<std::int64_t>(time.dwHighDateTime) << 32) + time.dwLowDateTime) /
            kTicksPerSecond;
 }
+constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
 std::string NameOf(const WIN32_FIND_DATAW& found) {
     const std::wstring_view name = found.cFileName;
     return Utf16LeToUtf8(
         {reinterpret_cast<const char*>(name.data()), name.size() * sizeof(wchar_t)});
+}
+
+// Hands on whatever matches the pattern and gives the error that ended the search, when all is
+// well ERROR_NO_MORE_FILES.
+template <typename Use>
+DWORD ForEachMatch(const std::wstring& pattern, Use use) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE first = FindFirstFileW(pattern.c_str(), &found);
+    if (first == INVALID_HANDLE_VALUE) return GetLastError();
+    const Search search(first);
+    do {
+        use(found);
+    } while (FindNextFileW(search.get(), &found));
+    return GetLastError();
+}
+
+// Links and mount points; what a cloud service keeps elsewhere is as good as a file.
+bool IsLink(const WIN32_FIND_DATAW& found) {
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           IsReparseTagNameSurrogate(found.dwReserved0);
+}
+
+// The number of a folder in its volume, and of that; empty where the system tells none.
+std::string IdentityOf(const std::string& folder) {
+    constexpr DWORD kEverySharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE handle = CreateFileW(WidePath(folder).c_str(), 0, kEverySharing, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return {};
+    const Handle owner(handle);
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (!GetFileInformationByHandle(handle, &information)) return {};
+    std::string identity;
+    for (const DWORD part : {information.dwVolumeSerialNumber, information.nFileIndexHigh,
+                             information.nFileIndexLow}) {
+        identity += std::to_string(part) + ":";
+    }
+    return identity;
+}
+
+bool EndsFolder(const std::string& path) {
+    return path.find_last_of("/\\:") == path.size() - 1;
 }
 
 class WindowsFileSystem : public FileSystem {
@@ -158,16 +202,35 @@ class WindowsFileSystem : public FileSystem {
         const std::string folder = FolderPart(path);
         const std::wstring pattern = WidePath(folder + std::string(name_start) + "*");
         std::vector<FolderEntry> entries;
-        WIN32_FIND_DATAW found{};
-        const HANDLE first = FindFirstFileW(pattern.c_str(), &found);
-        if (first == INVALID_HANDLE_VALUE) return entries;
-        const Search search(first);
-        do {
+        ForEachMatch(pattern, [&](const WIN32_FIND_DATAW& found) {
             constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
-            if ((found.dwFileAttributes & kNoFile) != 0) continue;
+            if ((found.dwFileAttributes & kNoFile) != 0) return;
             entries.push_back({folder + NameOf(found), Seconds(found.ftLastWriteTime)});
-        } while (FindNextFileW(search.get(), &found));
+        });
         return entries;
+    }
+
+    FileError ReadFolder(const std::string& path, FolderContents& contents) override {
+        if ((AttributesOf(path) & FILE_ATTRIBUTE_DIRECTORY) == 0) return FileError::kMissingFolder;
+        contents = {IdentityOf(path), {}};
+        const std::wstring pattern = WidePath(path + (EndsFolder(path) ? "*" : "\\*"));
+        const DWORD end = ForEachMatch(pattern, [&](const WIN32_FIND_DATAW& found) {
+            std::string name = NameOf(found);
+            if (IsLink(found) || name == "." || name == "..") return;
+            const bool is_folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+            contents.items.push_back({std::move(name), is_folder});
+        });
+        // The root of an empty disk has no entries at all.
+        const bool complete = end == ERROR_NO_MORE_FILES || end == ERROR_FILE_NOT_FOUND;
+        return complete ? FileError::kNone : WritingError(end);
+    }
+
+    std::optional<std::int64_t> ModifiedTime(const std::string& path) override {
+        WIN32_FILE_ATTRIBUTE_DATA data{};
+        if (!GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &data)) {
+            return std::nullopt;
+        }
+        return Seconds(data.ftLastWriteTime) - kSecondsFrom1601To1970;
     }
 };
 

@@ -47,4 +47,20 @@ std::string PrintoutAsText(const Printout& printout) {
     return text;
 }
 
+SvgCanvas DrawingAsPicture(const PrintoutDrawing& drawing, Size size) {
+    constexpr int kMargin = 20;
+    constexpr int kTop = 30;       // a label of the scale stands above the drawing
+    constexpr int kCaptions = 64;  // what stands below it, and the gap before
+    // The scales of all spectra divide a height of a multiple of this without a remainder.
+    constexpr int kStep = 42;
+    const int height = (size.height - kTop - kCaptions) / kStep * kStep;
+    const Rect area{kMargin, kTop, size.width - kMargin, kTop + height};
+    SvgCanvas canvas(size);
+    drawing.draw(canvas, area, true);
+    if (drawing.draw_captions) {
+        drawing.draw_captions(canvas, {area.left, area.bottom + 10, area.right, size.height});
+    }
+    return canvas;
+}
+
 }  // namespace tonvale

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/canvas.h"
+#include "common/svg_canvas.h"
 
 namespace tonvale {
 
@@ -44,5 +45,9 @@ struct Printout {
 // The printout as plain text: the second columns aligned, then the closing text and the notes, each
 // after an empty line. Lines end with LF.
 std::string PrintoutAsText(const Printout& printout);
+
+// The drawing as a picture of its own, with what stands above and below it. At least 200 wide and
+// 150 high.
+SvgCanvas DrawingAsPicture(const PrintoutDrawing& drawing, Size size);
 
 }  // namespace tonvale

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "common/markup.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -42,30 +43,6 @@ std::string HexColor(Color color) {
         text += kHexDigits[part & 0xF];
     }
     return text;
-}
-
-// Control characters are not allowed in XML, not even as references.
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char character : ValidUtf8(text)) {
-        switch (character) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += static_cast<unsigned char>(character) < 0x20 ? ' ' : character;
-        }
-    }
-    return escaped;
 }
 
 bool IsFixedPitch(const Font& font) {
@@ -172,11 +149,11 @@ void SvgCanvas::SetTextColor(Color color) {
 void SvgCanvas::AddText(double x, double baseline, std::string_view anchor, std::string_view text) {
     body_ += "<text" + Attribute("x", x) + Attribute("y", baseline) +
              Attribute("text-anchor", anchor) + Attribute("fill", HexColor(text_color_)) +
-             Attribute("font-family", Escaped(FontFamily(font_))) +
+             Attribute("font-family", EscapeMarkup(FontFamily(font_))) +
              Attribute("font-size", font_.character_height);
     if (font_.weight != 400) body_ += Attribute("font-weight", font_.weight);
     if (font_.italic) body_ += Attribute("font-style", "italic");
-    body_ += ">" + Escaped(text) + "</text>\n";
+    body_ += ">" + EscapeMarkup(text) + "</text>\n";
 }
 
 void SvgCanvas::DrawTextAt(Point at, std::string_view text) {

@@ -144,6 +144,14 @@ std::string_view TrimBlanks(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
 }
 
+std::string SingleLine(std::string_view text) {
+    std::string line(text);
+    std::replace_if(
+        line.begin(), line.end(),
+        [](char c) { return static_cast<std::uint8_t>(c) < 0x20 || c == 0x7F; }, ' ');
+    return line;
+}
+
 std::string WithDecimalComma(std::string_view text) {
     std::string result(text);
     const std::size_t point = result.find('.');

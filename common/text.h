@@ -24,6 +24,9 @@ std::string LowerCase(std::string_view text);  // of the letters A to Z
 // `text` without the blanks and tabs at its ends.
 std::string_view TrimBlanks(std::string_view text);
 
+// `text` with a blank for each control character, line ends included.
+std::string SingleLine(std::string_view text);
+
 // `text` with its first "." replaced by ",": how a number is written in a clipboard summary.
 std::string WithDecimalComma(std::string_view text);
 

@@ -83,6 +83,21 @@ std::optional<DailyExposureValues> RecomputeValues(DailyExposureForm& form,
     return values;
 }
 
+std::vector<Contribution> ContributionsOf(const DailyExposureForm& form,
+                                          const DailyExposureState& state) {
+    const std::vector<double> shares = ExposureShares(state.levels_dba, state.durations);
+    const std::string unit(TimeUnitAt(form.time_unit).name);
+    std::vector<Contribution> contributions;
+    for (std::size_t i = 0; i < shares.size(); ++i) {
+        const ExposureItem& item = form.items[i];
+        std::string part(TrimBlanks(item.level_dba));
+        part.append(" dBA, ").append(TrimBlanks(item.duration));
+        if (!unit.empty()) part.append(" ").append(unit);
+        contributions.push_back({std::move(part), shares[i]});
+    }
+    return contributions;
+}
+
 UserMessage ItemsRefusal() {
     return {"Errore", "Errore nei valori!"};
 }
@@ -210,6 +225,7 @@ Assessment AssessDailyExposure(const ProfileFile& file) {
         {kTotalTimeKey, form.total_time, total_time},
         {kDailyLevelKey, form.daily_level_dba, values->daily_level_dba},
     };
+    assessment.contributions = ContributionsOf(form, state);
     AddTexts(assessment, form);
     return assessment;
 }

@@ -1,5 +1,6 @@
 #include "exposure/exposure_level.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cmath>
 #include <cstddef>
@@ -23,6 +24,23 @@ double EquivalentLevel(std::span<const double> levels_dba, std::span<const doubl
         total_time += durations[i];
     }
     return energy == 0 ? 0 : 10 * std::log10(energy / total_time);
+}
+
+std::vector<double> ExposureShares(std::span<const double> levels_dba,
+                                   std::span<const double> durations) {
+    assert(levels_dba.size() == durations.size());
+    if (levels_dba.empty()) return {};
+    // Against the highest level, so that no power overflows.
+    const double highest_dba = *std::max_element(levels_dba.begin(), levels_dba.end());
+    std::vector<double> shares;
+    double sum = 0;
+    for (std::size_t i = 0; i < levels_dba.size(); ++i) {
+        shares.push_back(durations[i] * std::pow(10.0, 0.1 * (levels_dba[i] - highest_dba)));
+        sum += shares.back();
+    }
+    if (sum == 0 || !std::isfinite(sum)) return {};
+    for (double& share : shares) share *= 100 / sum;
+    return shares;
 }
 
 double TotalTime(std::span<const double> durations) {

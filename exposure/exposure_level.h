@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 namespace tonvale {
 
@@ -9,6 +10,11 @@ namespace tonvale {
 // one unit; as many as levels): 10 lg(sum t_i 10^(0.1 L_i) / sum t_i). 0 when there are none or the
 // energy sum is exactly 0. Source: ISO 9612:2009, 9.3 (task-based strategy).
 double EquivalentLevel(std::span<const double> levels_dba, std::span<const double> durations);
+
+// What each of these levels adds to their energy sum, in per cent: 100 t_i 10^(0.1 L_i) over the
+// sum. Empty when the sum is exactly 0 or not finite.
+std::vector<double> ExposureShares(std::span<const double> levels_dba,
+                                   std::span<const double> durations);
 
 // Sum of the durations, in their unit.
 double TotalTime(std::span<const double> durations);

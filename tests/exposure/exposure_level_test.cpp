@@ -56,5 +56,21 @@ TEST(EquivalentLevel, WeighsEnergiesByTimeInAnyUnit) {
     EXPECT_NEAR(EquivalentLevel(std::vector<double>{-3}, std::vector<double>{2}), -3, 1e-12);
 }
 
+TEST(ExposureShares, TellWhatToQuietenFirst) {
+    using Shares = std::vector<double>;
+    const auto shares_of = [](const Shares& levels, const Shares& durations) {
+        return ExposureShares(levels, durations);
+    };
+    // A quarter of the time at 6.02 dB more is as much again.
+    const Shares even = shares_of({80, 80 + 20 * std::log10(2)}, {4, 1});
+    EXPECT_NEAR(even[0], 50, 1e-12);
+    EXPECT_NEAR(even[1], 50, 1e-12);
+    // Levels far beyond any range of powers, and one that adds nothing beside them.
+    EXPECT_EQ(shares_of({9000, 9000, -9000}, {1, 3, 1}), (Shares{25, 75, 0}));
+    EXPECT_EQ(shares_of({}, {}), Shares{});
+    EXPECT_EQ(shares_of({80, 80}, {1, -1}), Shares{});
+    EXPECT_EQ(shares_of({80, INFINITY}, {1, 1}), Shares{});
+}
+
 }  // namespace
 }  // namespace tonvale

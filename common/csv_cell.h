@@ -1,0 +1,12 @@
+// A cell of a text whose lines are cells parted by a separator.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tonvale {
+
+// `text` as a cell: in quotes where it holds the separator, a quote or a line end.
+std::string CsvCell(std::string_view text, std::string_view separator);
+
+}  // namespace tonvale
