@@ -99,6 +99,12 @@ windows_tests() {
     fi
 }
 
+browser_test() {
+    say "Opening a register in a browser"
+    check "register in a browser" \
+        "$ROOT/tests/archive/check_browser.sh" "$NATIVE/calc/tonvale-calc" "$ROOT/build/screenshots"
+}
+
 run_fuzzer() {
     local fuzzer=$1 seconds=$2 name work
     name=$(basename "$fuzzer")
@@ -139,6 +145,7 @@ run_everything() {
     check "version" "$ROOT/scripts/check-version.sh"
     if build linux-asan; then
         native_tests
+        browser_test
         fuzzers
     else
         failed=$((failed + 1))

@@ -19,6 +19,7 @@ inline constexpr unsigned long kHelpPageSetup = 110041;
 inline constexpr unsigned long kHelpDataFiles = 110050;
 inline constexpr unsigned long kHelpFileNotes = 110051;  // IDD_ADDENDUM
 inline constexpr unsigned long kHelpCompanion = 110060;
+inline constexpr unsigned long kHelpArchiveRegister = 110065;
 inline constexpr unsigned long kHelpExposureQuantities = 110070;
 
 // ADDNOTES

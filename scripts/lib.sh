@@ -6,8 +6,9 @@ ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 {
     # To build the program and its companion for Windows, and to run them.
     RUN_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix wine64 fonts-wine fonts-liberation)
-    # To test them as well: sanitizers and fuzzers, GoogleTest, printouts turned into text.
-    TEST_PACKAGES=("${RUN_PACKAGES[@]}" clang libclang-rt-dev googletest ghostscript poppler-utils)
+    # To test them as well: sanitizers and fuzzers, GoogleTest, printouts turned into text, a browser.
+    TEST_PACKAGES=("${RUN_PACKAGES[@]}" clang libclang-rt-dev googletest ghostscript poppler-utils
+        chromium)
     # To measure how fast they are.
     BENCHMARK_PACKAGES=("${RUN_PACKAGES[@]}" g++ libbenchmark-dev)
     # To make what people install, and to test it.
