@@ -14,7 +14,7 @@ namespace tonvale {
 namespace {
 
 // Small enough to be read on a phone.
-constexpr Size kSectionPicture{520, 346};
+constexpr Size kSectionPicture{580, 388};
 
 void WriteHeading(std::size_t number, const RegisterRow& row, HtmlWriter& html) {
     html.Raw("<section class=\"file\" id=\"");
@@ -47,13 +47,23 @@ void WriteLines(Markup element_class, std::string_view text, HtmlWriter& html) {
     html.Raw("</p>\n");
 }
 
+// Printed with a fixed pitch, such a text stands in columns with those above and below.
+bool HasColumns(std::string_view text) {
+    return TrimBlanks(text).find("  ") != std::string_view::npos;
+}
+
+void WriteReportCell(std::string_view text, HtmlWriter& html) {
+    html.Raw(HasColumns(text) ? Markup(" class=\"fixed\">") : Markup(">")).Text(text);
+    html.Raw("</td>");
+}
+
 void WriteReport(const Printout& printout, HtmlWriter& html) {
     html.Raw("<table class=\"report\">\n");
     for (const PrintoutLine& line : printout.lines) {
-        html.Raw(line.right.empty() ? Markup("<tr><td colspan=\"2\">") : Markup("<tr><td>"));
-        html.Text(line.left);
-        if (!line.right.empty()) html.Raw("</td><td>").Text(line.right);
-        html.Raw("</td></tr>\n");
+        html.Raw(line.right.empty() ? Markup("<tr><td colspan=\"2\"") : Markup("<tr><td"));
+        WriteReportCell(line.left, html);
+        if (!line.right.empty()) WriteReportCell(line.right, html.Raw("<td"));
+        html.Raw("</tr>\n");
     }
     html.Raw("</table>\n");
     WriteLines("closing", printout.closing_text, html);
@@ -108,7 +118,9 @@ Html FileSection(std::size_t number, const RegisterRow& row, const Assessment* a
     WriteMessage(row, html);
     if (assessment != nullptr) WriteAssessment(*assessment, html);
     html.Raw("</section>\n");
-    return html.Take();
+    Html section = html.Take();
+    section.DropSpareRoom();
+    return section;
 }
 
 }  // namespace tonvale

@@ -27,6 +27,8 @@ class Html {
   public:
     const std::string& text() const { return text_; }
     std::string TakeText() && { return std::move(text_); }
+    // For a piece that is kept for long beside many others.
+    void DropSpareRoom() { text_.shrink_to_fit(); }
 
   private:
     friend class HtmlWriter;

@@ -78,12 +78,12 @@ void WriteResults(const RegisterRow& row, HtmlWriter& html) {
     for (std::size_t i = 0; i < row.main_results.size(); ++i) {
         const MainResult& result = row.main_results[i];
         const bool is_last = i + 1 == row.main_results.size();
-        html.Text(result.label).Raw(" <b>").Text(result.text).Raw("</b>");
+        html.Text(result.label).Raw("&nbsp;<b>").Text(result.text).Raw("</b>");
         if (is_last || row.main_results[i + 1].unit != result.unit) {
-            html.Raw(" ").Text(result.unit);
+            html.Raw("&nbsp;").Text(result.unit);
         }
         if (!result.total_error.empty()) {
-            html.Raw(", errore totale ").Text(result.total_error).Raw(" ").Text(result.unit);
+            html.Raw(", errore totale ").Text(result.total_error).Raw("&nbsp;").Text(result.unit);
         }
         if (!is_last) html.Raw(" · ");
     }

@@ -42,8 +42,10 @@ class ResultColumns {
 
 // Spreadsheets compute what begins like this.
 std::string PlainText(const std::string& text) {
-    const bool is_formula = text.find_first_of("=+-@\t") == 0;
-    return (is_formula ? "'" : "") + text;
+    constexpr std::string_view kFormulaStarts = "=+-@\t";
+    const bool is_formula =
+        !text.empty() && kFormulaStarts.find(text.front()) != std::string_view::npos;
+    return is_formula ? "'" + text : text;
 }
 
 std::string_view YesOrNo(std::optional<bool> value) {
@@ -53,7 +55,7 @@ std::string_view YesOrNo(std::optional<bool> value) {
 void AddLine(const std::vector<std::string>& cells, std::string_view separator, std::string& csv) {
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (i > 0) csv += separator;
-        csv += CsvCell(cells[i], separator);
+        AppendCsvCell(cells[i], separator, csv);
     }
     csv += kLineEnd;
 }

@@ -27,7 +27,10 @@ ProgressLine::Clock ClockFromNow() {
 ProgressLine::ProgressLine(Console& console) : ProgressLine(console, ClockFromNow()) {}
 
 ProgressLine::ProgressLine(Console& console, Clock clock)
-    : console_(console), clock_(std::move(clock)), next_(kPatience) {}
+    : console_(console),
+      is_seen_(console.ShowsProgress()),
+      clock_(std::move(clock)),
+      next_(kPatience) {}
 
 ProgressLine::~ProgressLine() {
     if (shown_characters_ == 0) return;
@@ -36,7 +39,7 @@ ProgressLine::~ProgressLine() {
 }
 
 void ProgressLine::Show(std::string_view what, std::size_t done, std::size_t total) {
-    if (!console_.ShowsProgress()) return;
+    if (!is_seen_) return;
     const milliseconds now = clock_();
     if (now < next_) return;
     next_ = now + kPause;

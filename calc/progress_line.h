@@ -29,6 +29,7 @@ class ProgressLine {
     void Replace(const std::string& text);
 
     Console& console_;
+    bool is_seen_;
     Clock clock_;
     std::chrono::milliseconds next_;
     std::size_t shown_characters_ = 0;

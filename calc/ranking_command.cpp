@@ -153,8 +153,8 @@ void WriteRankingCells(const RankingTask& task, const std::vector<RankedProtecto
             // Neither the name nor the warnings are numbers.
             const bool is_number = i > 0 && i + 1 < row.size();
             if (i > 0) line += options.separator;
-            line += CsvCell(is_number ? WithDecimalComma(TrimBlanks(row[i])) : row[i],
-                            options.separator);
+            AppendCsvCell(is_number ? WithDecimalComma(TrimBlanks(row[i])) : row[i],
+                          options.separator, line);
         }
         console.Write(line + std::string(kLineEnd));
     }

@@ -164,13 +164,16 @@ bool Deliver(const RegisterOptions& options, const std::string& text, FileSystem
     return false;
 }
 
+bool IsRead(const RegisterRow& row) {
+    return row.consistent || row.message.empty();
+}
+
 // What the rows say of the files: told on standard error, where a file could not be read.
 int StatusOf(const std::vector<RegisterRow>& rows, const std::vector<FoundFile>& found,
              Console& console) {
     int status = kExitSuccess;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const bool is_read = rows[i].consistent || rows[i].message.empty();
-        if (!is_read) {
+        if (!IsRead(rows[i])) {
             ReportFile(console, found[i].path, rows[i].message);
             status = kExitFailure;
         } else if (rows[i].consistent == false) {
@@ -201,6 +204,8 @@ int RunRegistro(std::span<const std::string> arguments, FileSystem& files, Conso
     }
     entries.reset();
     const int status = StatusOf(archive.rows, given.files, console);
+    // With nothing to tell, an old register is not written over.
+    if (std::none_of(archive.rows.begin(), archive.rows.end(), IsRead)) return kExitFailure;
     const std::string text = WriteRegister(options, archive, std::move(sections));
     const bool delivered = Deliver(options, text, files, console);
     return delivered && given.all_found ? status : kExitFailure;

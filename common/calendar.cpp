@@ -1,8 +1,5 @@
 #include "common/calendar.h"
 
-#include <ctime>
-#include <mutex>
-
 #include "common/numbers.h"
 
 namespace tonvale {
@@ -16,14 +13,10 @@ std::string TwoDigits(int number) {
 }  // namespace
 
 std::string LocalDate(std::int64_t unix_s) {
-    // The library has one day for all threads.
-    static std::mutex mutex;
-    const std::lock_guard lock(mutex);
-    const auto moment = static_cast<std::time_t>(unix_s);
-    const std::tm* day = std::localtime(&moment);
-    if (day == nullptr) return {};
-    return FormatInteger(1900 + day->tm_year) + "-" + TwoDigits(day->tm_mon + 1) + "-" +
-           TwoDigits(day->tm_mday);
+    std::tm day = {};
+    if (!ToLocalDay(static_cast<std::time_t>(unix_s), day)) return {};
+    return FormatInteger(1900 + day.tm_year) + "-" + TwoDigits(day.tm_mon + 1) + "-" +
+           TwoDigits(day.tm_mday);
 }
 
 std::string ItalianDate(const std::string& date) {

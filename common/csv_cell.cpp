@@ -1,19 +1,30 @@
 #include "common/csv_cell.h"
 
+#include <algorithm>
+
 namespace tonvale {
 
-std::string CsvCell(std::string_view text, std::string_view separator) {
-    const bool holds_separator =
-        !separator.empty() && text.find(separator) != std::string_view::npos;
-    if (!holds_separator && text.find_first_of("\"\r\n") == std::string_view::npos) {
-        return std::string(text);
+namespace {
+
+bool NeedsQuotes(std::string_view text, std::string_view separator) {
+    if (!separator.empty() && text.find(separator) != std::string_view::npos) return true;
+    return std::any_of(text.begin(), text.end(),
+                       [](char c) { return c == '"' || c == '\r' || c == '\n'; });
+}
+
+}  // namespace
+
+void AppendCsvCell(std::string_view text, std::string_view separator, std::string& line) {
+    if (!NeedsQuotes(text, separator)) {
+        line += text;
+        return;
     }
-    std::string quoted = "\"";
+    line += '"';
     for (const char character : text) {
-        if (character == '"') quoted += '"';
-        quoted += character;
+        if (character == '"') line += '"';
+        line += character;
     }
-    return quoted + '"';
+    line += '"';
 }
 
 }  // namespace tonvale

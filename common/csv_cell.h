@@ -6,7 +6,8 @@
 
 namespace tonvale {
 
-// `text` as a cell: in quotes where it holds the separator, a quote or a line end.
-std::string CsvCell(std::string_view text, std::string_view separator);
+// Appends `text` to `line` as a cell: in quotes where it holds the separator, a quote or a line
+// end.
+void AppendCsvCell(std::string_view text, std::string_view separator, std::string& line);
 
 }  // namespace tonvale

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <system_error>
 
@@ -167,6 +168,17 @@ std::string FormatShortest(double value) {
     std::array<char, 32> buffer;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
     return std::string(buffer.data(), result.ptr);
+}
+
+std::string FormatHundredths(double value) {
+    const long long hundredths = std::llround(value * 100);
+    const long long magnitude = std::llabs(hundredths);
+    std::string text = hundredths < 0 ? "-" : "";
+    text += FormatInteger(magnitude / 100);
+    const auto digit = [](long long number) { return static_cast<char>('0' + number % 10); };
+    if (magnitude % 100 != 0) text.append({'.', digit(magnitude / 10)});
+    if (magnitude % 10 != 0) text += digit(magnitude);
+    return text;
 }
 
 std::string FormatInteger(long long value) {

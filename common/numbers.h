@@ -32,6 +32,9 @@ std::uint32_t ParseUnsigned(std::string_view text);
 // A value that is not a number gives "nan" whatever its sign; infinities give "inf" and "-inf".
 std::string FormatFixed(double value, int width, int decimals);
 
+// With as many of two decimals as it takes: "12", "12.5", "-0.25". Up to 10^15 in magnitude.
+std::string FormatHundredths(double value);
+
 // The shortest decimal text that reads back as exactly `value` (finite).
 std::string FormatShortest(double value);
 

@@ -101,8 +101,9 @@ std::string_view ProfileFile::KeyOf(const Line& line) {
 // By number, not by name: a long section name must not be copied for each of its keys.
 std::string ProfileFile::KeyIndexName(std::size_t first_section, std::string_view key) {
     std::string name = LowerCase(key);
-    name += '\n';
-    name += FormatInteger(static_cast<long long>(first_section));
+    for (name += '\n'; first_section > 0; first_section >>= 8) {
+        name += static_cast<char>(first_section & 0xFF);
+    }
     return name;
 }
 

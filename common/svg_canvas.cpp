@@ -21,10 +21,6 @@ constexpr double kDescent = 0.212;
 constexpr double kFixedPitchWidth = 0.6;
 constexpr double kProportionalWidth = 0.5;
 
-std::string Number(double value) {
-    return FormatShortest(std::round(value * 100) / 100);
-}
-
 std::string Attribute(std::string_view name, std::string_view value) {
     std::string text = " ";
     text.append(name).append("=\"").append(value).append("\"");
@@ -32,7 +28,7 @@ std::string Attribute(std::string_view name, std::string_view value) {
 }
 
 std::string Attribute(std::string_view name, double value) {
-    return Attribute(name, Number(value));
+    return Attribute(name, FormatHundredths(value));
 }
 
 std::string HexColor(Color color) {
@@ -66,7 +62,8 @@ std::string PointList(std::span<const Point> points) {
     std::string list;
     for (const Point& point : points) {
         if (!list.empty()) list += ' ';
-        list += Number(PixelMiddle(point.x)) + ',' + Number(PixelMiddle(point.y));
+        list +=
+            FormatHundredths(PixelMiddle(point.x)) + ',' + FormatHundredths(PixelMiddle(point.y));
     }
     return list;
 }

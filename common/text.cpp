@@ -8,7 +8,6 @@ namespace tonvale {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr std::string_view kBlanks = " \t";
 
 // The characters of the Windows-1252 codes 0x80 to 0x9F; the five codes without a character stand
 // for the C1 controls. All other codes stand for the character of the same number.
@@ -139,9 +138,10 @@ std::string LowerCase(std::string_view text) {
 }
 
 std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+    const auto is_blank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && is_blank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 std::string SingleLine(std::string_view text) {

@@ -121,12 +121,14 @@ TEST_F(RegisterTest, TellsOfEachKindWhatItIsFor) {
               HasSubstr("examples;settimana.lew;LEPW;Addetto al reparto fonderia.;")));
     console_.output.clear();
     RunCompanion({"registro", SourceFolder() + "examples"}, SystemFiles(), console_);
-    EXPECT_THAT(console_.output,
-                AllOf(HasSubstr("Danno <b>"), HasSubstr("L'Aeq <b>75.0</b> dBA · ACCETTABILE</td>"),
-                      HasSubstr("</b> dBA, errore totale "), HasSubstr("<td>92.5 dBA, 120 minuti"),
-                      HasSubstr("LAeq <b>99.8</b> dBA · LCeq <b>99.4</b> dBC</td>"),
-                      HasSubstr("H <b>28.0</b> · M <b>21.0</b> · L <b>15.0</b> · SNR <b>24.0</b> "
-                                "dB</td>")));
+    EXPECT_THAT(
+        console_.output,
+        AllOf(HasSubstr("Danno&nbsp;<b>"),
+              HasSubstr("L'Aeq&nbsp;<b>75.0</b>&nbsp;dBA · ACCETTABILE</td>"),
+              HasSubstr("</b>&nbsp;dBA, errore totale "), HasSubstr("<td>92.5 dBA, 120 minuti"),
+              HasSubstr("LAeq&nbsp;<b>99.8</b>&nbsp;dBA · LCeq&nbsp;<b>99.4</b>&nbsp;dBC</td>"),
+              HasSubstr("H&nbsp;<b>28.0</b> · M&nbsp;<b>21.0</b> · L&nbsp;<b>15.0</b> · SNR&nbsp;"
+                        "<b>24.0</b>&nbsp;dB</td>")));
     EXPECT_EQ(CountOf(console_.output, ">8000 Hz</text>"), 5U);
 }
 

@@ -1,0 +1,9 @@
+#include "common/calendar.h"
+
+namespace tonvale {
+
+bool ToLocalDay(std::time_t moment, std::tm& day) {
+    return localtime_r(&moment, &day) != nullptr;
+}
+
+}  // namespace tonvale
