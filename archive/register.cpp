@@ -99,10 +99,10 @@ std::string RatingOf(const Assessment& assessment) {
 void TakeResults(const Assessment& assessment, RegisterRow& row) {
     if (!assessment.computed) return;
     for (const AssessedResult& result : assessment.results) {
-        row.results.push_back({std::string(result.key), std::string(TrimBlanks(result.shown))});
+        row.results.push_back({result.key, std::string(TrimBlanks(result.shown))});
     }
     row.rating = RatingOf(assessment);
-    if (!row.rating.empty()) row.results.push_back({std::string(kRatingKey), row.rating});
+    if (!row.rating.empty()) row.results.push_back({kRatingKey, row.rating});
     TakeMainResults(row);
 }
 

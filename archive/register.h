@@ -34,7 +34,7 @@ struct MainResult {
 };
 
 struct RegisterResult {
-    std::string key;
+    std::string_view key;
     std::string text;  // as shown, without the blanks around it
 };
 

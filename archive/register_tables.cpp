@@ -26,7 +26,7 @@ class ResultColumns {
         }
     }
 
-    const std::vector<std::string>& keys() const { return keys_; }
+    const std::vector<std::string_view>& keys() const { return keys_; }
     std::vector<std::string> CellsOf(const RegisterRow& row) const {
         std::vector<std::string> cells(keys_.size());
         for (const RegisterResult& result : row.results) {
@@ -36,8 +36,8 @@ class ResultColumns {
     }
 
   private:
-    std::vector<std::string> keys_;
-    std::unordered_map<std::string, std::size_t> columns_;
+    std::vector<std::string_view> keys_;
+    std::unordered_map<std::string_view, std::size_t> columns_;
 };
 
 // Spreadsheets compute what begins like this.

@@ -6,7 +6,6 @@
 
 int main(int argc, char** argv) {
     tonvale::SystemConsole console;
-    const int status =
-        tonvale::RunCompanion({argv + 1, argv + argc}, tonvale::SystemFiles(), console);
-    return console.Flush() ? status : tonvale::kExitFailure;
+    return console.Finish(
+        tonvale::RunCompanion({argv + 1, argv + argc}, tonvale::SystemFiles(), console));
 }

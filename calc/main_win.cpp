@@ -34,8 +34,8 @@ int wmain(int argc, wchar_t** argv) {
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) arguments.push_back(tonvale::Narrow(argv[i]));
     tonvale::SystemConsole console;
-    const int status = tonvale::RunCompanion(arguments, tonvale::SystemFiles(), console);
-    const bool written = console.Flush();
+    const int status =
+        console.Finish(tonvale::RunCompanion(arguments, tonvale::SystemFiles(), console));
     if (status == tonvale::kExitFailure) WaitUntilRead();
-    return written ? status : tonvale::kExitFailure;
+    return status;
 }

@@ -160,7 +160,7 @@ bool Deliver(const RegisterOptions& options, const std::string& text, FileSystem
         return false;
     }
     if (!options.opens || console.OpenDocument(options.output)) return true;
-    ReportFile(console, options.output, "non c'è un programma con cui aprirlo");
+    ReportFile(console, options.output, "il registro è scritto, ma non si è potuto aprirlo");
     return false;
 }
 

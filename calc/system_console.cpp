@@ -38,8 +38,10 @@ bool SystemConsole::IsInterrupted() const {
     return is_interrupted;
 }
 
-bool SystemConsole::Flush() {
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+int SystemConsole::Finish(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    WriteError("tonvale-calc: impossibile scrivere sullo standard output\n");
+    return kExitFailure;
 }
 
 }  // namespace tonvale

@@ -18,8 +18,9 @@ class SystemConsole final : public Console {
     bool IsInterrupted() const override;
     bool OpenDocument(const std::string& path) override;
 
-    // Writes out what is buffered; false when any of it was lost (disk full, reader gone).
-    bool Flush();
+    // Writes out what is buffered. The status to end with: `status`, or where anything was lost
+    // (disk full, reader gone), of which standard error is told, kExitFailure.
+    int Finish(int status);
 };
 
 }  // namespace tonvale

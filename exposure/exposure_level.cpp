@@ -38,7 +38,9 @@ std::vector<double> ExposureShares(std::span<const double> levels_dba,
         shares.push_back(durations[i] * std::pow(10.0, 0.1 * (levels_dba[i] - highest_dba)));
         sum += shares.back();
     }
-    if (sum == 0 || !std::isfinite(sum)) return {};
+    const bool has_negative =
+        std::any_of(shares.begin(), shares.end(), [](double share) { return share < 0; });
+    if (sum == 0 || !std::isfinite(sum) || has_negative) return {};
     for (double& share : shares) share *= 100 / sum;
     return shares;
 }

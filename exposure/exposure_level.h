@@ -12,7 +12,7 @@ namespace tonvale {
 double EquivalentLevel(std::span<const double> levels_dba, std::span<const double> durations);
 
 // What each of these levels adds to their energy sum, in per cent: 100 t_i 10^(0.1 L_i) over the
-// sum. Empty when the sum is exactly 0 or not finite.
+// sum. Empty when the sum is exactly 0 or not finite, or a duration is below 0.
 std::vector<double> ExposureShares(std::span<const double> levels_dba,
                                    std::span<const double> durations);
 

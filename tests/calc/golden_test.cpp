@@ -189,7 +189,8 @@ TEST(Companion, TellsHowItIsUsed) {
     for (const auto& [arguments, status] :
          {std::pair{std::vector<std::string>{}, "[2]\n"}, {{"calcola", "--help"}, "[0]\n"}}) {
         const std::string answer = Transcript(arguments, files);
-        EXPECT_NE(answer.find("\n  tonvale-calc verifica FILE...\n"), std::string::npos);
+        EXPECT_NE(answer.find("\n  tonvale-calc verifica (FILE | CARTELLA)...\n"),
+                  std::string::npos);
         EXPECT_TRUE(answer.ends_with(status));
     }
 }

@@ -68,7 +68,8 @@ TEST(ExposureShares, TellWhatToQuietenFirst) {
     // Levels far beyond any range of powers, and one that adds nothing beside them.
     EXPECT_EQ(shares_of({9000, 9000, -9000}, {1, 3, 1}), (Shares{25, 75, 0}));
     EXPECT_EQ(shares_of({}, {}), Shares{});
-    EXPECT_EQ(shares_of({80, 80}, {1, -1}), Shares{});
+    EXPECT_EQ(shares_of({80, 80}, {2, -1}), Shares{});
+    EXPECT_EQ(shares_of({80, 80}, {0, 0}), Shares{});
     EXPECT_EQ(shares_of({80, INFINITY}, {1, 1}), Shares{});
 }
 
