@@ -127,16 +127,13 @@ void WriteTable(const Register& archive, HtmlWriter& html) {
 }
 
 constexpr Markup kFoot =
-    "<footer>\n<p>Fasce secondo la direttiva 2003/10/CE (D.Lgs. 81/2008, articolo 189): 80 dBA "
-    "valore "
-    "inferiore di azione, 85 dBA valore superiore di azione, 87 dBA valore limite di esposizione. "
-    "Un "
-    "valore di confine appartiene alla fascia superiore. I valori di azione si confrontano con "
-    "l'esposizione senza protettori; il valore limite con l'esposizione all'orecchio, tenuto conto "
-    "dei "
-    "protettori indossati.</p>\n<p>Coerente: i risultati salvati nel file sono quelli che seguono "
-    "dai "
-    "suoi dati. I risultati mostrati sono ricalcolati.</p>\n</footer>\n";
+    "<footer>\n<p>Fasce secondo la direttiva 2003/10/CE (D.Lgs. 81/2008, articolo 189): 80 dBA\n"
+    "valore inferiore di azione, 85 dBA valore superiore di azione, 87 dBA valore limite di\n"
+    "esposizione. Un valore di confine appartiene alla fascia superiore. I valori di azione si\n"
+    "confrontano con l'esposizione senza protettori; il valore limite con l'esposizione\n"
+    "all'orecchio, tenuto conto dei protettori indossati.</p>\n<p>Coerente: i risultati salvati\n"
+    "nel file sono quelli che seguono dai suoi dati. I risultati mostrati sono ricalcolati.</p>\n"
+    "</footer>\n";
 
 // So that the page, which may be long, is not copied while it grows.
 std::size_t ExpectedSize(const std::vector<Html>& sections) {
