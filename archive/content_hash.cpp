@@ -78,9 +78,10 @@ std::string Padded(std::string_view message) {
 
 std::string Sha256(std::string_view message) {
     const std::string padded = Padded(message);
+    const std::string_view blocks = padded;
     State state = kInitialState;
-    for (std::size_t at = 0; at < padded.size(); at += kBlockBytes) {
-        TakeBlock(std::string_view(padded).substr(at, kBlockBytes), state);
+    for (std::size_t at = 0; at < blocks.size(); at += kBlockBytes) {
+        TakeBlock(blocks.substr(at, kBlockBytes), state);
     }
     std::string digest;
     for (const std::uint32_t word : state) {

@@ -144,6 +144,7 @@ void WriteDetails(JsonWriter& json, const Assessment& assessment) {
     }
     if (!contributions.empty()) {
         std::vector<double> shares;
+        shares.reserve(contributions.size());
         for (const Contribution& contribution : contributions) {
             shares.push_back(contribution.percent);
         }

@@ -58,7 +58,8 @@ class DataFolderTest : public FolderTest {
   protected:
     void Fill(const std::string& folder, const std::vector<std::string>& names) {
         fs::create_directories(folder_ / std::u8string(folder.begin(), folder.end()));
-        for (const std::string& name : names) WriteFile(folder + "/" + name, "x");
+        const std::string start = folder + "/";
+        for (const std::string& name : names) WriteFile(start + name, "x");
     }
 };
 
