@@ -11,7 +11,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 PACKAGES=$ROOT/build/packages
 [[ -f $PACKAGES/SHA256SUMS ]] || die "run ./package.sh first"
-[[ -z $(git -C "$ROOT" status --porcelain) ]] || die "there are changes that are in no commit"
+[[ -z $(git -C "$ROOT" status --porcelain --untracked-files=no) ]] || die "there are changes that are in no commit"
 
 # Nothing of the other folder may be found again in what is built in it: neither its name nor its
 # depth.

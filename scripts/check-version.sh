@@ -8,7 +8,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 cd "$ROOT"
 version=$(project_version)
 [[ $version =~ ^[0-9]+[.][0-9]+[.][0-9]+$ ]] || die "CMakeLists.txt has no version"
-# "[1.0.0] - 2026-11-22", or "[Unreleased] - 1.0.0" until then.
+# "[VERSION] - DATE", or "[Unreleased] - VERSION" until then.
 first=$(grep -m 1 '^## ' CHANGELOG.md)
 [[ $first == "## [$version] - "* || $first == "## [Unreleased] - $version" ]] ||
     die "the version is $version, and the changelog begins with: $first"
