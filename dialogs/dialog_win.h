@@ -8,6 +8,8 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -57,6 +59,15 @@ struct ControlItems {
     int control;
     const std::vector<std::string>& (*items)();
 };
+
+// The rows of two tables in one.
+template <typename Row, std::size_t kFirst, std::size_t kSecond>
+constexpr std::array<Row, kFirst + kSecond> Joined(const std::array<Row, kFirst>& first,
+                                                   const std::array<Row, kSecond>& second) {
+    std::array<Row, kFirst + kSecond> rows{};
+    std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), rows.begin()));
+    return rows;
+}
 
 // What a dialog is made of besides its procedure; one constant of each dialog's file.
 struct DialogDescription {

@@ -5,7 +5,6 @@
 
 #include <prsht.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -38,15 +37,6 @@ inline constexpr std::array<ControlHelp, 5> kWizardFileHelp{{
     {IDC_WIZARD_PRINT, kHelpWizardFile},
     {IDC_WIZARD_FILE, kHelpWizardFile},
 }};
-
-// The rows of two tables in one.
-template <typename Row, std::size_t kFirst, std::size_t kSecond>
-constexpr std::array<Row, kFirst + kSecond> Joined(const std::array<Row, kFirst>& first,
-                                                   const std::array<Row, kSecond>& second) {
-    std::array<Row, kFirst + kSecond> rows{};
-    std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), rows.begin()));
-    return rows;
-}
 
 // Where a page leads to besides another page's number.
 inline constexpr int kNextInOrder = 0;

@@ -1,8 +1,10 @@
 #include "protectors/attenuation_spectrum_dialog.h"
 
+#include <array>
 #include <string>
 
 #include "dialogs/data_file_session_win.h"
+#include "protectors/band_tips_win.h"
 #include "protectors/spectrum_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
@@ -11,21 +13,11 @@ namespace tonvale {
 
 namespace {
 
-constexpr ControlTip kTips[] = {
-    {IDC_BAND_FIRST, L"Inserire il valore del livello di attenuazione a 125 Hz"},
-    {IDC_BAND_FIRST + 1, L"Inserire il valore del livello di attenuazione a 250 Hz"},
-    {IDC_BAND_FIRST + 2, L"Inserire il valore del livello di attenuazione a 500 Hz"},
-    {IDC_BAND_FIRST + 3, L"Inserire il valore del livello di attenuazione a 1000 Hz"},
-    {IDC_BAND_FIRST + 4, L"Inserire il valore del livello di attenuazione a 2000 Hz"},
-    {IDC_BAND_FIRST + 5, L"Inserire il valore del livello di attenuazione a 4000 Hz"},
-    {IDC_BAND_FIRST + 6, L"Inserire il valore del livello di attenuazione a 8000 Hz"},
-    {IDC_RATING_SNR, L"Inserire il valore del livello di attenuazione SNR"},
-    {IDC_RATING_H, L"Inserire il valore del livello di attenuazione H"},
-    {IDC_RATING_M, L"Inserire il valore del livello di attenuazione M"},
-    {IDC_RATING_L, L"Inserire il valore del livello di attenuazione L"},
-    kStatusBarTip,
-    kNotesTip,
-};
+constexpr auto kTips =
+    Joined(Joined(AttenuationBandTips(IDC_BAND_FIRST), kRatingTips), std::to_array<ControlTip>({
+                                                                         kStatusBarTip,
+                                                                         kNotesTip,
+                                                                     }));
 
 constexpr auto kLimits =
     WithBandRows<ControlTextLimit>(kBandLimit, {{IDC_RATING_H, kBandFieldCharacters},

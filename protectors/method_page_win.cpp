@@ -6,6 +6,7 @@
 #include <string>
 
 #include "dialogs/file_dialogs_win.h"
+#include "protectors/band_tips_win.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 
@@ -15,30 +16,13 @@ namespace {
 
 // A method's page has some of these.
 constexpr auto kMethodPageTips = Joined(
-    kWizardFileTips,
+    Joined(Joined(kWizardFileTips, kNoiseBandTips),
+           Joined(AttenuationBandTips(IDC_PROTECTOR_BAND_FIRST), kRatingTips)),
     std::to_array<ControlTip>({
         {IDC_NOISE_A_LEVEL, L"Inserire il valore del livello equivalente pesato A"},
         {IDC_NOISE_C_LEVEL, L"Inserire il valore del livello equivalente pesato C"},
         {IDC_CLASS_HM, L"La differenza tra i livelli pesati C e A non supera 5 dB"},
         {IDC_CLASS_L, L"La differenza tra i livelli pesati C e A supera 5 dB"},
-        {IDC_RATING_H, L"Inserire il valore del livello di attenuazione H"},
-        {IDC_RATING_M, L"Inserire il valore del livello di attenuazione M"},
-        {IDC_RATING_L, L"Inserire il valore del livello di attenuazione L"},
-        {IDC_RATING_SNR, L"Inserire il valore del livello di attenuazione SNR"},
-        {IDC_BAND_FIRST, L"Inserire il valore del livello di rumore a 125 Hz"},
-        {IDC_BAND_FIRST + 1, L"Inserire il valore del livello di rumore a 250 Hz"},
-        {IDC_BAND_FIRST + 2, L"Inserire il valore del livello di rumore a 500 Hz"},
-        {IDC_BAND_FIRST + 3, L"Inserire il valore del livello di rumore a 1000 Hz"},
-        {IDC_BAND_FIRST + 4, L"Inserire il valore del livello di rumore a 2000 Hz"},
-        {IDC_BAND_FIRST + 5, L"Inserire il valore del livello di rumore a 4000 Hz"},
-        {IDC_BAND_FIRST + 6, L"Inserire il valore del livello di rumore a 8000 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST, L"Inserire il valore del livello di attenuazione a 125 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 1, L"Inserire il valore del livello di attenuazione a 250 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 2, L"Inserire il valore del livello di attenuazione a 500 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 3, L"Inserire il valore del livello di attenuazione a 1000 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 4, L"Inserire il valore del livello di attenuazione a 2000 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 5, L"Inserire il valore del livello di attenuazione a 4000 Hz"},
-        {IDC_PROTECTOR_BAND_FIRST + 6, L"Inserire il valore del livello di attenuazione a 8000 Hz"},
         {IDC_IMPORT_NOISE, L"Carica i dati del rumore da un file di spettro"},
         {IDC_IMPORT_PROTECTOR, L"Carica i dati del DPI da un file di spettro di attenuazione"},
     }));

@@ -1,8 +1,10 @@
 #include "protectors/noise_spectrum_dialog.h"
 
+#include <array>
 #include <string>
 
 #include "dialogs/data_file_session_win.h"
+#include "protectors/band_tips_win.h"
 #include "protectors/spectrum_dialog.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
@@ -11,19 +13,13 @@ namespace tonvale {
 
 namespace {
 
-constexpr ControlTip kTips[] = {
-    {IDC_BAND_FIRST, L"Inserire il valore del livello di rumore a 125 Hz"},
-    {IDC_BAND_FIRST + 1, L"Inserire il valore del livello di rumore a 250 Hz"},
-    {IDC_BAND_FIRST + 2, L"Inserire il valore del livello di rumore a 500 Hz"},
-    {IDC_BAND_FIRST + 3, L"Inserire il valore del livello di rumore a 1000 Hz"},
-    {IDC_BAND_FIRST + 4, L"Inserire il valore del livello di rumore a 2000 Hz"},
-    {IDC_BAND_FIRST + 5, L"Inserire il valore del livello di rumore a 4000 Hz"},
-    {IDC_BAND_FIRST + 6, L"Inserire il valore del livello di rumore a 8000 Hz"},
-    {IDC_A_WEIGHTED_LEVEL, L"Livello equivalente pesato A dello spettro"},
-    {IDC_C_WEIGHTED_LEVEL, L"Livello equivalente pesato C dello spettro"},
-    kStatusBarTip,
-    kNotesTip,
-};
+constexpr auto kTips = Joined(
+    kNoiseBandTips, std::to_array<ControlTip>({
+                        {IDC_A_WEIGHTED_LEVEL, L"Livello equivalente pesato A dello spettro"},
+                        {IDC_C_WEIGHTED_LEVEL, L"Livello equivalente pesato C dello spettro"},
+                        kStatusBarTip,
+                        kNotesTip,
+                    }));
 
 constexpr auto kLimits = WithBandRows<ControlTextLimit>(kBandLimit, {kNotesLimit});
 constexpr auto kColors = WithBandRows<ControlColors>(
