@@ -66,18 +66,6 @@ TEST(DailyExposure, KeptItemsHaveOneDecimalAndCutNotes) {
     EXPECT_TRUE(Recompute(reopened, state));
 }
 
-TEST(DailyExposure, ASaveOverALongerListLeavesNoSurplus) {
-    ProfileFile file = ProfileFile::Parse(
-        "; a mano\r\n[TONVALE]\r\nTipo=lepd\r\nITEMS=3\r\n[LEQ]\r\n1=1\r\n2=2\r\n3=3\r\n[TIME]\r\n"
-        "1=1\r\n2=2\r\n3=3\r\n[ALTRO]\r\nchiave=\"sua\"\r\n[NOTE]\r\n1=a\r\n2=b\r\nNum=2\r\n");
-    StoreForm(FormOf({{"85", "8"}}, 2), file);
-    EXPECT_EQ(
-        file.Serialize(),
-        "; a mano\r\n[TONVALE]\r\nTipo=LEPD\r\nITEMS=1\r\nLAEQ=Laeq\r\nTOTTIME=Te\r\nLEPD=Lepd\r\n"
-        "TFORM=2\r\n[LEQ]\r\n1=85\r\n[TIME]\r\n1=8\r\n[ALTRO]\r\nchiave=\"sua\"\r\n"
-        "[NOTE]\r\nNum=0\r\n");
-}
-
 TEST(DailyExposure, WhatAFileLacksStays) {
     DailyExposureForm form = FormOf({{"1", "1"}}, 1);
     form.daily_level_dba = "prima";

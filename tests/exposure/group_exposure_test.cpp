@@ -183,17 +183,6 @@ TEST(GroupExposure, AnEmptyTotalAndMissingKeysChangeNothing) {
     }
 }
 
-TEST(GroupExposure, FewerSamplesLeaveNoneInTheFile) {
-    GroupExposureForm form = FormOf({"85", "87", "89"});
-    ProfileFile stored;
-    StoreForm(form, stored);
-    form.levels_dba.resize(2);
-    StoreForm(form, stored);
-    EXPECT_FALSE(stored.Find("LEQ", "3"));
-    form.confidence = 2;
-    EXPECT_EQ(MakePrintout(form).lines[2].left, "Coefficiente di fiducia: 97.5%");
-}
-
 }  // namespace
 
 }  // namespace tonvale

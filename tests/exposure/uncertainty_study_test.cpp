@@ -132,18 +132,6 @@ TEST(UncertaintyStudy, DurationErrorsFollowTheirMode) {
     EXPECT_EQ(DurationErrorText(kPercent, "", "9e307", "9e9", "", 2), "   0.00");
 }
 
-TEST(UncertaintyFile, RowsThatAreNoMoreGo) {
-    UncertaintyStudy study = ExampleStudy();
-    ProfileFile stored;
-    StoreStudy(study, stored);
-    study.samples.resize(1);
-    study.periods.clear();
-    StoreStudy(study, stored);
-    EXPECT_TRUE(stored.Find("LEQ", "TIME_0"));
-    EXPECT_FALSE(stored.Find("LEQ", "TIME_1"));
-    EXPECT_FALSE(stored.Find("LEPD", "ITIME_0"));
-}
-
 TEST(UncertaintyReport, IsCutAndHasItsNotes) {
     UncertaintyStudy study = ExampleStudy();
     ActivatePage(kStart, study);

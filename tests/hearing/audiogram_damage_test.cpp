@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -15,55 +14,6 @@ namespace tonvale {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-constexpr std::array kTables{DamageTable::kNew, DamageTable::kOld, DamageTable::kBiological};
-constexpr std::array kFormulas{DamageFormula::kIndustry, DamageFormula::kAgriculture};
-
-EarAudiogram Ear(const EarLosses& losses_db) {
-    EarAudiogram ear{};
-    std::copy(losses_db.begin(), losses_db.end(), ear.begin());
-    ear[5] = 120;  // never counts
-    return ear;
-}
-
-// The combination by its definition, on any two ears: flat ones and steep ones.
-double ExpectedDamage(DamageTable table, DamageFormula formula, const EarLosses& left_db,
-                      const EarLosses& right_db) {
-    const bool is_old = table == DamageTable::kOld;
-    const int left_flag = is_old && left_db[4] - left_db[2] > 40 ? 4 : 0;
-    const int right_flag = is_old && right_db[4] - right_db[2] > 40 ? 4 : 0;
-    double worse = EarDamagePercent(left_db, table) - right_flag;
-    double better = EarDamagePercent(right_db, table) - left_flag;
-    if (better > worse) std::swap(better, worse);
-    if (table == DamageTable::kBiological) {
-        return better > 0 ? 0.8 * better + 0.2 * worse : 0.24 * worse;
-    }
-    const double base = formula == DamageFormula::kIndustry ? 0.75 * better + 0.25 * worse
-                                                            : (better + better + worse) / 3;
-    return base + (left_flag * right_flag > 0 ? 4 : 0);
-}
-
-TEST(BinauralDamage, CombinesTheEars) {
-    constexpr std::array<EarLosses, 8> kEars{{{0, 0, 0, 0, 0},
-                                              {20, 20, 20, 20, 20},
-                                              {26, 0, 0, 0, 26},
-                                              {30, 35, 50, 65, 70},
-                                              {25, 30, 40, 60, 65},
-                                              {0, 0, 19, 0, 60},
-                                              {25, 40, 24, 90, 65},
-                                              {120, 120, 120, 120, 120}}};
-    for (const DamageTable table : kTables) {
-        for (const DamageFormula formula : kFormulas) {
-            for (const auto& left : kEars) {
-                for (const auto& right : kEars) {
-                    const HearingDamage damage = EvaluateHearingDamage(
-                        {.left_db = Ear(left), .right_db = Ear(right)}, table, formula);
-                    EXPECT_NEAR(damage.percent, ExpectedDamage(table, formula, left, right), 1e-12);
-                }
-            }
-        }
-    }
-}
 
 AudiogramDamageForm FormOf(const Texts& left, const Texts& right, DamageTable table,
                            DamageFormula formula = DamageFormula::kIndustry) {

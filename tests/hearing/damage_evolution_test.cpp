@@ -10,7 +10,6 @@
 namespace tonvale {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 DamageEvolutionForm FormOf(std::string level, std::string age, int fractile_position) {
@@ -35,19 +34,6 @@ TEST(DamageEvolution, TabulatesTheDamagesOfAnIndependentComputation) {
     const DamageEvolution old{{.level_dba = 100, .age = 18, .sex = kMale}, 0.25, DamageTable::kOld};
     EXPECT_THAT(MakeResultView(old).table_text(";"),
                 HasSubstr("\r\n 2; 8,1; 0,0; 0,0; 0,2\r\n 4; 9,4; 0,1; 0,0; 0,7\r\n"));
-}
-
-TEST(DamageEvolution, BeginsAsThePredictionTableHasIt) {
-    const DamageEvolution evolution{
-        {.level_dba = 100, .age = 60, .sex = kMale}, 0.25, DamageTable::kOld};
-    const DamageEvolutionRow first = ComputeRows(evolution).front();
-    LossPrediction prediction{.table = DamageTable::kOld};
-    prediction.person = {2, 100, 62, kMale};
-    const std::vector<LossPredictionRow> rows = ComputeRows(prediction);
-    EXPECT_THAT(first.damages_percent,
-                ElementsAre(*rows[0].damage_percent, *rows[9].damage_percent,
-                            *rows[18].damage_percent, *rows[4].damage_percent));
-    EXPECT_GT(first.damages_percent[3], 0);
 }
 
 TEST(DamageEvolution, EndsAtTheAgeOf70) {

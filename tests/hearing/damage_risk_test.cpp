@@ -104,24 +104,6 @@ TEST(DamageRisk, ARefusedFieldChangesNothing) {
     EXPECT_EQ(form.criterion_position, 6);
 }
 
-TEST(DamageRisk, ChartsWhatTheCriterionMeasures) {
-    DamageRisk risk;
-    const Chart losses = MakeRiskChart(risk);
-    // The criterion is met where the curve is above 27 dB, 4.7 divisions up: up to 21 and 35 %.
-    for (std::size_t i = 0; i < 19; ++i) {
-        const int percent = 5 * static_cast<int>(i + 1);
-        EXPECT_EQ(losses.curves[0][i].y > 4.7, percent <= 21) << percent;
-        EXPECT_EQ(losses.curves[1][i].y > 4.7, percent <= 35) << percent;
-        // 0 dB is two divisions up.
-        EXPECT_NEAR(losses.curves[2][i].y - 2, losses.curves[1][i].y - losses.curves[0][i].y,
-                    1e-12);
-    }
-    risk.criterion = DamageCriterion::kInailOldTable;
-    const Chart damages = MakeRiskChart(risk);
-    EXPECT_EQ(damages.curves[1][1].y >= 11 / 2.5, true);  // 10 %
-    EXPECT_EQ(damages.curves[1][2].y >= 11 / 2.5, false);
-}
-
 }  // namespace
 
 }  // namespace tonvale

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace tonvale {
 namespace {
 
@@ -55,19 +53,6 @@ TEST(LossPrediction, TheRowOf55PerCentUsesTheMultiplierOf54) {
     // The chart does not fall short: 0.126 at 55 %.
     const Chart chart = MakeFractileChart(prediction);
     EXPECT_NEAR(chart.curves[0][10].y, LossAxisPosition(-0.126 * 4.89), 1e-12);
-}
-
-TEST(LossPrediction, MarksADamageThatIsCompensated) {
-    LossPrediction prediction = PredictionOf(FormOf(QuantityKind::kHtlan, "35", "90", "60"));
-    prediction.table = DamageTable::kOld;
-    const LossPredictionRow row = ComputeRows(prediction)[0];
-    EarLosses losses{};
-    std::copy_n(row.losses_db.begin(), losses.size(), losses.begin());
-    EXPECT_EQ(row.damage_percent, EarDamagePercent(losses, DamageTable::kOld));
-    EXPECT_EQ(MakeTable(prediction).rows[0].back().mark, " *");
-    EXPECT_EQ(MakeTable(prediction).rows[18].back().mark, "");
-    prediction.quantity = QuantityKind::kNipts;
-    EXPECT_FALSE(ComputeRows(prediction)[0].damage_percent);
 }
 
 }  // namespace
