@@ -17,45 +17,24 @@ constexpr const char* kNotAllNumbers =
 
 using FieldTexts = std::vector<std::pair<CheckField, std::string>>;
 
-MethodPageForm PageOf(const FieldTexts& texts, bool is_class_l = false) {
+MethodPageForm PageOf(const FieldTexts& texts) {
     MethodPageForm form;
     for (const auto& [field, text] : texts) form.texts[field] = text;
-    form.is_class_l = is_class_l;
     return form;
 }
 
-MethodPageForm OctavePage() {
+// A page that the method accepts.
+MethodPageForm GoodPage(const CheckMethodInfo& method) {
     MethodPageForm form;
-    for (std::size_t i = 0; i < kOctaveBandCount; ++i) {
-        form.texts[BandField(CheckField::kNoiseBands, i)] = "95.0";
-        form.texts[BandField(CheckField::kProtectorBands, i)] = "20";
-    }
+    for (const CheckField field : method.fields) form.texts[field] = " 95.5";
+    form.is_class_l = method.method == CheckMethod::kHmlCheck;
     return form;
-}
-
-// One page of each method that is accepted, in the order of the methods.
-std::vector<MethodPageForm> GoodPages() {
-    return {PageOf({{CheckField::kLaeq, "95"}, {CheckField::kSnr, "20"}}),
-            PageOf({{CheckField::kLceq, "100"}, {CheckField::kSnr, " 25"}}),
-            PageOf({{CheckField::kLaeq, "100"},
-                    {CheckField::kH, "20"},
-                    {CheckField::kM, "10"},
-                    {CheckField::kL, "12.5"}},
-                   true),
-            PageOf({{CheckField::kLaeq, "90.3"},
-                    {CheckField::kLceq, "92.3"},
-                    {CheckField::kH, "30"},
-                    {CheckField::kM, "25"},
-                    {CheckField::kL, "20"}}),
-            OctavePage()};
 }
 
 TEST(ProtectorSelection, NextRunsTheMethodOfThePage) {
-    const std::vector<MethodPageForm> pages = GoodPages();
-    for (std::size_t i = 0; i < kCheckMethodCount; ++i) {
+    for (const CheckMethodInfo& method : CheckMethods()) {
         SelectionState state;
-        const CheckMethodInfo& method = CheckMethods()[i];
-        MethodPageForm accepted = pages[i];
+        MethodPageForm accepted = GoodPage(method);
         EXPECT_FALSE(RunMethod(method, accepted, state).refusal) << method.name;
         EXPECT_EQ(state.method, static_cast<int>(method.method));
         EXPECT_NE(state.inputs.values[method.fields.back()], 0);
@@ -63,7 +42,7 @@ TEST(ProtectorSelection, NextRunsTheMethodOfThePage) {
         // Any empty field, or one of 0, keeps the wizard on the page and the state as it was.
         for (const CheckField field : method.fields) {
             for (const char* bad : {"", "  0", "   ", "."}) {
-                MethodPageForm form = pages[i];
+                MethodPageForm form = GoodPage(method);
                 form.texts[field] = bad;
                 SelectionState untouched;
                 const auto refusal = RunMethod(method, form, untouched).refusal;
@@ -105,8 +84,10 @@ TEST(ProtectorSelection, CutsATextAtItsFirstBadCharacter) {
 
 TEST(ProtectorSelection, AnUndecidedHmlCheckKeepsItsLevelAlone) {
     SelectionState state;
-    MethodPageForm form = GoodPages()[2];
-    form.is_class_l = false;
+    MethodPageForm form = PageOf({{CheckField::kLaeq, "100"},
+                                  {CheckField::kH, "20"},
+                                  {CheckField::kM, "10"},
+                                  {CheckField::kL, "12.5"}});
     const auto refusal = RunMethod(InfoOf(CheckMethod::kHmlCheck), form, state).refusal;
     EXPECT_EQ(refusal->caption, "Attenzione: non è possibile valutare la protezione offerta!");
     EXPECT_EQ(state.effective_level_dba, 80);
