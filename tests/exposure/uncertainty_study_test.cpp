@@ -114,6 +114,7 @@ TEST(UncertaintyStudy, PagesTakeTextsAsTheyCome) {
     Recompute(day, study);
     for (const DayPage& shown : {day, ShowDayPage(study)}) {
         EXPECT_EQ(Joined(shown.results) + shown.total_time, " 85.0|0.00|0.008.00");
+        EXPECT_EQ(shown.instrument_error_db, "0.00");
     }
     EXPECT_TRUE(study.goes_on_from_day);
     day.time_unit = 1;
