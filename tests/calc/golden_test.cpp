@@ -60,6 +60,7 @@ std::string Reopened(const ProfileFile& file) {
     State state{kKind()...};
     EXPECT_TRUE(LoadForm(file, form));
     KeepForm(form, state);
+    KeepForm(form, state);  // a dialog may be closed more than once
     ProfileFile stored;
     StoreForm(FormFromState(state), stored);
     return stored.Serialize();

@@ -66,6 +66,8 @@ TEST(Chart, PutsItsCurvesAndLabelsAtTheLinesOfTheGrid) {
     for (const Rect& area : {Rect{0, 0, 800, 600}, Rect{60, 30, 860, 630}, Rect{7, 3, 333, 222}}) {
         RecordingCanvas canvas;
         DrawChart(canvas, area, SmallChart(), {});
+        canvas.DrawTextAt({}, "note below it");
+        EXPECT_EQ(canvas.texts.back().color, kBlack);
         // 4 + 10 lines of the grid, two axes, two of the legend, one a curve.
         ASSERT_THAT(canvas.lines, SizeIs(14 + 2 + 2 + 2));
         const Line* vertical = &canvas.lines[0];
