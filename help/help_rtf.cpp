@@ -53,10 +53,7 @@ bool IsTableKind(HelpBlockKind kind) {
 // Writes rich text and counts the characters that the control will hold.
 class RtfWriter {
   public:
-    explicit RtfWriter(std::size_t paragraph_end_units)
-        : paragraph_end_units_(paragraph_end_units) {
-        result_.rtf = kProlog;
-    }
+    RtfWriter() { result_.rtf = kProlog; }
 
     void BeginParagraph(std::string_view paragraph, std::string_view characters);
     void EndParagraph();
@@ -71,7 +68,6 @@ class RtfWriter {
     void AddSpan(const HelpSpan& span);
     void AddUnit(char16_t unit);
 
-    std::size_t paragraph_end_units_;
     std::size_t position_ = 0;
     HelpRtf result_;
 };
@@ -84,7 +80,7 @@ void RtfWriter::BeginParagraph(std::string_view paragraph, std::string_view char
 
 void RtfWriter::EndParagraph() {
     result_.rtf += "\\par\n";
-    position_ += paragraph_end_units_;
+    ++position_;
 }
 
 void RtfWriter::AddUnit(char16_t unit) {
@@ -208,8 +204,8 @@ void AddBlock(RtfWriter& writer, const HelpBlock& block) {
 
 }  // namespace
 
-HelpRtf MakeHelpRtf(const HelpTopic& topic, std::size_t paragraph_end_units) {
-    RtfWriter writer(paragraph_end_units);
+HelpRtf MakeHelpRtf(const HelpTopic& topic) {
+    RtfWriter writer;
     writer.BeginParagraph(kTitleParagraph, kTitleLook);
     writer.AddText(topic.title);
     writer.EndParagraph();

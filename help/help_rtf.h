@@ -10,7 +10,8 @@
 
 namespace tonvale {
 
-// Character positions as the control counts them: UTF-16 units, a tab as one.
+// Character positions as the control (RichEdit 2.0 or later) counts them: UTF-16 units, a tab and
+// the end of a paragraph as one each.
 struct HelpLinkRange {
     std::size_t start = 0;
     std::size_t end = 0;  // behind the last character
@@ -23,9 +24,7 @@ struct HelpRtf {
     std::vector<std::size_t> block_starts;  // position of each block of the topic
 };
 
-// `paragraph_end_units`: how many characters the control counts for the end of a paragraph, 1 in
-// RichEdit 2.0 and later, 2 (CR LF) in RICHED32.
-HelpRtf MakeHelpRtf(const HelpTopic& topic, std::size_t paragraph_end_units = 1);
+HelpRtf MakeHelpRtf(const HelpTopic& topic);
 
 // The context of the link at a character position; nullopt where there is none.
 std::optional<unsigned long> LinkAt(const HelpRtf& rtf, std::size_t position);

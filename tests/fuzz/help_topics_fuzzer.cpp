@@ -1,6 +1,8 @@
-// Any bytes make a help book whose places exist, and whose rich text is 7-bit with balanced braces.
+// Any bytes make a help book whose places exist, and whose rich text is whole, 7-bit and has a
+// paragraph for each block.
 #include "help/help_topics.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -8,12 +10,11 @@
 #include <string_view>
 
 #include "help/help_rtf.h"
+#include "report/rtf/rtf_reader.h"
+#include "report/rtf/rtf_repair.h"
 
+namespace tonvale {
 namespace {
-
-using tonvale::HelpBook;
-using tonvale::HelpPlace;
-using tonvale::HelpTopic;
 
 void Check(bool holds) {
     if (!holds) std::abort();
@@ -24,48 +25,34 @@ void CheckPlace(const HelpBook& book, const HelpPlace& place) {
     if (place.block) Check(*place.block <= book.topics()[place.topic].blocks.size());
 }
 
-void CheckBraces(std::string_view rtf) {
-    int depth = 0;
-    for (std::size_t i = 0; i < rtf.size(); ++i) {
-        Check(rtf[i] == '\n' || (rtf[i] >= ' ' && rtf[i] < 0x7F));
-        if (rtf[i] == '\\') {
-            ++i;
-        } else if (rtf[i] == '{') {
-            ++depth;
-        } else if (rtf[i] == '}') {
-            --depth;
-            Check(depth > 0 || i + 1 == rtf.size());
-        }
-    }
-    Check(depth == 0);
-}
-
 void CheckRtf(const HelpTopic& topic) {
-    const tonvale::HelpRtf rtf = tonvale::MakeHelpRtf(topic);
-    CheckBraces(rtf.rtf);
+    const HelpRtf rtf = MakeHelpRtf(topic);
+    Check(IsWholeRtf(rtf.rtf));
+    for (const char byte : rtf.rtf) Check(byte == '\n' || (byte >= ' ' && byte < 0x7F));
     Check(rtf.block_starts.size() == topic.blocks.size());
+    const std::string shown = PlainTextOf(ReadRichText(rtf.rtf));
+    const auto paragraphs = std::count(shown.begin(), shown.end(), '\n');
+    Check(static_cast<std::size_t>(paragraphs) == 1 + topic.blocks.size());
     std::size_t position = 0;
-    for (const tonvale::HelpLinkRange& link : rtf.links) {
+    for (const HelpLinkRange& link : rtf.links) {
         Check(link.start >= position && link.end > link.start);
         position = link.end;
     }
 }
 
 }  // namespace
+}  // namespace tonvale
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const HelpBook book = HelpBook::Parse(bytes);
-    for (const HelpTopic& topic : book.topics()) {
-        const auto place = book.Find(topic.context);
-        Check(place.has_value());
-        CheckPlace(book, *place);
+    const auto book = tonvale::HelpBook::Parse(bytes);
+    for (const tonvale::HelpTopic& topic : book.topics()) {
+        tonvale::CheckPlace(book, book.Find(topic.context).value());
         for (const tonvale::HelpAnchor& anchor : topic.anchors) {
-            Check(book.Find(anchor.context).has_value());
-            CheckPlace(book, *book.Find(anchor.context));
+            tonvale::CheckPlace(book, book.Find(anchor.context).value());
         }
-        CheckRtf(topic);
+        tonvale::CheckRtf(topic);
     }
-    for (const HelpPlace& place : book.Search(bytes.substr(0, 40))) CheckPlace(book, place);
+    for (const auto& place : book.Search(bytes.substr(0, 40))) tonvale::CheckPlace(book, place);
     return 0;
 }
