@@ -4,10 +4,11 @@
 
 #include <commctrl.h>
 #include <commdlg.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <richedit.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -23,13 +24,8 @@ namespace tonvale {
 namespace {
 
 constexpr char kTitle[] = "Guida di Tonvale";
-constexpr char kCaption[] = "Guida in linea";
-constexpr char kNoHelpFile[] =
-    "Il file della guida tonvale.hlp non è nella cartella del programma.";
-constexpr char kProgramHelp[] = "Tonvale.hlp";
 
 constexpr unsigned long kFirst = 10;
-constexpr unsigned long kLong = 11;
 constexpr unsigned long kLongMiddle = 12;  // a control explained in the middle of the long topic
 constexpr unsigned long kUnknown = 999;
 
@@ -41,57 +37,44 @@ std::string HelpText() {
     for (int i = 0; i < 40; ++i) text += "Riga prima.\n\n";
     text += "@context 12\nSpiegazione del controllo.\n\n";
     for (int i = 0; i < 40; ++i) text += "Riga dopo.\n\n";
-    return text + "@topic 20 Secondo\n\nUn'altra eta.\n@topic 110025 Uso\n\nLa guida.\n";
+    return text + "@topic 20 Secondo\n\nUn'altra eta.\n@topic 110025 Uso\n\nLa guida. Età.\n";
 }
 
 HWND Text(HWND help) {
     return GetDlgItem(help, IDC_HELP_TEXT);
 }
 
-std::string TextFrom(HWND help, LONG start, LONG length) {
-    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-    TEXTRANGEW range{{start, start + length}, text.data()};
-    const LRESULT copied =
-        SendMessageW(Text(help), EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&range));
-    text.resize(static_cast<std::size_t>(copied));
-    return Narrow(text);
+std::string LineOf(HWND help, LRESULT line) {
+    wchar_t text[256] = {255};  // its size comes first
+    SendMessageW(Text(help), EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text));
+    const std::string narrow = Narrow(text);
+    return narrow.substr(0, narrow.find('\r'));
 }
 
-// What the text begins with: the title of the topic.
+// The title of the topic.
 std::string Topic(HWND help) {
-    const std::string text = WindowText(Text(help));
-    return text.substr(0, text.find('\r'));
+    return LineOf(help, 0);
 }
 
-// The beginning of the topmost line that is seen.
-std::string TopLine(HWND help, LONG length) {
-    RECT area{};
-    SendMessageW(Text(help), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
-    POINTL corner{area.left, area.top};
-    const LRESULT position =
-        SendMessageW(Text(help), EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&corner));
-    return TextFrom(help, static_cast<LONG>(position), length);
+std::string TopLine(HWND help) {
+    return LineOf(help, SendMessageW(Text(help), EM_GETFIRSTVISIBLELINE, 0, 0));
 }
 
 std::string Selected(HWND help) {
-    CHARRANGE range{};
-    SendMessageW(Text(help), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
-    return TextFrom(help, range.cpMin, range.cpMax - range.cpMin);
+    wchar_t text[64] = {};
+    SendMessageW(Text(help), EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(text));
+    return Narrow(text);
 }
 
 void ClickOn(HWND help, const wchar_t* words) {
-    FINDTEXTEXW find{{0, -1}, words, {}};
-    const LRESULT position = SendMessageW(Text(help), EM_FINDTEXTEXW, FR_DOWN | FR_MATCHCASE,
-                                          reinterpret_cast<LPARAM>(&find));
+    FINDTEXTW find{{0, -1}, words};
+    const LRESULT position =
+        SendMessageW(Text(help), EM_FINDTEXTW, FR_DOWN, reinterpret_cast<LPARAM>(&find));
     POINTL place{};
     SendMessageW(Text(help), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), position + 1);
     for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
         PostMessageW(Text(help), message, 0, MAKELPARAM(place.x + 1, place.y + 4));
     }
-}
-
-HWND List(HWND help) {
-    return GetDlgItem(help, IDC_HELP_LIST);
 }
 
 std::string ItemText(HWND list, HTREEITEM item) {
@@ -105,32 +88,26 @@ std::string ItemText(HWND list, HTREEITEM item) {
     return Narrow(text);
 }
 
-// The list as it is seen, "|" behind each title, subtopics with a blank before them.
+// The list as it is seen, "|" behind each title, subtopics with a blank before them, "*" before the
+// one that is selected.
 std::string Listed(HWND help) {
-    HWND list = List(help);
+    HWND list = GetDlgItem(help, IDC_HELP_LIST);
     std::string titles;
     for (HTREEITEM item = TreeView_GetRoot(list); item;
          item = TreeView_GetNextVisible(list, item)) {
-        titles += (TreeView_GetParent(list, item) ? " " : "") + ItemText(list, item) + "|";
+        titles += TreeView_GetParent(list, item) ? " " : "";
+        titles += item == TreeView_GetSelection(list) ? "*" : "";
+        titles += ItemText(list, item) + "|";
     }
     return titles;
-}
-
-std::string SelectedInList(HWND help) {
-    const HTREEITEM item = TreeView_GetSelection(List(help));
-    return item ? ItemText(List(help), item) : std::string();
 }
 
 int FocusedControl() {
     return GetDlgCtrlID(GetFocus());
 }
 
-// True when the text at the caret has a background of its own.
-bool IsMarkedAtCaret(HWND help) {
-    CHARFORMAT2W format{};
-    format.cbSize = sizeof format;
-    SendMessageW(Text(help), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
-    return (format.dwEffects & CFE_AUTOBACKCOLOR) == 0;
+void Focus(HWND help, int control) {
+    SetFocus(GetDlgItem(help, control));
 }
 
 class HelpWindowUiTest : public DialogTest {
@@ -141,13 +118,15 @@ class HelpWindowUiTest : public DialogTest {
     }
 
     // Opens the help at a context and goes on inside it.
-    void Open(UiDriver& ui, unsigned long context, UiDriver::WindowAction action = {}) {
-        ui.Do([this, context] { viewer_.ShowTopic(owner_, context); });
-        ui.OnWindow(kTitle, std::move(action));
+    UiDriver& Open(UiDriver& ui, unsigned long context) {
+        return ui.Do([this, context] { viewer_.ShowTopic(owner_, context); }).OnWindow(kTitle);
     }
-
-    static UiDriver& ExpectTopic(UiDriver& ui, const char* topic) {
-        return ui.OnWindow(kTitle, [topic](HWND help) { EXPECT_EQ(Topic(help), topic); });
+    // Expects the title of the topic, and that the list shows it as selected.
+    static UiDriver& ExpectTopic(UiDriver& ui, const std::string& topic) {
+        return ui.OnWindow(kTitle, [topic](HWND help) {
+            EXPECT_EQ(Topic(help), topic);
+            EXPECT_THAT(Listed(help), testing::HasSubstr("*" + topic + "|"));
+        });
     }
     static UiDriver& ExpectSelected(UiDriver& ui, const char* words) {
         return ui.OnWindow(kTitle, [words](HWND help) { EXPECT_EQ(Selected(help), words); });
@@ -159,37 +138,30 @@ class HelpWindowUiTest : public DialogTest {
 
 TEST_F(HelpWindowUiTest, OpensAtTopicsAndGoesBack) {
     UiDriver ui;
-    Open(ui, kHelpIndex, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Indice");
-        EXPECT_EQ(Listed(help), "Indice|Primo| Lungo|Secondo|Uso|");
+    Open(ui, kHelpIndex).OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(Listed(help), "*Indice|Primo| Lungo|Secondo|Uso|");
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(help, IDC_HELP_BACK)));
         EXPECT_EQ(FocusedControl(), IDC_HELP_TEXT);
         ClickOn(help, L"il secondo");
     });
-    ui.OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Secondo");
-        EXPECT_EQ(SelectedInList(help), "Secondo");
+    ExpectTopic(ui, "Secondo").OnWindow(kTitle, [](HWND help) {
         ClickOn(help, L"altra");  // no link
     });
-    Open(ui, kLongMiddle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Lungo");
-        EXPECT_EQ(TopLine(help, 11), "Spiegazione");
-        SetFocus(Text(help));
+    ExpectTopic(Open(ui, kLongMiddle), "Lungo").OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(TopLine(help), "Spiegazione del controllo.");
+        Focus(help, IDC_HELP_TEXT);
     });
-    ui.Press({VK_NEXT});
-    Open(ui, kUnknown, [](HWND help) { EXPECT_EQ(Topic(help), "Indice"); });
-    ui.Click(IDC_HELP_BACK).OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Lungo");
-        EXPECT_EQ(TopLine(help, 9), "Riga dopo");  // as far as it was scrolled
-        SetFocus(GetDlgItem(help, IDC_HELP_BACK));
+    ExpectTopic(Open(ui.Press({VK_NEXT}), kUnknown), "Indice").Click(IDC_HELP_BACK);
+    ExpectTopic(ui, "Lungo").OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(TopLine(help), "Riga dopo.");  // as far as it was scrolled
+        Focus(help, IDC_HELP_BACK);
     });
-    ui.Press({VK_MENU, VK_LEFT}).Press({VK_RETURN}).OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Indice");
+    ExpectTopic(ui.Press({VK_MENU, VK_LEFT}).Press({VK_RETURN}), "Indice");
+    ui.OnWindow(kTitle, [](HWND help) {
         EXPECT_EQ(FocusedControl(), IDC_HELP_TEXT);  // not on a disabled button
-        SetFocus(List(help));
+        Focus(help, IDC_HELP_LIST);
     });
-    ui.Press({VK_DOWN}).Press({VK_DOWN}).OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Lungo");
+    ExpectTopic(ui.Press({VK_DOWN}).Press({VK_DOWN}), "Lungo").Do([] {
         EXPECT_EQ(FocusedControl(), IDC_HELP_LIST);
     });
     ui.Press({VK_ESCAPE}).WaitClosed(kTitle);
@@ -199,19 +171,17 @@ TEST_F(HelpWindowUiTest, OpensAtTopicsAndGoesBack) {
 
 TEST_F(HelpWindowUiTest, KeysAloneReachEverything) {
     std::vector<int> tab_stops;
-    const auto note_focus = [&](HWND) { tab_stops.push_back(FocusedControl()); };
+    const auto note_focus = [&] { tab_stops.push_back(FocusedControl()); };
     UiDriver ui;
-    Open(ui, kHelpIndex);
-    ExpectSelected(ui.Press({VK_TAB}).Press({VK_TAB}), "il secondo");
+    ExpectSelected(Open(ui, kHelpIndex).Press({VK_TAB}).Press({VK_TAB}), "il secondo");
     ExpectSelected(ui.Press({VK_SHIFT, VK_TAB}), "il primo");
     ExpectTopic(ui.Press({VK_RETURN}), "Primo");
-    for (int i = 0; i < 7; ++i) ui.Press({VK_TAB}).OnWindow(kTitle, note_focus);
-    ui.Press({VK_SHIFT, VK_TAB}).OnWindow(kTitle, note_focus);
-    ui.Press({VK_MENU, 'A'}).OnWindow(kTitle, note_focus);
-    ui.Press({VK_MENU, 'T'}).OnWindow(kTitle, note_focus);
+    for (int i = 0; i < 7; ++i) ui.Press({VK_TAB}).Do(note_focus);
+    ui.Press({VK_SHIFT, VK_TAB}).Do(note_focus);
+    ui.Press({VK_MENU, 'A'}).Do(note_focus).Press({VK_MENU, 'T'}).Do(note_focus);
     ExpectTopic(ui.Press({VK_F1}), "Uso");
     // A plain letter is no access key.
-    ui.Do([] { SetFocus(GetDlgItem(GetActiveWindow(), IDC_HELP_TEXT)); }).Press({'C'});
+    ui.Do([] { Focus(GetActiveWindow(), IDC_HELP_TEXT); }).Press({'C'});
     ui.OnWindow(kTitle).Press({VK_MENU, 'C'}).WaitClosed(kTitle);
     ui.Run();
     EXPECT_EQ(tab_stops, (std::vector<int>{IDC_HELP_BACK, IDC_HELP_FIND_FIELD, IDC_HELP_FIND_NEXT,
@@ -221,34 +191,25 @@ TEST_F(HelpWindowUiTest, KeysAloneReachEverything) {
 
 TEST_F(HelpWindowUiTest, Finds) {
     UiDriver ui;
-    Open(ui, kFirst);
-    ui.Press({VK_CONTROL, 'F'}).Do([] { EXPECT_EQ(FocusedControl(), IDC_HELP_FIND_FIELD); });
-    ui.Press({VK_RETURN}).Type(IDC_HELP_FIND_FIELD, " ETÀ").Press({VK_RETURN});
-    ui.OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Listed(help), "Primo|Secondo|");
-        EXPECT_EQ(TextOf(help, IDC_HELP_LIST_LABEL), "&Argomenti trovati: 2");
-        EXPECT_EQ(Topic(help), "Primo");
+    Open(ui, kFirst).Press({VK_CONTROL, 'F'}).Press({VK_RETURN});
+    ui.Type(IDC_HELP_FIND_FIELD, " ETÀ").Press({VK_RETURN}).OnWindow(kTitle, [](HWND help) {
+        EXPECT_EQ(Listed(help), "*Primo|Secondo|Uso|");
+        EXPECT_EQ(TextOf(help, IDC_HELP_LIST_LABEL), "&Argomenti trovati: 3");
         EXPECT_EQ(FocusedControl(), IDC_HELP_FIND_FIELD);
     });
-    ui.Press({VK_F3}).OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Secondo");
-        EXPECT_EQ(SelectedInList(help), "Secondo");
-    });
-    ExpectTopic(ui.Click(IDC_HELP_FIND_NEXT), "Primo");  // round about
-    ExpectTopic(ui.Press({VK_SHIFT, VK_F3}), "Secondo");
-    ui.SetText(IDC_HELP_FIND_FIELD, "spiegazione").Press({VK_F3});
-    ui.OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Topic(help), "Lungo");
-        EXPECT_EQ(TopLine(help, 11), "Spiegazione");
-    });
+    ExpectTopic(ui.Press({VK_F3}), "Secondo");
+    ExpectTopic(ui.Click(IDC_HELP_FIND_NEXT), "Uso");
+    ExpectTopic(ui.Press({VK_F3}), "Primo");  // round about
+    ExpectTopic(ui.Press({VK_SHIFT, VK_F3}), "Uso");
+    ExpectTopic(ui.SetText(IDC_HELP_FIND_FIELD, "spiegazione").Press({VK_F3}), "Lungo");
+    ui.OnWindow(kTitle, [](HWND help) { EXPECT_EQ(TopLine(help), "Spiegazione del controllo."); });
     ui.SetText(IDC_HELP_FIND_FIELD, "ornitorinco").Press({VK_F3}).Press({VK_F3});
     ui.OnWindow(kTitle, [](HWND help) {
         EXPECT_EQ(Listed(help), "");
         EXPECT_EQ(Topic(help), "Lungo");
     });
     ui.SetText(IDC_HELP_FIND_FIELD, "").OnWindow(kTitle, [](HWND help) {
-        EXPECT_EQ(Listed(help), "Indice|Primo| Lungo|Secondo|Uso|");
-        EXPECT_EQ(SelectedInList(help), "Lungo");
+        EXPECT_EQ(Listed(help), "Indice|Primo| *Lungo|Secondo|Uso|");
     });
     ui.Run();
 }
@@ -257,12 +218,16 @@ TEST_F(HelpWindowUiTest, Finds) {
 TEST_F(HelpWindowUiTest, ServesModalDialogs) {
     app_.program_folder = ProgramFolder();
     UiDriver ui;
-    ui.OnWindow(kDailyExposureTitle, [](HWND dialog) { SetFocus(GetDlgItem(dialog, IDC_ADD)); });
-    ui.Press({VK_F1}).OnWindow(kTitle, [](HWND help) {
+    ui.OnWindow(kDailyExposureTitle, [](HWND dialog) { Focus(dialog, IDC_ADD); });
+    ExpectTopic(ui.Press({VK_F1}), "Lep,d: esposizione giornaliera");
+    ui.OnWindow(kTitle, [](HWND help) {
         EXPECT_EQ(GetActiveWindow(), help);
-        EXPECT_EQ(SelectedInList(help), "Lep,d: esposizione giornaliera");
-        EXPECT_EQ(TopLine(help, 10), "«Aggiungi»");
-        EXPECT_TRUE(IsMarkedAtCaret(help));
+        EXPECT_TRUE(TopLine(help).starts_with("«Aggiungi» chiede ")) << TopLine(help);
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(Text(help), EM_GETCHARFORMAT, SCF_SELECTION,
+                     reinterpret_cast<LPARAM>(&format));
+        EXPECT_EQ(format.dwEffects & CFE_AUTOBACKCOLOR, 0U) << "the block is not marked";
     });
     // The keys work although the loop is that of the dialog, and return to it.
     ExpectSelected(ui.Screenshot("help_control").Press({VK_TAB}), "livello e tempo");
@@ -287,51 +252,29 @@ TEST_F(HelpWindowUiTest, ServesTheMainWindow) {
     ui.Screenshot("help_index").OnWindowOfClass(kMainClass).Command(CMD_DAILY_EXPOSURE);
     ui.OnWindow(kDailyExposureTitle).Command(CMD_FILE_CLOSE).WaitClosed(kDailyExposureTitle);
     ui.OnWindow(kTitle, [](HWND help) { SetActiveWindow(help); }).Press({VK_F1});
-    ui.OnWindow(kTitle,
-                [](HWND help) { EXPECT_EQ(SelectedInList(help), "Come si usa questa guida"); });
-    ui.Press({VK_MENU, VK_F4}).WaitClosed(kTitle);
+    ExpectTopic(ui, "Come si usa questa guida").Press({VK_MENU, VK_F4}).WaitClosed(kTitle);
     ui.OnWindowOfClass(kMainClass, [](HWND window) { EXPECT_EQ(GetActiveWindow(), window); });
     RunToEnd(ui);
 }
 
-TEST_F(HelpWindowUiTest, TellsThatTheFileIsMissing) {
+TEST_F(HelpWindowUiTest, TellsThatTheFileIsMissingAndKeepsItsPlace) {
     std::filesystem::remove(folder_ / "tonvale.hlp");
+    const auto dpi = static_cast<LONG>(GetDpiForSystem());
+    const RECT wanted{40, 30, 40 + 5 * dpi, 30 + 3 * dpi};
     UiDriver ui;
-    // A file without topics is none; any other bytes are shown as far as they go.
-    for (int i = 0; i < 2; ++i) {
+    // A file without topics is none.
+    for (const std::string& bytes : {std::string("nulla"), HelpText()}) {
         ui.Do([this] { viewer_.ShowTopic(owner_, kFirst); });
-        ui.AnswerMessage(kCaption, kNoHelpFile, IDOK).WaitClosed(kCaption);
-        ui.Do([this] { WriteFile("tonvale.hlp", "nulla"); });
+        ui.AnswerMessage("Guida in linea",
+                         "Il file della guida tonvale.hlp non è nella cartella del programma.",
+                         IDOK);
+        ui.WaitClosed("Guida in linea").Do([=, this] { WriteFile("tonvale.hlp", bytes); });
     }
-    ui.Do([this] {
-        std::string damaged = "@topic 7 {\\rtf\x80\n[[7|\n| a |\n|---|\n@context 8\n";
-        for (int i = 0; i < 5000; ++i) damaged += static_cast<char>(i * 37);
-        WriteFile("tonvale.hlp", damaged);
+    ExpectTopic(Open(ui, kFirst), "Primo").OnWindow(kTitle, [&](HWND help) {
+        SetWindowPos(help, nullptr, wanted.left, wanted.top, 5 * dpi, 3 * dpi, SWP_NOZORDER);
+        viewer_.Close("Tonvale.hlp");
     });
-    Open(ui, 8, [this](HWND help) {
-        EXPECT_EQ(std::ranges::count(Listed(help), '|'), 1);
-        EXPECT_GT(GetWindowTextLengthW(Text(help)), 1000);
-        viewer_.Close(kProgramHelp);
-        WriteFile("tonvale.hlp", HelpText());
-    });
-    Open(ui, kFirst, [](HWND help) { EXPECT_EQ(Topic(help), "Primo"); });
-    ui.Run();
-}
-
-TEST_F(HelpWindowUiTest, KeepsItsPlace) {
-    const int scale = static_cast<int>(GetDpiForSystem());
-    const RECT wanted{40, 30, 40 + MulDiv(480, scale, 96), 30 + MulDiv(300, scale, 96)};
-    UiDriver ui;
-    Open(ui, kFirst, [&](HWND help) {
-        SetWindowPos(help, nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
-                     wanted.bottom - wanted.top, SWP_NOZORDER);
-        RECT text{};
-        GetWindowRect(Text(help), &text);
-        EXPECT_LT(text.right, wanted.right);
-        EXPECT_LT(text.bottom, wanted.bottom);
-    });
-    ui.Do([this] { viewer_.Close(kProgramHelp); });
-    Open(ui, kFirst, [&](HWND help) {
+    Open(ui, kFirst).OnWindow(kTitle, [&](HWND help) {
         RECT area{};
         GetWindowRect(help, &area);
         EXPECT_TRUE(EqualRect(&area, &wanted));
