@@ -109,19 +109,13 @@ ControlKind KindOf(HWND control) {
         return is_text ? ControlKind::kText : ControlKind::kOther;
     }
     // What only decorates a field, or reports.
-    for (const wchar_t* no_field :
-         {L"MSCTLS_UPDOWN32", L"MSCTLS_PROGRESS32", L"MSCTLS_STATUSBAR32", L"TOOLBARWINDOW32"}) {
-        if (name == no_field) return ControlKind::kOther;
-    }
-    return ControlKind::kField;
+    const bool is_field = name != L"MSCTLS_UPDOWN32" && name != L"MSCTLS_PROGRESS32" &&
+                          name != L"MSCTLS_STATUSBAR32" && name != L"TOOLBARWINDOW32";
+    return is_field ? ControlKind::kField : ControlKind::kOther;
 }
 
 bool IsShown(HWND control) {
     return (StyleOf(control) & WS_VISIBLE) != 0;
-}
-
-bool IsTabStop(HWND control) {
-    return IsShown(control) && (StyleOf(control) & WS_TABSTOP) != 0;
 }
 
 std::string Describe(HWND control) {
@@ -141,22 +135,19 @@ TemplateDialog::TemplateDialog(const std::wstring& name, int dpi) : name_(Narrow
     std::vector<BYTE> copy(bytes, bytes + SizeofResource(Instance(), resource));
     copy.resize((copy.size() + 3) & ~std::size_t{3});
     Adapt(copy, dpi);
-    owner_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                             Instance(), nullptr);
     window_ = CreateDialogIndirectParamW(
-        Instance(), reinterpret_cast<const DLGTEMPLATE*>(copy.data()), owner_,
+        Instance(), reinterpret_cast<const DLGTEMPLATE*>(copy.data()), GetDesktopWindow(),
         [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
     EXPECT_NE(window_, nullptr) << name_ << " cannot be created";
 }
+
 TemplateDialog::~TemplateDialog() {
-    if (window_) DestroyWindow(window_);
-    DestroyWindow(owner_);
+    DestroyWindow(window_);
 }
 
 std::vector<HWND> TemplateDialog::Controls() const {
     std::vector<HWND> controls;
-    for (HWND child = window_ ? GetWindow(window_, GW_CHILD) : nullptr; child;
-         child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(window_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         controls.push_back(child);
     }
     return controls;

@@ -22,7 +22,6 @@ DWORD StyleOf(HWND control);
 std::wstring TextOfWindow(HWND window);
 // As the control itself will be, once its dialog is shown.
 bool IsShown(HWND control);
-bool IsTabStop(HWND control);
 std::string Describe(HWND control);
 
 // The dialog of a template as it is laid out at a scale, hidden and without its procedure. What a
@@ -44,7 +43,6 @@ class TemplateDialog {
 
   private:
     std::string name_;
-    HWND owner_ = nullptr;
     HWND window_ = nullptr;
 };
 

@@ -10,6 +10,7 @@
 #include "app/main_window.h"
 #include "common/unicode_win.h"
 #include "resources/resource.h"
+#include "tests/exposure/example_file.h"
 #include "tests/ui/calculator_fixture.h"
 #include "tests/ui/ui_driver.h"
 
@@ -40,13 +41,14 @@ inline void RunToEnd(UiDriver& ui, const std::string& path = {}) {
 }
 
 struct MenuCommand {
-    int id;
+    int id;  // of a submenu: -1
     std::string text;
+    HMENU submenu;
     bool enabled;
     bool checked;
 };
 
-// The items of a popup, as they stand when the user opens it; separators are left out.
+// The items of a menu, as they stand when the user of `window` opens it; separators are left out.
 inline std::vector<MenuCommand> OpenPopup(HWND window, HMENU popup) {
     SendMessageW(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 0);
     std::vector<MenuCommand> commands;
@@ -57,18 +59,16 @@ inline std::vector<MenuCommand> OpenPopup(HWND window, HMENU popup) {
         if (!*text) continue;
         const UINT state = GetMenuState(popup, place, MF_BYPOSITION);
         commands.push_back({static_cast<int>(GetMenuItemID(popup, position)), Narrow(text),
-                            (state & MF_GRAYED) == 0, (state & MF_CHECKED) != 0});
+                            GetSubMenu(popup, position), (state & MF_GRAYED) == 0,
+                            (state & MF_CHECKED) != 0});
     }
     return commands;
 }
 
 class MainWindowTest : public FolderTest {
   protected:
-    // A data file of one exposure, 85 dBA for 8 hours.
     std::string MakeDailyFile(const std::string& name) const {
-        return WriteFile(name,
-                         "[TONVALE]\nTipo=LEPD\nLAEQ= 85.0\nTOTTIME=8.00\nLEPD= 85.0\n"
-                         "TFORM=2\nITEMS=1\n[LEQ]\n1=85.0\n[TIME]\n1=8.0\n");
+        return WriteFile(name, ExampleBytes("giornata.lep"));
     }
 
     // Waits for the Lep,d dialog, expects that it shows the file, and closes it.

@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cwctype>
+#include <cctype>
 #include <functional>
 #include <map>
-#include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,17 +19,18 @@
 #include "dialogs/handles_win.h"
 #include "resources/resource.h"
 #include "tests/ui/control_layout.h"
+#include "tests/ui/main_window_fixture.h"
 
 namespace tonvale {
 namespace {
 
 // Access keys that several commands share, because their texts are fixed: the key goes from one to
 // the next.
-constexpr std::pair<std::string_view, std::wstring_view> kSharedKeys[] = {
-    {"FORMATO", L"CDS"}, {"#104", L"L"},  // "Sa&lva con nome..." and the noise class "&L"
-    {"#115", L"I"},                       // "S&i" and "< &Indietro"
-    {"#116", L"A"},                       // "&Aggiungi" and "&Avanti >"
-    {"#117", L"A"},
+constexpr std::pair<std::string_view, std::string_view> kSharedKeys[] = {
+    {"FORMATO", "CDS"}, {"#104", "L"},  // "Sa&lva con nome..." and the noise class "&L"
+    {"#115", "I"},                      // "S&i" and "< &Indietro"
+    {"#116", "A"},                      // "&Aggiungi" and "&Avanti >"
+    {"#117", "A"},
 };
 
 // The labels of the octave bands have ids of their own.
@@ -41,68 +42,52 @@ constexpr std::string_view kMenuWithoutKeys = "COLORI";
 std::vector<std::wstring> ResourceNames(LPCWSTR type) {
     std::vector<std::wstring> names;
     const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR to) -> BOOL {
-        auto& all = *reinterpret_cast<std::vector<std::wstring>*>(to);
-        all.push_back(IS_INTRESOURCE(name)
-                          ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name))
-                          : std::wstring(name));
+        reinterpret_cast<std::vector<std::wstring>*>(to)->push_back(
+            IS_INTRESOURCE(name) ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(name))
+                                 : std::wstring(name));
         return TRUE;
     };
     EnumResourceNamesW(Instance(), type, collect, reinterpret_cast<LONG_PTR>(&names));
+    EXPECT_FALSE(names.empty());
     return names;
 }
 
 // The upper-case letter after the "&"; 0 when there is none.
-wchar_t AccessKey(const std::wstring& text) {
+char AccessKey(const std::string& text) {
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] != L'&') continue;
-        if (text[i + 1] != L'&') return static_cast<wchar_t>(std::towupper(text[i + 1]));
+        if (text[i] != '&') continue;
+        if (text[i + 1] != '&') return static_cast<char>(std::toupper(text[i + 1]));
         ++i;
     }
     return 0;
 }
 
 // The access keys of one dialog or menu level, and the texts that hold them.
-using KeyRing = std::map<wchar_t, std::wstring>;
+using KeyRing = std::map<char, std::string>;
 
-void AddKey(KeyRing& keys, const std::string& owner, const std::wstring& text) {
-    const wchar_t key = AccessKey(text);
+void AddKey(KeyRing& keys, const std::string& owner, const std::string& text) {
+    const char key = AccessKey(text);
     if (!key) return;
     for (const auto& [sharer, shared] : kSharedKeys) {
         if (owner == sharer && shared.find(key) != shared.npos) return;
     }
     const auto [holder, is_new] = keys.emplace(key, text);
-    EXPECT_TRUE(is_new) << owner << ": \"" << Narrow(text) << "\" and \"" << Narrow(holder->second)
+    EXPECT_TRUE(is_new) << owner << ": \"" << text << "\" and \"" << holder->second
                         << "\" have the same access key";
-}
-
-struct MenuItem {
-    int id;  // of a submenu: -1
-    std::wstring text;
-    HMENU submenu;
-};
-
-// All items but separators.
-std::vector<MenuItem> ItemsOf(HMENU menu) {
-    std::vector<MenuItem> items;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        wchar_t text[64] = {};
-        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)),
-                       MF_BYPOSITION);
-        if (!*text) continue;
-        items.push_back({static_cast<int>(GetMenuItemID(menu, i)), text, GetSubMenu(menu, i)});
-    }
-    return items;
 }
 
 // ---- Dialogs
 
-void ForEachDialog(const std::function<void(const TemplateDialog&)>& check, int dpi = 96) {
-    const std::vector<std::wstring> names = ResourceNames(RT_DIALOG);
-    EXPECT_GE(names.size(), 3u);
-    for (const std::wstring& name : names) {
-        const TemplateDialog dialog(name, dpi);
-        SCOPED_TRACE(dialog.name() + " at " + std::to_string(dpi) + " dpi");
-        check(dialog);
+constexpr int kOneScale[] = {96};
+
+void ForEachDialog(std::span<const int> scales,
+                   const std::function<void(const TemplateDialog&, int dpi)>& check) {
+    for (const std::wstring& name : ResourceNames(RT_DIALOG)) {
+        for (const int dpi : scales) {
+            const TemplateDialog dialog(name, dpi);
+            SCOPED_TRACE(dialog.name() + " at " + std::to_string(dpi) + " dpi");
+            check(dialog, dpi);
+        }
     }
 }
 
@@ -124,16 +109,15 @@ bool ReadsOn(const RECT& from, const RECT& to) {
 }
 
 TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
-    ForEachDialog([](const TemplateDialog& dialog) {
+    ForEachDialog(kOneScale, [](const TemplateDialog& dialog, int) {
         KeyRing keys;
         // The keys of the menu bar work in the dialog as well.
         const bool has_menu = (StyleOf(dialog.window()) & WS_CHILD) == 0;
         HMENU menu = has_menu ? GetMenu(dialog.window()) : nullptr;
-        for (const MenuItem& item : ItemsOf(menu)) AddKey(keys, dialog.name(), item.text);
+        for (const auto& item : OpenPopup(nullptr, menu)) AddKey(keys, dialog.name(), item.text);
         // So do those of the sheet that a wizard's page is in, whatever the system's language.
         if (GetDlgItem(dialog.window(), IDC_WIZARD_FILE)) {
-            for (const wchar_t* text :
-                 {L"< &Back", L"&Next >", L"< &Indietro", L"&Avanti >", L"&Fine"}) {
+            for (const char* text : {"< &Back", "&Next >", "< &Indietro", "&Avanti >", "&Fine"}) {
                 AddKey(keys, dialog.name(), text);
             }
         }
@@ -141,51 +125,42 @@ TEST(ResourcesTest, AccessKeysOfADialogAreUnique) {
             const ControlKind kind = KindOf(control);
             if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
             if (kind == ControlKind::kText && (StyleOf(control) & SS_NOPREFIX) != 0) continue;
-            AddKey(keys, dialog.name(), TextOfWindow(control));
+            AddKey(keys, dialog.name(), WindowText(control));
         }
     });
 }
 
-TEST(ResourcesTest, TextsFitTheirControlsAtEveryScale) {
-    for (int dpi : kScales) {
-        ForEachDialog(
-            [dpi](const TemplateDialog& dialog) {
-                for (HWND control : dialog.Controls()) {
-                    const ControlKind kind = KindOf(control);
-                    if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
-                    ExpectTextFits(control, TextOfWindow(control), 1, dpi);
-                }
-            },
-            dpi);
-    }
+TEST(ResourcesTest, TextsFitTheirControls) {
+    ForEachDialog(kScales, [](const TemplateDialog& dialog, int dpi) {
+        for (HWND control : dialog.Controls()) {
+            const ControlKind kind = KindOf(control);
+            if (kind == ControlKind::kField || kind == ControlKind::kOther) continue;
+            ExpectTextFits(control, TextOfWindow(control), 1, dpi);
+        }
+    });
 }
 
 TEST(ResourcesTest, ControlsLieInsideTheirDialogAndApart) {
-    for (int dpi : kScales) {
-        ForEachDialog(
-            [](const TemplateDialog& dialog) {
-                RECT client{};
-                GetClientRect(dialog.window(), &client);
-                const std::vector<HWND> controls = dialog.Controls();
-                for (auto a = controls.begin(); a != controls.end(); ++a) {
-                    const RECT area = dialog.AreaOf(*a);
-                    EXPECT_TRUE(Contains(client, area)) << Describe(*a);
-                    for (auto b = a + 1; b != controls.end(); ++b) {
-                        const RECT other = dialog.AreaOf(*b);
-                        RECT common{};
-                        if (!IntersectRect(&common, &area, &other)) continue;
-                        if (!IsShown(*a) || !IsShown(*b)) continue;
-                        // An up-down control may lie in its field; a group box holds others.
-                        if (ClassOf(*b) == L"MSCTLS_UPDOWN32") continue;
-                        EXPECT_TRUE(
-                            (KindOf(*a) == ControlKind::kGroupBox && Contains(area, other)) ||
+    ForEachDialog(kScales, [](const TemplateDialog& dialog, int) {
+        RECT client{};
+        GetClientRect(dialog.window(), &client);
+        const std::vector<HWND> controls = dialog.Controls();
+        for (auto a = controls.begin(); a != controls.end(); ++a) {
+            const RECT area = dialog.AreaOf(*a);
+            EXPECT_TRUE(Contains(client, area)) << Describe(*a);
+            for (auto b = a + 1; b != controls.end(); ++b) {
+                const RECT other = dialog.AreaOf(*b);
+                RECT common{};
+                if (!IntersectRect(&common, &area, &other)) continue;
+                if (!IsShown(*a) || !IsShown(*b)) continue;
+                // An up-down control may lie in its field; a group box holds others.
+                if (ClassOf(*b) == L"MSCTLS_UPDOWN32") continue;
+                EXPECT_TRUE((KindOf(*a) == ControlKind::kGroupBox && Contains(area, other)) ||
                             (KindOf(*b) == ControlKind::kGroupBox && Contains(other, area)))
-                            << Describe(*a) << " and " << Describe(*b);
-                    }
-                }
-            },
-            dpi);
-    }
+                    << Describe(*a) << " and " << Describe(*b);
+            }
+        }
+    });
 }
 
 // Whether a screen reader can name a field after the control before it: a group box, a label, or a
@@ -206,7 +181,7 @@ bool IsNameForNext(HWND control) {
 }
 
 TEST(ResourcesTest, EveryControlHasAName) {
-    ForEachDialog([](const TemplateDialog& dialog) {
+    ForEachDialog(kOneScale, [](const TemplateDialog& dialog, int) {
         for (HWND control : dialog.Controls()) {
             const ControlKind kind = KindOf(control);
             if (GetDlgCtrlID(control) == IDC_WIZARD_FILE) continue;  // says what it is
@@ -222,126 +197,122 @@ TEST(ResourcesTest, EveryControlHasAName) {
     });
 }
 
+// In the order of the Tab key, with all controls enabled.
+std::vector<HWND> TabStops(const TemplateDialog& dialog) {
+    for (HWND control : dialog.Controls()) EnableWindow(control, TRUE);
+    std::vector<HWND> stops;
+    HWND stop = GetNextDlgTabItem(dialog.window(), nullptr, FALSE);
+    while (std::ranges::count(stops, stop) == 0) {
+        stops.push_back(stop);
+        stop = GetNextDlgTabItem(dialog.window(), stop, FALSE);
+    }
+    return stops;
+}
+
+// Whether its user has to come to it by the Tab key alone.
+bool NeedsTabStop(HWND control) {
+    const ControlKind kind = KindOf(control);
+    const DWORD style = StyleOf(control);
+    if (ClassOf(control) == L"EDIT" && (style & ES_READONLY) != 0) return false;
+    if (kind == ControlKind::kCheckBox && (style & BS_TYPEMASK) == BS_CHECKBOX) return false;
+    return IsShown(control) && (kind == ControlKind::kPushButton ||
+                                kind == ControlKind::kCheckBox || kind == ControlKind::kField);
+}
+
 TEST(ResourcesTest, TabKeyReachesEveryControlInReadingOrder) {
-    ForEachDialog([](const TemplateDialog& dialog) {
-        std::set<HWND> unreached;
-        bool group_has_stop = true;
-        for (HWND control : dialog.Controls()) {
-            EnableWindow(control, TRUE);  // some are disabled at first
-            const ControlKind kind = KindOf(control);
-            const bool read_only = ClassOf(control) == L"EDIT"
-                                       ? (StyleOf(control) & ES_READONLY) != 0
-                                       : kind == ControlKind::kCheckBox &&
-                                             (StyleOf(control) & BS_TYPEMASK) == BS_CHECKBOX;
-            if (IsTabStop(control)) unreached.insert(control);
-            // Radio buttons are one stop together: the arrow keys go from one to the next.
-            if (kind == ControlKind::kRadioButton) {
-                const bool starts_group = (StyleOf(control) & WS_GROUP) != 0;
-                group_has_stop = IsTabStop(control) || (group_has_stop && !starts_group);
-                EXPECT_TRUE(group_has_stop) << Describe(control) << " is out of reach";
-            } else if (IsShown(control) && !read_only &&
-                       (kind == ControlKind::kPushButton || kind == ControlKind::kCheckBox ||
-                        kind == ControlKind::kField)) {
-                EXPECT_TRUE(IsTabStop(control)) << Describe(control) << " is out of reach";
+    ForEachDialog(kOneScale, [](const TemplateDialog& dialog, int) {
+        const std::vector<HWND> stops = TabStops(dialog);
+        EXPECT_TRUE(stops.size() == 1 || KindOf(stops[0]) != ControlKind::kPushButton)
+            << "the first stop is " << Describe(stops[0]);
+        for (std::size_t i = 1; i < stops.size(); ++i) {
+            for (HWND before : {stops[0], stops[i - 1]}) {
+                EXPECT_TRUE((IsFileCommand(stops[i]) && !IsFileCommand(before)) ||
+                            ReadsOn(dialog.AreaOf(before), dialog.AreaOf(stops[i])))
+                    << Describe(stops[i]) << " comes after " << Describe(before);
             }
         }
-        ASSERT_FALSE(unreached.empty());
-        const std::set<HWND> stops = unreached;
-        HWND const first = GetNextDlgTabItem(dialog.window(), nullptr, FALSE);
-        EXPECT_TRUE(stops.size() == 1 || KindOf(first) != ControlKind::kPushButton)
-            << "the first stop is " << Describe(first);
-        for (HWND other : stops) {
-            EXPECT_TRUE(other == first || IsFileCommand(other) ||
-                        ReadsOn(dialog.AreaOf(first), dialog.AreaOf(other)))
-                << Describe(other) << " lies before the first stop, " << Describe(first);
+        bool group_has_stop = true;
+        for (HWND control : dialog.Controls()) {
+            const bool is_stop = std::ranges::count(stops, control) > 0;
+            // Radio buttons are one stop together: the arrow keys go from one to the next.
+            if (KindOf(control) == ControlKind::kRadioButton) {
+                const bool starts_group = (StyleOf(control) & WS_GROUP) != 0;
+                group_has_stop = is_stop || (group_has_stop && !starts_group);
+                EXPECT_TRUE(group_has_stop) << Describe(control) << " is out of reach";
+            } else {
+                EXPECT_TRUE(is_stop || !NeedsTabStop(control)) << Describe(control);
+            }
         }
-        HWND stop = first;
-        while (unreached.erase(stop) > 0) {
-            HWND next = GetNextDlgTabItem(dialog.window(), stop, FALSE);
-            EXPECT_TRUE(next == first || (IsFileCommand(next) && !IsFileCommand(stop)) ||
-                        ReadsOn(dialog.AreaOf(stop), dialog.AreaOf(next)))
-                << Describe(stop) << " is followed by " << Describe(next);
-            stop = next;
-        }
-        for (HWND control : unreached) ADD_FAILURE() << Describe(control) << " is never reached";
     });
 }
 
 // ---- Menus and accelerators
 
-void ForEachCommand(HMENU menu, const std::function<void(const MenuItem&)>& action) {
-    for (const MenuItem& item : ItemsOf(menu)) {
-        if (item.submenu) {
-            ForEachCommand(item.submenu, action);
-        } else {
-            action(item);
-        }
+using MenuCheck =
+    std::function<void(const std::string& name, const std::vector<MenuCommand>& items)>;
+
+void CheckMenu(const std::string& name, HMENU menu, const MenuCheck& check) {
+    const std::vector<MenuCommand> items = OpenPopup(nullptr, menu);
+    check(name, items);
+    for (const MenuCommand& item : items) {
+        if (item.submenu) CheckMenu(name, item.submenu, check);
+    }
+}
+
+// Each level of each menu.
+void ForEachMenu(const MenuCheck& check) {
+    for (const std::wstring& name : ResourceNames(RT_MENU)) {
+        const UniqueMenu menu(LoadMenuW(Instance(), name.c_str()));
+        ASSERT_TRUE(menu) << Narrow(name);
+        CheckMenu(Narrow(name), menu.get(), check);
     }
 }
 
 // As the menus write it: "CTRL+G".
-std::wstring NameOf(const ACCEL& key) {
-    constexpr std::pair<WORD, const wchar_t*> kNames[] = {
-        {VK_DELETE, L"CANC"}, {VK_INSERT, L"INS"}, {VK_F1, L"F1"}, {VK_F4, L"F4"}};
-    std::wstring name = key.fVirt & FCONTROL ? L"CTRL+" : L"";
-    if (key.fVirt & FSHIFT) name += L"SHIFT+";
-    if (key.fVirt & FALT) name += L"ALT+";
+std::string NameOf(const ACCEL& key) {
+    constexpr std::pair<WORD, const char*> kNames[] = {
+        {VK_DELETE, "CANC"}, {VK_INSERT, "INS"}, {VK_F1, "F1"}, {VK_F4, "F4"}};
+    std::string name = key.fVirt & FCONTROL ? "CTRL+" : "";
+    if (key.fVirt & FSHIFT) name += "SHIFT+";
+    if (key.fVirt & FALT) name += "ALT+";
     for (const auto& [code, text] : kNames) {
         if (key.key == code) return name + text;
     }
-    return name + static_cast<wchar_t>(key.key);
-}
-
-std::vector<ACCEL> Accelerators(const std::wstring& name) {
-    HACCEL table = LoadAcceleratorsW(Instance(), name.c_str());
-    std::vector<ACCEL> keys(static_cast<std::size_t>(CopyAcceleratorTableW(table, nullptr, 0)));
-    CopyAcceleratorTableW(table, keys.data(), static_cast<int>(keys.size()));
-    DestroyAcceleratorTable(table);
-    return keys;
-}
-
-void CheckMenuKeys(const std::string& name, HMENU menu) {
-    KeyRing keys;
-    for (const MenuItem& item : ItemsOf(menu)) {
-        AddKey(keys, name, item.text);
-        EXPECT_TRUE(AccessKey(item.text) || name == kMenuWithoutKeys)
-            << name << ": " << Narrow(item.text) << " has no access key";
-        if (item.submenu) CheckMenuKeys(name, item.submenu);
-    }
+    return name + static_cast<char>(key.key);
 }
 
 TEST(ResourcesTest, EveryMenuCommandIsInReachOfTheKeyboard) {
-    const std::vector<std::wstring> names = ResourceNames(RT_MENU);
-    EXPECT_GE(names.size(), 2u);
-    for (const std::wstring& name : names) {
-        const UniqueMenu menu(LoadMenuW(Instance(), name.c_str()));
-        ASSERT_TRUE(menu) << Narrow(name);
-        CheckMenuKeys(Narrow(name), menu.get());
-    }
+    ForEachMenu([](const std::string& name, const std::vector<MenuCommand>& items) {
+        KeyRing keys;
+        for (const MenuCommand& item : items) {
+            AddKey(keys, name, item.text);
+            EXPECT_TRUE(AccessKey(item.text) || name == kMenuWithoutKeys)
+                << name << ": " << item.text << " has no access key";
+        }
+    });
 }
 
 TEST(ResourcesTest, AcceleratorsAreUniqueAndAsTheMenusTell) {
-    const std::vector<std::wstring> names = ResourceNames(RT_ACCELERATOR);
-    EXPECT_FALSE(names.empty());
-    std::map<std::wstring, int> commands;
-    for (const std::wstring& name : names) {
-        std::set<std::wstring> seen;
-        for (const ACCEL& key : Accelerators(name)) {
-            EXPECT_TRUE(seen.insert(NameOf(key)).second)
-                << Narrow(name) << ": two commands have the key " << Narrow(NameOf(key));
-            commands[NameOf(key)] = key.cmd;
+    std::map<std::string, int> commands;
+    for (const std::wstring& name : ResourceNames(RT_ACCELERATOR)) {
+        const UniqueAccelerators table(LoadAcceleratorsW(Instance(), name.c_str()));
+        std::vector<ACCEL> keys(
+            static_cast<std::size_t>(CopyAcceleratorTableW(table.get(), nullptr, 0)));
+        CopyAcceleratorTableW(table.get(), keys.data(), static_cast<int>(keys.size()));
+        for (const ACCEL& key : keys) {
+            EXPECT_TRUE(commands.emplace(NameOf(key), key.cmd).second)
+                << Narrow(name) << ": two commands have the key " << NameOf(key);
         }
     }
-    for (const std::wstring& name : ResourceNames(RT_MENU)) {
-        const UniqueMenu menu(LoadMenuW(Instance(), name.c_str()));
-        ForEachCommand(menu.get(), [&](const MenuItem& item) {
-            const std::size_t tab = item.text.find(L'\t');
-            if (tab == std::wstring::npos) return;
+    ForEachMenu([&](const std::string&, const std::vector<MenuCommand>& items) {
+        for (const MenuCommand& item : items) {
+            const std::size_t tab = item.text.find('\t');
+            if (tab == std::string::npos) continue;
             const auto told = commands.find(item.text.substr(tab + 1));
-            ASSERT_NE(told, commands.end()) << Narrow(item.text);
-            EXPECT_EQ(told->second, item.id) << Narrow(item.text);
-        });
-    }
+            ASSERT_NE(told, commands.end()) << item.text;
+            EXPECT_EQ(told->second, item.id) << item.text;
+        }
+    });
 }
 
 }  // namespace
