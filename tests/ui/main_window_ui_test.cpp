@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "app/version_info_win.h"
@@ -22,30 +23,19 @@ TEST_F(MainWindowTest, ShowsItsNameAndNoFile) {
     ui.OnWindowOfClass(kMainClass, [](HWND main) {
         EXPECT_EQ(WindowText(main), "Tonvale - Esposizione al rumore e danno uditivo");
         EXPECT_EQ(TextOf(main, IDC_STATUS_BAR), kNoFile);
-        RECT client{};
-        RECT bar{};
-        GetClientRect(main, &client);
-        GetWindowRect(GetDlgItem(main, IDC_STATUS_BAR), &bar);
-        MapWindowPoints(nullptr, main, reinterpret_cast<POINT*>(&bar), 2);
-        EXPECT_EQ(bar.bottom, client.bottom);
         EXPECT_NE(GetClassLongPtrW(main, GCLP_HICON), 0U);
         EXPECT_NE(GetClassLongPtrW(main, GCLP_HICONSM), 0U);
     });
-    ui.Screenshot("main_window").OnWindowOfClass(kMainClass);
     // A greyed command that comes all the same does nothing, nor does an unknown one.
-    ui.Command(CMD_VIEW_TABLE).Command(39999);
+    ui.Screenshot("main_window").Command(CMD_VIEW_TABLE).Command(39999);
     ExpectNoDialog(ui);
-    ui.OnWindowOfClass(kMainClass).Press({VK_MENU, VK_F4});
-    EXPECT_EQ(RunProgram(), 0);
-    ui.Finish();
+    RunToEnd(ui);
     EXPECT_EQ(VersionText("NoSuchText"), "Informazioni sulla versione non presenti!");
 }
 
 TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     const std::string daily = MakeDailyFile("perché no.LEP");
     UiDriver ui;
-    Drop(ui, {MakeDailyFile("altro.txt")});
-    ExpectNoDialog(ui);
     Drop(ui, {daily, daily});
     ExpectNoDialog(ui);
     Drop(ui, {daily});
@@ -71,56 +61,47 @@ TEST_F(MainWindowTest, RoutesOneDroppedFileByItsExtension) {
     RunToEnd(ui);
 }
 
+// A calculator opens as it would without a file when there is none.
 TEST_F(MainWindowTest, OpensTheFileOfTheCommandLine) {
     const std::string daily = MakeDailyFile("misura.lep");
+    const std::string foreign = MakeDailyFile("測定 Ωμέγα.lep");
+    std::filesystem::create_directories(folder_ / "cartella.lep");
+    const std::pair<std::string, std::string> rows[] = {
+        {"misura.lep", daily},  // relative: shown as a full path
+        {foreign, foreign},
+        {Path("manca.lep"), kNoFile},
+        {Path("cartella.lep"), kNoFile},
+        {MakeDailyFile("sconosciuto.xyz"), ""},
+        {Path("senza"), ""},
+        {".", ""},
+        {"|?*<>.txt", ""}};
     const std::filesystem::path previous = std::filesystem::current_path();
     std::filesystem::current_path(folder_);
-    UiDriver ui;
-    ui.OnWindow(kDailyExposureTitle,
-                [&](HWND dialog) { EXPECT_EQ(TextOf(dialog, IDC_STATUS_BAR), daily); });
-    ui.Screenshot("main_window_command_line");
-    ExpectDailyExposure(ui, "misura.lep");
-    RunToEnd(ui, "misura.lep");  // relative: shown as a full path
+    for (const auto& [path, shown] : rows) {
+        UiDriver ui;
+        if (!shown.empty()) {
+            ui.OnWindow(kDailyExposureTitle).ExpectText(IDC_STATUS_BAR, shown);
+            ui.Command(CMD_FILE_CLOSE).WaitClosed(kDailyExposureTitle);
+        }
+        ui.OnWindowOfClass(kMainClass);
+        ExpectNoDialog(ui);
+        RunToEnd(ui, path);
+    }
     std::filesystem::current_path(previous);
-
-    std::filesystem::create_directories(folder_ / "cartella.lep");
-    // A calculator opens as it would without a file.
-    const std::pair<std::string, std::string> shown[] = {
-        {MakeDailyFile("測定 Ωμέγα.lep"), "測定 Ωμέγα.lep"},
-        {Path("manca.lep"), kNoFile},
-        {Path("cartella.lep"), kNoFile}};
-    for (const auto& [path, file] : shown) {
-        UiDriver next;
-        ExpectDailyExposure(next, file);
-        RunToEnd(next, path);
-    }
-    for (const std::string& path : {MakeDailyFile("sconosciuto.xyz"), Path("senza"),
-                                    std::string("."), std::string("|?*<>.txt")}) {
-        UiDriver next;
-        next.OnWindowOfClass(kMainClass);
-        ExpectNoDialog(next);
-        RunToEnd(next, path);
-    }
 }
 
-// Chooses a file in the "Apri" dialog under the filter at `index`, from 0.
-void ChooseFileUnder(UiDriver& ui, int index, const std::string& path) {
-    ui.OnWindowOfClass(kMainClass).Command(CMD_OPEN);
-    ui.OnWindow("Apri", [index](HWND dialog) { ChooseFilter(dialog, index + 1); });
-    ui.Screenshot("open_any_file");
-    ChooseFile(ui, "Apri", path);
-    ui.WaitClosed("Apri");
-}
-
+// The filter decides, not the extension: the weekly calculator refuses the daily file.
 TEST_F(MainWindowTest, OpensTheCalculatorOfTheChosenFilter) {
     const std::string daily = MakeDailyFile("misura.lep");
     UiDriver ui;
-    ChooseFileUnder(ui, 0, daily);
-    ExpectDailyExposure(ui, "misura.lep");
-    // The filter decides, not the extension: the weekly calculator refuses the daily file.
-    ChooseFileUnder(ui, 1, daily);
-    ui.OnWindow("Calcolo Lep,w", [](HWND dialog) { EXPECT_EQ(Status(dialog), kNoFile); });
-    ui.Command(CMD_FILE_CLOSE).WaitClosed("Calcolo Lep,w");
+    for (const auto& [filter, title, shown] :
+         {std::tuple(1, kDailyExposureTitle, daily.c_str()), {2, "Calcolo Lep,w", kNoFile}}) {
+        ui.OnWindowOfClass(kMainClass).Command(CMD_OPEN);
+        ui.OnWindow("Apri", [index = filter](HWND dialog) { ChooseFilter(dialog, index); });
+        ChooseFile(ui.Screenshot("open_any_file"), "Apri", daily);
+        ui.WaitClosed("Apri").OnWindow(title).ExpectText(IDC_STATUS_BAR, shown);
+        ui.Command(CMD_FILE_CLOSE).WaitClosed(title);
+    }
     RunToEnd(ui);
 }
 

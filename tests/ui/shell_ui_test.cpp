@@ -3,13 +3,12 @@
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
-#include <winspool.h>
 
 #include <cstring>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/bitmap_file_win.h"
@@ -17,7 +16,9 @@
 #include "app/view_switch_win.h"
 #include "common/result_view.h"
 #include "dialogs/clipboard_win.h"
+#include "hearing/damage_evolution.h"
 #include "hearing/loss_comparison.h"
+#include "hearing/loss_prediction.h"
 #include "resources/help_contexts.h"
 #include "resources/resource.h"
 #include "tests/ui/dialog_fixture.h"
@@ -28,242 +29,207 @@ namespace tonvale {
 namespace {
 
 constexpr char kNotesTitle[] = "Un commento per la stampa?";
-constexpr char kCopyFailure[] = "Impossibile copiare negli appunti!";
+constexpr char kModified[] = "Il documento è stato modificato. Salvare le modifiche?";
 
-// How a page was drawn last.
-struct Drawing {
-    ViewKind kind = ViewKind::kTable;
-    Rect area;
-    DrawingStyle style;
-};
+HWND Part(int id) {
+    return GetDlgItem(Main(), id);
+}
 
-// A result whose pages are a red diagonal on white, and which writes down how it was drawn.
-ResultView FakeResult(Drawing& drawn, bool has_audiogram = true,
-                      const std::string& first_cell = "Età") {
-    constexpr std::pair<ViewKind, const char*> kPages[] = {{ViewKind::kTable, "&Tabella"},
-                                                           {ViewKind::kChart, "&Grafico"},
-                                                           {ViewKind::kAudiogram, "&Audiogramma"}};
-    ResultView view{.case_name = "NIPTS, 35 anni"};
-    for (const auto& [kind, text] : kPages) {
-        if (kind == ViewKind::kAudiogram && !has_audiogram) continue;
-        ResultPage page{.kind = kind, .menu_text = text};
-        if (kind != ViewKind::kTable) {
-            page.curve_names = {"500 Hz", "1000 Hz", "2000 Hz"};
-            page.empty_reason = "Nessuna curva";
+std::string DocumentText() {
+    return WindowText(Part(IDC_REPORT_EDITOR));
+}
+
+bool IsButton(int command, UINT state) {
+    return (SendMessageW(Part(IDC_TOOLBAR), TB_GETSTATE, static_cast<WPARAM>(command), 0) &
+            state) != 0;
+}
+
+LRESULT ImageOf(int command) {
+    return SendMessageW(Part(IDC_TOOLBAR), TB_GETBITMAP, static_cast<WPARAM>(command), 0);
+}
+
+bool IsFormatChecked(int command) {
+    return SendDlgItemMessageW(Main(), IDC_FORMAT_TOOLBAR, TB_ISBUTTONCHECKED,
+                               static_cast<WPARAM>(command), 0) != 0;
+}
+
+std::string ToolTipOf(int command) {
+    NMTTDISPINFOW request{};
+    request.hdr = {Part(IDC_TOOLBAR), static_cast<UINT_PTR>(command), TTN_GETDISPINFOW};
+    request.lpszText = request.szText;
+    SendMessageW(Main(), WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
+    return Narrow(request.lpszText);
+}
+
+// Expects that the buttons have tips and stand as the menu items do.
+void ExpectButtonsAsMenus() {
+    int buttons = 0;
+    for (int position = 0; position < GetMenuItemCount(GetMenu(Main())); ++position) {
+        for (const auto& item : OpenPopup(Main(), GetSubMenu(GetMenu(Main()), position))) {
+            const auto command = static_cast<WPARAM>(item.id);
+            if (SendMessageW(Part(IDC_TOOLBAR), TB_COMMANDTOINDEX, command, 0) < 0) continue;
+            EXPECT_NE(ToolTipOf(item.id), "") << item.text;
+            EXPECT_EQ(IsButton(item.id, TBSTATE_ENABLED), item.enabled) << item.text;
+            EXPECT_EQ(IsButton(item.id, TBSTATE_CHECKED), item.checked) << item.text;
+            ++buttons;
         }
-        page.draw = [&drawn, kind = kind](Canvas& canvas, const Rect& area,
-                                          const DrawingStyle& style) {
-            drawn = {kind, area, style};
-            canvas.DrawLine({area.left, area.top}, {area.right, area.bottom}, {{255, 0, 0}, 3});
-            canvas.DrawTextAt({20, 5}, "Età 45 anni");
-        };
-        view.pages.push_back(page);
     }
-    view.table_text = [first_cell](std::string_view separator) {
-        return first_cell + std::string(separator) + "1,5\r\n";
-    };
-    return view;
+    EXPECT_GT(buttons, 20);
+}
+
+// The view items: "text", then "-" when greyed and "*" when checked.
+std::string ViewItems() {
+    ExpectButtonsAsMenus();
+    std::string items;
+    for (const MenuCommand& item : OpenPopup(Main(), GetSubMenu(GetMenu(Main()), 2))) {
+        items += item.text.substr(0, item.text.find('\t')) + (item.enabled ? "" : "-") +
+                 (item.checked ? "*" : "") + "|";
+    }
+    return items;
 }
 
 class ShellTest : public MainWindowTest {
   protected:
-    static HWND Toolbar() { return GetDlgItem(Main(), IDC_TOOLBAR); }
-    static HWND Results() { return GetDlgItem(Main(), IDC_RESULT_VIEW); }
-
-    static void Show(UiDriver& ui, const ResultView& result) {
-        ui.OnWindowOfClass(kMainClass, [result](HWND) { TheProgram().ShowResult(result); });
-    }
-
-    static bool IsButton(int command, UINT state) {
-        return (SendMessageW(Toolbar(), TB_GETSTATE, static_cast<WPARAM>(command), 0) & state) != 0;
-    }
-
-    // The view items: "text", then "-" when greyed and "*" when checked. Their buttons are alike.
-    static std::string ViewItems() {
-        std::string items;
-        for (const MenuCommand& item : OpenPopup(Main(), GetSubMenu(GetMenu(Main()), 2))) {
-            items += item.text.substr(0, item.text.find('\t')) + (item.enabled ? "" : "-") +
-                     (item.checked ? "*" : "") + "|";
-            EXPECT_EQ(IsButton(item.id, TBSTATE_ENABLED), item.enabled) << item.text;
-            EXPECT_EQ(IsButton(item.id, TBSTATE_CHECKED), item.checked) << item.text;
+    // A result that writes down how its pages are drawn.
+    ResultView RecordedResult() {
+        ResultView result = MakeResultView(LossPrediction());
+        for (ResultPage& page : result.pages) {
+            page.draw = [this, kind = page.kind](Canvas&, const Rect& area,
+                                                 const DrawingStyle& style) {
+                drawn_kind_ = kind;
+                drawn_area_ = area;
+                drawn_style_ = style;
+            };
         }
-        return items;
+        return result;
     }
 
-    static std::string ToolTipOf(int command) {
-        NMTTDISPINFOW request{};
-        request.hdr = {Toolbar(), static_cast<UINT_PTR>(command), TTN_GETDISPINFOW};
-        request.lpszText = request.szText;
-        SendMessageW(Main(), WM_NOTIFY, request.hdr.idFrom, reinterpret_cast<LPARAM>(&request));
-        return Narrow(request.lpszText);
+    static UiDriver& Show(UiDriver& ui, const ResultView& result) {
+        return ui.OnWindowOfClass(kMainClass, [result](HWND) { TheProgram().ShowResult(result); });
     }
+
+    // The page that is drawn when the window is.
+    ViewKind ShownKind() const {
+        UpdateWindow(Part(IDC_RESULT_VIEW));
+        return drawn_kind_;
+    }
+
+    // How a page was drawn last.
+    ViewKind drawn_kind_ = ViewKind::kTable;
+    Rect drawn_area_;
+    DrawingStyle drawn_style_;
 };
 
-TEST_F(ShellTest, ToolbarFollowsTheMenusAndGrowsWithTheResolution) {
-    UiDriver ui;
-    ui.OnWindowOfClass(kMainClass, [](HWND main) {
-        const auto images =
-            reinterpret_cast<HIMAGELIST>(SendMessageW(Toolbar(), TB_GETIMAGELIST, 0, 0));
-        std::set<int> commands;
-        TBBUTTON button{};
-        for (WPARAM position = 0;
-             SendMessageW(Toolbar(), TB_GETBUTTON, position, reinterpret_cast<LPARAM>(&button));
-             ++position) {
-            if (button.fsStyle & BTNS_SEP) continue;
-            EXPECT_TRUE(commands.insert(button.idCommand).second) << button.idCommand;
-            EXPECT_LT(button.iBitmap, ImageList_GetImageCount(images)) << button.idCommand;
-            EXPECT_NE(ToolTipOf(button.idCommand), "") << button.idCommand;
-        }
-        EXPECT_FALSE(IsButton(CMD_COPY, TBSTATE_ENABLED)) << "the document is empty";
-        // One rule for menu items and buttons.
-        for (int position = 0; position < GetMenuItemCount(GetMenu(main)); ++position) {
-            for (const auto& item : OpenPopup(main, GetSubMenu(GetMenu(main), position))) {
-                if (commands.erase(item.id) == 0) continue;
-                EXPECT_EQ(IsButton(item.id, TBSTATE_ENABLED), item.enabled) << item.text;
-            }
-        }
-        EXPECT_TRUE(commands.empty()) << *commands.begin() << " is not in the menus";
-        int width = 0;
-        int height = 0;
-        EXPECT_TRUE(ImageList_GetIconSize(images, &width, &height));
-        const UINT dpi = GetDpiForWindow(main);
-        EXPECT_EQ(width, dpi >= 192 ? 32 : dpi >= 144 ? 24 : dpi >= 120 ? 20 : 16);
-        // Too narrow for all buttons: they wrap, and the content begins below them.
-        SetWindowPos(main, nullptr, 0, 0, 420, 400, SWP_NOMOVE | SWP_NOZORDER);
-        RECT toolbar{};
-        RECT content{};
-        GetWindowRect(Toolbar(), &toolbar);
-        GetWindowRect(Results(), &content);
-        EXPECT_GT(toolbar.bottom - toolbar.top, 2 * height);
-        EXPECT_GE(content.top, toolbar.bottom);
-    });
-    ui.Screenshot("toolbar_narrow");
-    RunToEnd(ui);
-}
-
 TEST_F(ShellTest, ShowsResultsAndGoesBackToTheDocument) {
-    Drawing drawn;
-    const auto chart_image = [] {
-        return SendMessageW(Toolbar(), TB_GETBITMAP, CMD_VIEW_CHART, 0);
-    };
-    LRESULT prediction_image = 0;
     UiDriver ui;
-    Show(ui, FakeResult(drawn, false));
-    ui.Do([] {
-        EXPECT_EQ(ViewItems(), "&Grafico|&Tabella-*|Do&cumento|");
-        EXPECT_TRUE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
+    ui.OnWindowOfClass(kMainClass, [](HWND) {
+        EXPECT_EQ(ViewItems(), "&Audiogramma-|&Grafico-|&Tabella-|Do&cumento-|");
+        EXPECT_FALSE(IsButton(CMD_COPY, TBSTATE_ENABLED)) << "the document is empty";
     });
-    ui.Command(CMD_VIEW_AUDIOGRAM).Do([&] {
-        EXPECT_EQ(TheProgram().results().kind(), ViewKind::kTable) << "there is no audiogram";
-    });
-    Show(ui, MakeResultView(LossComparisonState()));
-    ui.Do([&] {
+    Show(ui, MakeResultView(LossComparisonState())).Do([] {
         EXPECT_EQ(ViewItems(), "Perdite-&Livello|&Perdite-Tempo|&Tabella-*|Do&cumento|");
         EXPECT_EQ(ToolTipOf(CMD_VIEW_CHART), "Perdite-Tempo");
-        prediction_image = chart_image();
+        EXPECT_GT(ImageOf(CMD_VIEW_CHART), ImageOf(CMD_HELP_INDEX));
     });
-    Show(ui, FakeResult(drawn));
-    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
-        EXPECT_TRUE(IsZoomed(main));
-        EXPECT_FALSE(IsWindowVisible(GetDlgItem(main, IDC_REPORT_EDITOR)));
-        EXPECT_EQ(GetFocus(), Results());
+    Show(ui, MakeResultView(DamageEvolution())).Do([] {
+        EXPECT_EQ(ViewItems(), "&Grafico|&Tabella-*|Do&cumento|");
+        EXPECT_LT(ImageOf(CMD_VIEW_CHART), ImageOf(CMD_HELP_INDEX));
+        EXPECT_TRUE(IsButton(CMD_VIEW_AUDIOGRAM, TBSTATE_HIDDEN));
+    });
+    Show(ui, RecordedResult()).Do([] {
+        EXPECT_TRUE(IsZoomed(Main()));
+        EXPECT_FALSE(IsWindowVisible(Part(IDC_REPORT_EDITOR)));
+        EXPECT_EQ(GetFocus(), Part(IDC_RESULT_VIEW));
         EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico|&Tabella-*|Do&cumento|");
-        EXPECT_EQ(ToolTipOf(CMD_VIEW_CHART), "Grafico");
-        EXPECT_NE(chart_image(), prediction_image);
         EXPECT_FALSE(IsButton(CMD_CUT, TBSTATE_ENABLED));
-        EXPECT_FALSE(IsButton(CMD_PASTE, TBSTATE_ENABLED));
         EXPECT_TRUE(IsButton(CMD_COPY, TBSTATE_ENABLED));
     });
-    ui.Screenshot("result_view").Command(CMD_VIEW_CHART).OnWindowOfClass(kMainClass, [&](HWND) {
+    ui.Command(CMD_VIEW_CHART).Do([this] {
         EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico-*|&Tabella|Do&cumento|");
-        UpdateWindow(Results());
-        EXPECT_EQ(drawn.kind, ViewKind::kChart);
+        EXPECT_EQ(ShownKind(), ViewKind::kChart);
     });
     ui.Press({VK_CONTROL, VK_F4}).WaitUntil("document", [] {
-        return IsWindowVisible(GetDlgItem(Main(), IDC_REPORT_EDITOR)) != 0;
+        return IsWindowVisible(Part(IDC_REPORT_EDITOR));
     });
     ui.Do([] {
-        EXPECT_FALSE(IsWindowVisible(Results()));
         EXPECT_EQ(ViewItems(), "&Audiogramma|&Grafico|&Tabella|Do&cumento-|");
+        EXPECT_FALSE(IsWindowVisible(Part(IDC_RESULT_VIEW)));
     });
     // The last result is still there.
-    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([&] {
-        UpdateWindow(Results());
-        EXPECT_EQ(drawn.kind, ViewKind::kAudiogram);
+    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_AUDIOGRAM).Do([this] {
+        EXPECT_EQ(ShownKind(), ViewKind::kAudiogram);
     });
     RunToEnd(ui);
 }
 
-SIZE ClipboardPictureSize() {
+std::pair<LONG, LONG> ClipboardPictureSize() {
     BITMAP size{};
-    if (OpenClipboard(nullptr)) {
-        GetObjectW(GetClipboardData(CF_BITMAP), sizeof size, &size);
-        CloseClipboard();
-    }
+    OpenClipboard(nullptr);
+    GetObjectW(GetClipboardData(CF_BITMAP), sizeof size, &size);
+    CloseClipboard();
     return {size.bmWidth, size.bmHeight};
+}
+
+void DragOverResults(LPARAM from, LPARAM to) {
+    SendMessageW(Part(IDC_RESULT_VIEW), WM_LBUTTONDOWN, MK_LBUTTON, from);
+    SendMessageW(Part(IDC_RESULT_VIEW), WM_MOUSEMOVE, MK_LBUTTON, to);
+    SendMessageW(Part(IDC_RESULT_VIEW), WM_LBUTTONUP, 0, to);
 }
 
 TEST_F(ShellTest, CopiesTheTableAsTextAndTheChartAsPictureUnlessTheClipboardIsHeld) {
     const UINT csv = RegisterClipboardFormatW(L"Csv");
-    Drawing drawn;
-    HWND holder = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                                  nullptr, nullptr);
+    ResultView long_result = RecordedResult();
+    long_result.table_text = [](std::string_view) { return std::string(5000, '9'); };
     UiDriver ui;
-    Show(ui, FakeResult(drawn));
-    ui.Do([holder] { EXPECT_TRUE(OpenClipboard(holder)); });
+    Show(ui, RecordedResult()).Do([] { EXPECT_TRUE(OpenClipboard(Part(IDC_TOOLBAR))); });
     for (int view : {CMD_VIEW_CHART, CMD_VIEW_TABLE}) {
         ui.OnWindowOfClass(kMainClass).Command(view).Command(CMD_COPY);
-        ui.AnswerMessage("Attenzione:", kCopyFailure, IDOK).WaitClosed("Attenzione:");
+        ui.AnswerMessage("Attenzione:", "Impossibile copiare negli appunti!", IDOK);
+        ui.WaitClosed("Attenzione:");
     }
-    ui.OnWindowOfClass(kMainClass, [holder](HWND) {
-        CloseClipboard();
-        DestroyWindow(holder);
+    ui.OnWindowOfClass(kMainClass, [](HWND) { CloseClipboard(); }).Press({VK_CONTROL, 'C'});
+    ui.WaitUntil("copy", [csv] { return ClipboardBytes(csv).starts_with("HTLAN"); });
+    Show(ui, long_result).Command(CMD_COPY).Do([csv] {
+        EXPECT_EQ(std::strlen(ClipboardBytes(csv).c_str()), 4095U);
     });
-    ui.Press({VK_CONTROL, 'C'}).WaitUntil("copy", [&] {
-        return ClipboardBytes(csv).starts_with("Et");
-    });
-    ui.Do([&] { TheProgram().ShowResult(FakeResult(drawn, true, std::string(5000, '9'))); });
-    ui.Command(CMD_COPY).Do([&] { EXPECT_EQ(std::strlen(ClipboardBytes(csv).c_str()), 4095U); });
     ui.Command(CMD_VIEW_CHART).Command(CMD_COPY).Do([] {
         RECT area{};
-        GetClientRect(Results(), &area);
-        EXPECT_EQ(ClipboardPictureSize().cx, area.right);
-        EXPECT_EQ(ClipboardPictureSize().cy, area.bottom);
+        GetClientRect(Part(IDC_RESULT_VIEW), &area);
+        EXPECT_EQ(ClipboardPictureSize(), std::pair(area.right, area.bottom));
+        // A rectangle drawn with the mouse, from its lower right corner, marks what is copied.
+        DragOverResults(MAKELPARAM(160, 110), MAKELPARAM(60, 40));
     });
-    // A rectangle drawn with the mouse, from its lower right corner, marks what is copied.
-    ui.Do([] {
-        SendMessageW(Results(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(160, 110));
-        SendMessageW(Results(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 40));
-        SendMessageW(Results(), WM_LBUTTONUP, 0, MAKELPARAM(60, 40));
+    ui.Screenshot("result_view_frame").Command(CMD_COPY).Do([] {
+        EXPECT_EQ(ClipboardPictureSize(), std::pair(98L, 68L));
+        DragOverResults(MAKELPARAM(10, 10), MAKELPARAM(10, 10));  // a click draws none
     });
-    ui.OnWindowOfClass(kMainClass).Screenshot("result_view_frame").Command(CMD_COPY).Do([] {
-        EXPECT_EQ(ClipboardPictureSize().cx, 98);
-        EXPECT_EQ(ClipboardPictureSize().cy, 68);
-        // A click draws none.
-        SendMessageW(Results(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
-        SendMessageW(Results(), WM_LBUTTONUP, 0, MAKELPARAM(10, 10));
-    });
-    ui.Command(CMD_COPY).Do([] { EXPECT_GT(ClipboardPictureSize().cx, 98); });
+    ui.Command(CMD_COPY).Do([] { EXPECT_GT(ClipboardPictureSize().first, 98); });
     RunToEnd(ui);
 }
 
 TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
-    Drawing drawn;
+    const struct {
+        int view;
+        const char* refused;
+        const char* wanted;
+        const char* taken;
+    } exports[] = {{CMD_VIEW_TABLE, "prova.bmp", "\".csv\" oppure \".tnv\"", "tabella.CSV"},
+                   {CMD_VIEW_CHART, "prova.csv", "\".bmp\" oppure \".tnv\"", "grafico.bmp"}};
     FaultyFileSystem disk(SystemFiles());
+    const ResultView result = RecordedResult();
     UiDriver ui;
-    Show(ui, FakeResult(drawn));
-    ui.Command(CMD_SAVE_AS);
-    TypeUnsuitableName(ui, Path("prova.bmp"), "\".csv\" oppure \".tnv\"");
-    SaveNewFile(ui, Path("tabella.CSV"));
-    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
-        EXPECT_EQ(ReadFile("tabella.CSV"), "Et\xe0" + ListSeparator() + "1,5\r\n");
-    });
-    ui.Command(CMD_VIEW_CHART).Command(CMD_SAVE_AS);
-    TypeUnsuitableName(ui, Path("prova.csv"), "\".bmp\" oppure \".tnv\"");
-    SaveNewFile(ui, Path("grafico.bmp"));
-    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND) {
+    Show(ui, result);
+    for (const auto& [view, refused, wanted, taken] : exports) {
+        ui.OnWindowOfClass(kMainClass).Command(view).Command(CMD_SAVE_AS);
+        TypeUnsuitableName(ui, Path(refused), wanted);
+        SaveNewFile(ui, Path(taken));
+        ui.WaitClosed(kSaveTitle);
+    }
+    ui.OnWindowOfClass(kMainClass, [&](HWND window) {
+        EXPECT_EQ(Windows1252ToUtf8(ReadFile("tabella.CSV")), result.table_text(ListSeparator()));
         EXPECT_EQ(ReadFile("grafico.bmp").substr(0, 2), "BM");
         EXPECT_EQ(FileCount(), 2);
+        EXPECT_EQ(Status(window), result.case_name);
         disk.is_full = true;
         TheProgram().context().files = &disk;
     });
@@ -271,17 +237,11 @@ TEST_F(ShellTest, ExportsTableAndChartByTheirOwnExtensionOnly) {
     SaveNewFile(ui, Path("altro.bmp"));
     ui.AnswerMessage(Path("altro.bmp"), "Impossibile salvare: il disco è pieno.", IDOK);
     // The document can be saved from any view.
-    ui.OnWindowOfClass(kMainClass, [](HWND) { TheProgram().context().files = &SystemFiles(); });
-    ui.Command(CMD_SAVE_AS);
+    ui.OnWindowOfClass(kMainClass, [&](HWND) { disk.is_full = false; }).Command(CMD_SAVE_AS);
     SaveNewFile(ui, Path("relazione.TNV"));
-    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass, [&](HWND window) {
+    ui.WaitClosed(kSaveTitle).OnWindowOfClass(kMainClass).Command(CMD_VIEW_DOCUMENT);
+    ui.OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(ReadFile("relazione.TNV").substr(0, 6), "{\\rtf1");
-        EXPECT_EQ(Status(window), "Nessuna curva (NIPTS, 35 anni)");
-    });
-    ui.Command(CMD_VIEW_TABLE).OnWindowOfClass(kMainClass, [&](HWND window) {
-        EXPECT_EQ(Status(window), "NIPTS, 35 anni");
-    });
-    ui.Command(CMD_VIEW_DOCUMENT).OnWindowOfClass(kMainClass, [&](HWND window) {
         EXPECT_EQ(Status(window), "relazione.TNV");
     });
     RunToEnd(ui);
@@ -295,8 +255,7 @@ TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
     const UniqueBitmap picture(CreateCompatibleBitmap(screen.get(), 5, 3));
     {
         const ScopedSelection selection(memory.get(), picture.get());
-        const RECT all{0, 0, 5, 3};
-        FillRect(memory.get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        PatBlt(memory.get(), 0, 0, 5, 3, WHITENESS);
         SetPixel(memory.get(), 0, 2, RGB(0, 0, 0));
     }
     for (const int depth : {1, 4, 8, 16, 24, 32}) {
@@ -313,80 +272,66 @@ TEST_F(BitmapFileTest, HoldsTheDotsAtEveryDepth) {
 }
 
 TEST_F(ShellTest, PrintsWhatIsShownWithTheNotes) {
-    Drawing drawn;
     FakePrinter printer;
     printer.colors = 2;
     UiDriver ui;
-    Show(ui, FakeResult(drawn));
-    ui.Do([&] {
+    Show(ui, RecordedResult()).Do([&] {
         TheProgram().context().open_printer = [&] {
             return std::make_unique<BorrowedPrinter>(printer);
         };
     });
     ui.Command(CMD_PRINT).OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "al tornio").Click(IDOK);
     ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass, [&](HWND) {
-        EXPECT_EQ(printer.document, "Tabella");
+        ASSERT_FALSE(printer.pages.back().empty());
         EXPECT_EQ(printer.pages.back().back().text, "al tornio");
-        EXPECT_EQ(drawn.area, (Rect{0, 0, 4000, 6600}));
-        EXPECT_FALSE(drawn.style.use_color);
+        EXPECT_EQ(drawn_area_, (Rect{0, 0, 4000, 6600}));
+        EXPECT_FALSE(drawn_style_.use_color);
     });
     ui.Command(CMD_VIEW_CHART).Command(CMD_PRINT).OnWindow(kNotesTitle).Click(IDCANCEL);
-    ui.WaitClosed(kNotesTitle);
+    ui.WaitClosed(kNotesTitle).OnWindowOfClass(kMainClass).Command(CMD_PAGE_SETUP);
+    ui.OnWindowOfClass("#32770").Command(IDCANCEL);  // of the printer's driver
     RunToEnd(ui);
     EXPECT_EQ(printer.document, "Tabella");  // still
 }
 
-// Opens the menu of curves, expects its items ("*" behind the checked one), and chooses by keys.
-void ChooseCurve(UiDriver& ui, const std::string& expected, int steps_down) {
-    ui.Do([] {
-        HWND results = GetDlgItem(Main(), IDC_RESULT_VIEW);
-        PostMessageW(results, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(results),
-                     MAKELPARAM(80, 120));
-    });
-    ui.WaitUntil("menu of curves", [] { return FindWindowW(L"#32768", nullptr) != nullptr; });
-    ui.Do([expected] {
-        const auto menu = reinterpret_cast<HMENU>(
-            SendMessageW(FindWindowW(L"#32768", nullptr), MN_GETHMENU, 0, 0));
-        std::string items;
-        for (const MenuCommand& item : OpenPopup(GetDesktopWindow(), menu)) {
-            items += item.text + (item.checked ? "*|" : "|");
-        }
-        EXPECT_EQ(items, expected);
-    });
+HWND FindMenu() {
+    return FindWindowW(L"#32768", nullptr);
+}
+
+// Opens the menu of curves and chooses an item by keys.
+void ChooseCurve(UiDriver& ui, int steps_down) {
+    ui.Do([] { PostMessageW(Part(IDC_RESULT_VIEW), WM_CONTEXTMENU, 0, MAKELPARAM(80, 120)); });
+    ui.WaitUntil("menu of curves", [] { return FindMenu() != nullptr; });
     for (int step = 0; step < steps_down; ++step) ui.Press({VK_DOWN});
-    ui.Press({VK_RETURN});
-    ui.WaitUntil("menu closed", [] { return FindWindowW(L"#32768", nullptr) == nullptr; });
+    ui.Press({VK_RETURN}).WaitUntil("menu closed", [] { return FindMenu() == nullptr; });
 }
 
 TEST_F(ShellTest, PicksOneCurveByTheMouseMenu) {
-    Drawing drawn;
     UiDriver ui;
-    Show(ui, FakeResult(drawn));
-    ui.Do([] {
-        SendMessageW(Results(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Results()),
-                     MAKELPARAM(80, 120));
-        EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr) << "a table has no curves";
-    });
-    ui.OnWindowOfClass(kMainClass).Command(CMD_VIEW_CHART);
-    ChooseCurve(ui, "Tutte*|500 Hz|1000 Hz|2000 Hz|", 3);
-    ui.OnWindowOfClass(kMainClass, [&](HWND) {
-        UpdateWindow(Results());
-        EXPECT_EQ(drawn.style.selected_curve, 1);
-    });
-    ChooseCurve(ui, "Tutte|500 Hz|1000 Hz*|2000 Hz|", 4);
-    // It is still chosen after a look at another chart, the table and the document.
     const auto expect_curve = [&](int command, int curve) {
-        ui.OnWindowOfClass(kMainClass).Command(command).Do([curve] {
-            EXPECT_EQ(TheProgram().results().selected_curve(), curve);
+        ui.OnWindowOfClass(kMainClass).Command(command).Do([=, this] {
+            UpdateWindow(Part(IDC_RESULT_VIEW));
+            EXPECT_EQ(drawn_style_.selected_curve, curve) << command;
         });
     };
-    ChooseCurve(ui, "Tutte|500 Hz|1000 Hz|2000 Hz*|", 2);
+    Show(ui, RecordedResult()).Do([] {
+        SendMessageW(Part(IDC_RESULT_VIEW), WM_CONTEXTMENU, 0, MAKELPARAM(80, 120));
+        EXPECT_EQ(FindMenu(), nullptr) << "a table has no curves";
+    });
+    ui.Command(CMD_VIEW_CHART);
+    ChooseCurve(ui, 3);  // behind "Tutte" and the first
+    expect_curve(CMD_VIEW_CHART, 1);
+    // It is still chosen after a look at another chart, the table and the document; another result
+    // starts with all its curves.
     expect_curve(CMD_VIEW_AUDIOGRAM, kAllCurves);
     expect_curve(CMD_VIEW_TABLE, kAllCurves);
     expect_curve(CMD_VIEW_DOCUMENT, kAllCurves);
+    expect_curve(CMD_VIEW_CHART, 1);
+    ChooseCurve(ui, 1);
+    expect_curve(CMD_VIEW_CHART, kAllCurves);
+    ChooseCurve(ui, 2);
     expect_curve(CMD_VIEW_CHART, 0);
-    // Another result starts with all its curves.
-    Show(ui, FakeResult(drawn));
+    Show(ui, RecordedResult());
     expect_curve(CMD_VIEW_CHART, kAllCurves);
     RunToEnd(ui);
 }
@@ -397,143 +342,93 @@ HWND FindSplash() {
 
 class SplashTest : public DialogTest {};
 
-TEST_F(SplashTest, LiesAboveItsOwnerUntilItsTimeIsOverOrAClick) {
-    SplashWindow splash(instance_, owner_, 300);
-    HWND window = splash.window();
-    ASSERT_NE(window, nullptr);
-    EXPECT_EQ(GetWindow(window, GW_OWNER), owner_);
-    EXPECT_TRUE(IsWindowEnabled(owner_));
-    EXPECT_NE(GetActiveWindow(), window);
-    EXPECT_TRUE(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
+TEST_F(SplashTest, GoesWhenItsTimeIsOver) {
+    const SplashWindow splash(instance_, owner_, 300);
+    EXPECT_NE(GetActiveWindow(), splash.window());
+    EXPECT_TRUE(GetWindowLongPtrW(splash.window(), GWL_EXSTYLE) & WS_EX_TOPMOST);
     const ULONGLONG start = GetTickCount64();
     UiDriver ui;
-    ui.WaitUntil("splash closed", [window] { return !IsWindow(window); }).Run();
+    ui.WaitUntil("splash closed", [&] { return splash.window() == nullptr; }).Run();
     EXPECT_GE(GetTickCount64() - start, 290U);
-    EXPECT_EQ(splash.window(), nullptr);
-    for (UINT click : {WM_LBUTTONDOWN, WM_RBUTTONDOWN}) {
-        SplashWindow clicked(instance_, owner_, 60000);
-        SendMessageW(clicked.window(), click, 0, MAKELPARAM(5, 5));
-        EXPECT_EQ(clicked.window(), nullptr);
-    }
-    // Nothing is left when its owner goes first.
-    SplashWindow left(instance_, owner_, 60000);
-    DestroyWindow(owner_);
-    EXPECT_EQ(left.window(), nullptr);
 }
 
 TEST_F(ShellTest, StartsWithTheSplashWindowAndShowsItInTheAboutBox) {
     constexpr char kAbout[] = "Informazioni su Tonvale";
     UiDriver ui;
-    const auto click_splash_away = [&ui] {
-        ui.Do([] { PostMessageW(FindSplash(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3)); });
-        ui.WaitUntil("splash closed", [] { return FindSplash() == nullptr; });
-    };
-    ui.OnWindowOfClass(kMainClass, [](HWND main) { EXPECT_EQ(GetActiveWindow(), main); });
-    click_splash_away();
-    ExpectNoDialog(ui);
-    // The splash window goes with the box, or at a click while the box stays.
-    const auto show_about = [&] {
-        ui.OnWindowOfClass(kMainClass).Command(CMD_ABOUT).OnWindow(kAbout, [](HWND box) {
-            ASSERT_NE(FindSplash(), nullptr);
-            EXPECT_EQ(GetActiveWindow(), box);
-            EXPECT_FALSE(IsWindowEnabled(Main()));
-            RECT splash{};
-            RECT area{};
-            GetWindowRect(FindSplash(), &splash);
-            GetWindowRect(box, &area);
-            EXPECT_GE(area.top, splash.bottom);
-        });
-    };
-    show_about();
-    ui.Command(IDOK).WaitClosed(kAbout);
-    ui.OnWindowOfClass(kMainClass, [](HWND) { EXPECT_EQ(FindSplash(), nullptr); });
-    show_about();
-    click_splash_away();
+    ui.OnWindowOfClass(kMainClass, [](HWND main) {
+        EXPECT_EQ(GetActiveWindow(), main);
+        SendMessageW(FindSplash(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(3, 3));
+        EXPECT_EQ(FindSplash(), nullptr);
+    });
+    ui.Command(CMD_ABOUT).OnWindow(kAbout, [](HWND box) {
+        EXPECT_EQ(GetActiveWindow(), box);
+        RECT splash{};
+        RECT area{};
+        EXPECT_TRUE(GetWindowRect(FindSplash(), &splash));
+        GetWindowRect(box, &area);
+        EXPECT_GE(area.top, splash.bottom);
+    });
     ui.AnswerMessage(kAbout,
                      "Tonvale - Esposizione al rumore e danno uditivo\r\n"
                      "Realizzato da Progetto Tonvale\r\n"
                      "Software distribuito gratuitamente dall'autore.\r\n"
                      "Copyright © 2026 Gli sviluppatori di Tonvale\r\n\r\nVersione 1.0.0.0",
                      IDOK);
-    ui.WaitClosed(kAbout);
+    ui.WaitClosed(kAbout).Do([] { EXPECT_EQ(FindSplash(), nullptr); });
     RunToEnd(ui);
-    EXPECT_EQ(FindSplash(), nullptr);
-}
-
-// The text of the report's editor.
-std::string DocumentText() {
-    return TextOf(Main(), IDC_REPORT_EDITOR);
-}
-
-bool IsFormatChecked(int command) {
-    return SendDlgItemMessageW(Main(), IDC_FORMAT_TOOLBAR, TB_ISBUTTONCHECKED,
-                               static_cast<WPARAM>(command), 0) != 0;
 }
 
 TEST_F(ShellTest, OpensDocumentsFromEverywhereAndShowsThem) {
     const std::string first = WriteFile("primo.tnv", "{\\rtf1\\ansi uno}");
     const std::string second = WriteFile("secondo.TNV", "{\\rtf1\\ansi due}");
-    Drawing drawn;
     UiDriver ui;
     ui.WaitUntil("first document", [] { return DocumentText().starts_with("uno"); });
-    ui.OnWindowOfClass(kMainClass, [](HWND main) {
-        EXPECT_EQ(Status(main), "primo.tnv");
-        EXPECT_FALSE(TheProgram().document().IsModified());
-    });
-    Show(ui, FakeResult(drawn));
+    ui.OnWindowOfClass(kMainClass, [](HWND main) { EXPECT_EQ(Status(main), "primo.tnv"); });
+    Show(ui, RecordedResult());
     Drop(ui, {second});
-    ui.WaitUntil("second document", [] { return DocumentText().starts_with("due"); });
-    ui.Do([] {
+    ui.WaitUntil("second document", [] { return DocumentText().starts_with("due"); }).Do([] {
         EXPECT_TRUE(TheProgram().views().ShowsDocument());
         EXPECT_EQ(Status(Main()), "secondo.TNV");
     });
     // Formatting keys are the document's only: they do nothing to what is hidden.
-    Show(ui, FakeResult(drawn));
-    ui.Press({VK_CONTROL, 'G'}).Command(CMD_VIEW_DOCUMENT).Do([] {
-        EXPECT_FALSE(IsFormatChecked(CMD_BOLD));
-    });
-    ui.OnWindowOfClass(kMainClass).Command(CMD_NEW_DOCUMENT).Do([] {
+    Show(ui, RecordedResult()).Do([] { SendMessageW(Part(IDC_REPORT_EDITOR), EM_SETSEL, 0, -1); });
+    ui.Press({VK_CONTROL, 'G'}).Do([] { EXPECT_FALSE(TheProgram().document().IsModified()); });
+    ui.Command(CMD_NEW_DOCUMENT).Do([] {
         EXPECT_EQ(DocumentText(), "");
-        EXPECT_EQ(TextOf(Main(), IDC_STATUS_BAR), kNoFile);
+        EXPECT_EQ(Status(Main()), kNoFile);
     });
     RunToEnd(ui, first);
 }
 
-TEST_F(ShellTest, SetsThePageUpThroughThePrinterDriver) {
-    DWORD length = 0;
-    GetDefaultPrinterW(nullptr, &length);
-    UiDriver ui;
-    ui.OnWindowOfClass(kMainClass).Command(CMD_PAGE_SETUP);
-    if (length > 0) ui.OnWindowOfClass("#32770").Command(IDCANCEL);  // of the driver
-    ui.OnWindowOfClass(kMainClass);
-    ExpectNoDialog(ui);
-    RunToEnd(ui);
-}
-
 TEST_F(ShellTest, FollowsTheResolutionAndAsksBeforeTheSessionEnds) {
-    const std::string question = "Il documento è stato modificato. Salvare le modifiche?";
     const auto may_end = [] { return SendMessageW(Main(), WM_QUERYENDSESSION, 0, 0) != FALSE; };
     UiDriver ui;
     ui.OnWindowOfClass(kMainClass, [&](HWND main) {
-        const RECT suggested{30, 40, 730, 540};
+        // Too narrow for all buttons: they wrap, and the content begins below them.
+        const RECT suggested{30, 40, 450, 440};
         SendMessageW(main, WM_DPICHANGED, MAKEWPARAM(144, 144),
                      reinterpret_cast<LPARAM>(&suggested));
         RECT area{};
-        RECT client{};
+        RECT toolbar{};
+        RECT status_bar{};
         GetWindowRect(main, &area);
         EXPECT_TRUE(EqualRect(&area, &suggested));
-        GetClientRect(main, &client);
-        GetWindowRect(GetDlgItem(main, IDC_REPORT_EDITOR), &area);
-        EXPECT_EQ(area.right - area.left, client.right);
+        GetWindowRect(Part(IDC_TOOLBAR), &toolbar);
+        GetWindowRect(Part(IDC_RESULT_VIEW), &area);
+        EXPECT_GT(SendMessageW(Part(IDC_TOOLBAR), TB_GETROWS, 0, 0), 1);
+        EXPECT_GE(area.top, toolbar.bottom);
+        GetWindowRect(Part(IDC_STATUS_BAR), &status_bar);
+        EXPECT_EQ(area.bottom, status_bar.top);
         EXPECT_TRUE(may_end()) << "nothing would be lost";
-        SendDlgItemMessageW(main, IDC_REPORT_EDITOR, EM_REPLACESEL, TRUE,
-                            reinterpret_cast<LPARAM>(L"abc"));
+        SendMessageW(Part(IDC_REPORT_EDITOR), EM_REPLACESEL, TRUE,
+                     reinterpret_cast<LPARAM>(L"abc"));
     });
     for (const auto& [answer, expected] : {std::pair(IDCANCEL, false), {IDNO, true}}) {
         ui.Do([=, expected = expected] { EXPECT_EQ(may_end(), expected); });
-        ui.AnswerMessage("Attenzione", question, answer).WaitClosed("Attenzione");
+        ui.AnswerMessage("Attenzione", kModified, answer).WaitClosed("Attenzione");
     }
-    ui.OnWindowOfClass(kMainClass).Command(CMD_EXIT).AnswerMessage("Attenzione", question, IDNO);
+    ui.OnWindowOfClass(kMainClass).Press({VK_MENU, VK_F4});
+    ui.AnswerMessage("Attenzione", kModified, IDNO);
     EXPECT_EQ(RunProgram(), 0);
     ui.Finish();
 }
@@ -541,20 +436,18 @@ TEST_F(ShellTest, FollowsTheResolutionAndAsksBeforeTheSessionEnds) {
 TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
     RecordingHelp help;
     UiDriver ui;
-    ui.OnWindowOfClass(kMainClass, [&](HWND main) {
+    ui.OnWindowOfClass(kMainClass, [&](HWND) {
         TheProgram().context().help = &help;
-        SetFocus(GetDlgItem(main, IDC_REPORT_EDITOR));
-        SendMessageW(GetFocus(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"abc"));
-        SendMessageW(GetFocus(), EM_SETSEL, 0, 3);
+        SetFocus(Part(IDC_REPORT_EDITOR));
+        SendMessageW(Part(IDC_REPORT_EDITOR), EM_REPLACESEL, TRUE,
+                     reinterpret_cast<LPARAM>(L"abc"));
+        SendMessageW(Part(IDC_REPORT_EDITOR), EM_SETSEL, 0, 3);
     });
     ui.Press({VK_SHIFT, VK_DELETE}).WaitUntil("cut", [] { return DocumentText().empty(); });
     ui.WaitUntil("paste enabled", [] { return IsButton(CMD_PASTE, TBSTATE_ENABLED); });
-    ui.Press({VK_SHIFT, VK_INSERT}).WaitUntil("paste", [] { return DocumentText() == "abc"; });
-    ui.Press({VK_SHIFT, VK_INSERT}).WaitUntil("paste", [] { return DocumentText() == "abcabc"; });
-    ui.Do([] { SendMessageW(GetFocus(), EM_SETSEL, 0, 3); });
-    ui.Press({VK_CONTROL, VK_INSERT}).Do([] {
-        SendMessageW(GetFocus(), EM_SETSEL, static_cast<WPARAM>(-1), -1);
-    });
+    for (const std::string text : {"abc", "abcabc"}) {
+        ui.Press({VK_SHIFT, VK_INSERT}).WaitUntil("paste", [=] { return DocumentText() == text; });
+    }
     ui.Press({VK_CONTROL, 'I'}).Press({VK_CONTROL, 'G'}).Press({VK_CONTROL, 'S'});
     ui.Press({VK_CONTROL, 'U'}).Press({VK_CONTROL, 'D'}).Press({VK_F1});
     ui.WaitUntil("help", [&] { return help.topics == std::vector<unsigned long>{kHelpIndex}; });
@@ -565,12 +458,8 @@ TEST_F(ShellTest, KeysOfTheProgramDoNotDoubleThoseOfTheEditor) {
         }
         EXPECT_FALSE(IsFormatChecked(CMD_SUPERSCRIPT));
     });
-    const std::string question = "Il documento è stato modificato. Salvare le modifiche?";
-    ui.Press({VK_MENU, VK_F4}).AnswerMessage("Attenzione", question, IDCANCEL);
-    ui.WaitClosed("Attenzione").OnWindowOfClass(kMainClass).Command(CMD_EXIT);
-    ui.AnswerMessage("Attenzione", question, IDNO);
-    EXPECT_EQ(RunProgram(), 0);
-    ui.Finish();
+    ui.Do([] { SendMessageW(Part(IDC_REPORT_EDITOR), EM_SETMODIFY, FALSE, 0); });
+    RunToEnd(ui);
 }
 
 }  // namespace
