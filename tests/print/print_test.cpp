@@ -9,29 +9,22 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/app_state.h"
-#include "common/file_system.h"
+#include "calc/assessment_table.h"
 #include "common/numbers.h"
 #include "common/print_frame.h"
-#include "common/profile_file.h"
-#include "common/unicode_win.h"
 #include "dialogs/printer_win.h"
-#include "exposure/daily_exposure.h"
-#include "exposure/group_exposure.h"
-#include "exposure/uncertainty_report.h"
-#include "exposure/weekly_exposure.h"
-#include "hearing/audiogram_damage.h"
-#include "protectors/attenuation_spectrum.h"
-#include "protectors/noise_spectrum.h"
-#include "protectors/protector_selection.h"
 #include "report/report_format_win.h"
 #include "report/report_printing_win.h"
 #include "report/rich_edit/rich_edit_gaps_win.h"
 #include "report/rich_edit/rich_edit_win.h"
+#include "tests/exposure/example_file.h"
 
 namespace tonvale {
 namespace {
@@ -41,117 +34,79 @@ std::filesystem::path PathFromEnvironment(const wchar_t* name) {
     return value ? value : L"";
 }
 
-// A wizard has a state instead of a form.
-bool LoadForm(const ProfileFile& file, SelectionState& state) {
-    return LoadState(file, state);
-}
-
 class PrintTest : public testing::Test {
   protected:
     void SetUp() override {
-        printer_file_ = PathFromEnvironment(L"TONVALE_PRINTER_FILE");
-        folder_ = PathFromEnvironment(L"TONVALE_PRINT_DIR");
         if (printer_file_.empty() || folder_.empty()) GTEST_SKIP() << "run by test.sh only";
         std::filesystem::remove(printer_file_);
     }
 
-    // Moves what the printer has put out to NAME.ps.
-    void KeepPrintout(const std::string& name) {
+    // Has `print` use the default printer, and moves what that has put out to NAME.ps.
+    void Keep(const std::string& name, const std::function<void(Printer&)>& print) const {
+        const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
+        ASSERT_NE(printer, nullptr);
+        print(*printer);
         ASSERT_TRUE(std::filesystem::exists(printer_file_)) << "nothing was printed";
         std::filesystem::rename(printer_file_, folder_ / (name + ".ps"));
     }
-
-    void PrintAndKeep(const Printout& printout, const std::string& name) {
-        const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
-        ASSERT_NE(printer, nullptr);
-        PrintPages(*printer, printout);
-        KeepPrintout(name);
+    void KeepPrintout(const std::string& name, const Printout& printout) const {
+        Keep(name, [&](Printer& printer) { PrintPages(printer, printout); });
+    }
+    void KeepView(const std::string& name, const PageFunction& draw) const {
+        Keep(name, [&](Printer& printer) {
+            EXPECT_TRUE(PrintWithFrame(printer, "Vista", "Una nota in calce", draw));
+        });
     }
 
-    static ProfileFile ReadExample(const std::string& name) {
-        const auto path = PathFromEnvironment(L"TONVALE_EXAMPLES") / name;
-        ProfileFile file;
-        ProfileFile::Read(SystemFiles(), Narrow(path.wstring()), file);
-        return file;
-    }
-
-    // Prints the file of the examples that is named NAME and `extension`, loaded into `form`.
-    template <typename Form>
-    void PrintExample(const std::string& name, const std::string& extension, Form form) {
-        ASSERT_TRUE(LoadForm(ReadExample(name + extension), form));
-        PrintAndKeep(MakePrintout(form), name);
-    }
-
-    std::filesystem::path printer_file_;
-    std::filesystem::path folder_;
+    const std::filesystem::path printer_file_ = PathFromEnvironment(L"TONVALE_PRINTER_FILE");
+    const std::filesystem::path folder_ = PathFromEnvironment(L"TONVALE_PRINT_DIR");
 };
 
-TEST_F(PrintTest, ReportsOfTheExamples) {
-    PrintExample("giornata", ".lep", DailyExposureForm());
-    PrintExample("settimana", ".lew", WeeklyExposureForm());
-    PrintExample("sega_circolare", ".spr", SpectrumForm(NoiseSpectrumKind()));
-    PrintExample("cuffia_leggera", ".spi", SpectrumForm(AttenuationSpectrumKind()));
-    PrintExample("scelta_cuffia", ".dpi", SelectionState());
-    PrintExample("audiometria", ".ilg", AudiogramDamageForm());
-    // What these print is not in their files.
-    PrintAndKeep(AssessGroupExposure(ReadExample("carpenteria.leg")).printout, "carpenteria");
-    PrintAndKeep(AssessUncertainty(ReadExample("stampaggio.err")).printout, "stampaggio");
-}
-
-// Items 1 to 200, and notes with accents in lines that have to be wrapped.
-TEST_F(PrintTest, DailyExposureOnSeveralPages) {
-    DailyExposureForm form;
-    form.time_unit = 0;
-    for (int i = 1; i <= 200; ++i) {
-        form.items.push_back({FormatFixed(70 + i % 31 + 0.1 * (i % 10), 0, 1), FormatInteger(i)});
+TEST_F(PrintTest, AnExampleOfEachKind) {
+    for (const char* name :
+         {"giornata.lep", "settimana.lew", "carpenteria.leg", "stampaggio.err",
+          "sega_circolare.spr", "cuffia_leggera.spi", "scelta_cuffia.dpi", "audiometria.ilg"}) {
+        const ProfileFile file = ProfileFile::Parse(ExampleBytes(name));
+        KeepPrintout(name, AssessedKindOf(file)->assess(file).printout);
     }
-    form.notes = "Perché così: l'attività è più rumorosa là dove c'è la pressa.\r\n";
-    for (int i = 1; i <= 60; ++i) form.notes += "nota" + FormatInteger(i) + " ";
-    DailyExposureState state;
-    ASSERT_FALSE(Recompute(form, state));
-    PrintAndKeep(MakePrintout(form), "pagine");
 }
 
-TEST_F(PrintTest, ViewWithNotesAtTheFoot) {
-    const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
-    ASSERT_NE(printer, nullptr);
-    const auto draw = [](Canvas& canvas, const Rect& page, bool) {
-        canvas.DrawTextAt({page.right / 2, page.bottom / 4}, "Quadro");
-        canvas.FillRectangle({0, page.bottom / 2, page.right, page.bottom / 2 + 600}, kGrey);
-    };
-    ASSERT_TRUE(PrintWithFrame(*printer, "Quadro", "Una nota in calce", draw));
-    KeepPrintout("quadro");
+// Lines of two columns, and notes with accents in lines that have to be wrapped.
+TEST_F(PrintTest, SeveralPages) {
+    Printout printout{.document_name = "Prova", .lines = {}};
+    for (int i = 1; i <= 200; ++i) {
+        printout.lines.push_back({"riga " + FormatInteger(i), FormatInteger(7 * i)});
+    }
+    printout.notes = "Perché così: l'attività è più rumorosa là dove c'è la pressa.\r\n";
+    for (int i = 1; i <= 60; ++i) printout.notes += "nota" + FormatInteger(i) + " ";
+    KeepPrintout("pagine", printout);
 }
 
 // Tables and charts of hearing loss, of the values that the program starts with.
-TEST_F(PrintTest, HearingViews) {
+TEST_F(PrintTest, Views) {
+    KeepView("quadro", [](Canvas& canvas, const Rect& page, bool) {
+        canvas.DrawTextAt({page.right / 2, page.bottom / 4}, "Quadro");
+        canvas.FillRectangle({0, page.bottom / 2, page.right, page.bottom / 2 + 600}, kGrey);
+    });
     AppState state;
-    const ResultView prediction = MakeResultView(state.loss_prediction.confirmed);
-    const ResultView comparison = MakeResultView(state.loss_comparison);
-    const auto print = [this](const ResultView& view, ViewKind kind, const char* name) {
-        const std::unique_ptr<Printer> printer = OpenDefaultPrinter();
-        ASSERT_NE(printer, nullptr);
-        const auto draw = [&](Canvas& canvas, const Rect& page, bool use_color) {
-            view.Page(kind)->draw(canvas, page, {.use_color = use_color});
-        };
-        ASSERT_TRUE(PrintWithFrame(*printer, name, "", draw));
-        KeepPrintout(name);
-    };
-    print(prediction, ViewKind::kTable, "perdite_tabella");
-    print(prediction, ViewKind::kChart, "perdite_grafico");
-    print(prediction, ViewKind::kAudiogram, "perdite_audiogramma");
-    const ResultView risk = MakeResultView(state.damage_risk);
-    print(risk, ViewKind::kTable, "rischio_tabella");
-    print(risk, ViewKind::kChart, "rischio_grafico");
-    const ResultView evolution = MakeResultView(state.damage_evolution.confirmed);
-    print(evolution, ViewKind::kTable, "evoluzione_tabella");
-    print(evolution, ViewKind::kChart, "evoluzione_grafico");
-    print(comparison, ViewKind::kTable, "previsioni_tabella");
-    print(comparison, ViewKind::kChart, "previsioni_tempo");
-    print(comparison, ViewKind::kAudiogram, "previsioni_livello");
+    const std::pair<std::string, ResultView> results[] = {
+        {"perdite", MakeResultView(state.loss_prediction.confirmed)},
+        {"previsioni", MakeResultView(state.loss_comparison)},
+        {"rischio", MakeResultView(state.damage_risk)},
+        {"evoluzione", MakeResultView(state.damage_evolution.confirmed)}};
+    constexpr std::array<const char*, kViewKindCount> kKindNames = {"_tabella", "_grafico",
+                                                                    "_audiogramma"};
+    for (const auto& [name, result] : results) {
+        for (const ResultPage& page : result.pages) {
+            const std::string kind = kKindNames.at(static_cast<std::size_t>(page.kind));
+            KeepView(name + kind, [&page](Canvas& canvas, const Rect& area, bool use_color) {
+                page.draw(canvas, area, {.use_color = use_color});
+            });
+        }
+    }
 }
 
-// A report of three pages: formats, tabs, bullets, lowered text, accents.
+// Formats, tabs, bullets, raised and lowered text, accents, a picture.
 constexpr char kReportHead[] =
     "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}"
     "{\\colortbl;\\red255\\green0\\blue0;}\\f0\\fs20"
@@ -160,53 +115,33 @@ constexpr char kReportHead[] =
     "\\pard\\tx2000\\tx4000 Mansione\\tab Durata\\tab Livello\\par"
     "{\\f1 Pressa\\tab 8.00\\tab 92.4}\\par"
     "\\pard\\qr{\\cf1 a destra}\\par"
-    "\\pard{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}primo punto\\par\\pard ";
+    "\\pard{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}primo punto\\par"
+    "\\pard\\li720\\fi-360 m\\up6\\fs15 2\\up0\\fs20  \\u946? \\u8364? \\u1064?\\par"
+    "\\pard {\\pict\\pngblip\\picwgoal300\\pichgoal150 "
+    "89504e470d0a1a0a0000000d49484452000000010000000108060000001f15c4890000000d4944415478"
+    "9c63606060f80f0001040100e221bc330000000049454e44ae426082} figura\\par ";
 
-class ReportPrintTest : public PrintTest {
-  protected:
-    void SetUp() override {
-        PrintTest::SetUp();
-        LoadLibraryW(L"RICHED32.DLL");
-        parent_ = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 400, 300, nullptr, nullptr,
+// Three pages. check_other_program.sh has a text processor tell what it makes of the same document.
+TEST_F(PrintTest, ReportDocument) {
+    LoadLibraryW(L"RICHED32.DLL");
+    HWND parent = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 400, 300, nullptr, nullptr,
                                   nullptr, nullptr);
-        ASSERT_TRUE(edit_.Create(nullptr, parent_, 1, 0, 0));
-        SetDefaultFormats(edit_);
-        gaps_ = FindRichEditGaps(nullptr, parent_);
-    }
-    void TearDown() override { DestroyWindow(parent_); }
-
-    bool Show(const std::string& rtf) {
-        return ReadReportRtf(edit_, gaps_, rtf, ReadReport(rtf), false) == ReadOutcome::kWhole;
-    }
-
-    HWND parent_ = nullptr;
-    RichEdit edit_;
-    RichEditGaps gaps_;
-};
-
-TEST_F(ReportPrintTest, SeveralPages) {
+    RichEdit edit;
+    ASSERT_TRUE(edit.Create(nullptr, parent, 1, 0, 0));
+    SetDefaultFormats(edit);
+    const RichEditGaps gaps = FindRichEditGaps(nullptr, parent);
     std::string rtf = kReportHead;
     for (int i = 1; i <= 150; ++i) rtf += "riga " + FormatInteger(i) + "\\par ";
     for (int i = 1; i <= 60; ++i) rtf += "parola" + FormatInteger(i) + " ";
-    ASSERT_TRUE(Show(rtf + "}"));
+    rtf += '}';
+    EXPECT_EQ(ReadReportRtf(edit, gaps, rtf, ReadReport(rtf), false), ReadOutcome::kWhole);
+    const std::optional<std::string> written = WriteReportRtf(edit, gaps, false);
+    ASSERT_TRUE(written);
+    std::ofstream(folder_ / "relazione.tnv", std::ios::binary) << *written;
     AppContext app;
     app.open_printer = OpenDefaultPrinter;
-    PrintReportDocument(app, edit_, gaps_, "Relazione");
-    KeepPrintout("relazione");
-}
-
-// check_other_program.sh has a text processor tell what it makes of this file.
-TEST_F(ReportPrintTest, DocumentForOtherPrograms) {
-    std::string rtf = kReportHead;
-    rtf +=
-        "\\pard\\li720\\fi-360 m\\up6\\fs15 2\\up0\\fs20  \\u946? \\u8364? \\u1064?\\par"
-        "\\pard {\\pict\\pngblip\\picwgoal300\\pichgoal150 "
-        "89504e470d0a1a0a0000000d49484452000000010000000108060000001f15c4890000000d4944415478"
-        "9c63606060f80f0001040100e221bc330000000049454e44ae426082} figura\\par";
-    ASSERT_TRUE(Show(rtf + "}"));
-    const std::optional<std::string> written = WriteReportRtf(edit_, gaps_, false);
-    ASSERT_TRUE(written);
-    std::ofstream(folder_ / "formati.tnv", std::ios::binary) << *written;
+    Keep("relazione", [&](Printer&) { PrintReportDocument(app, edit, gaps, "Relazione"); });
+    DestroyWindow(parent);
 }
 
 TEST_F(PrintTest, DefaultPrinterIsTheOneOfTheProfile) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Has LibreOffice read the document formati.tnv in a folder, which the tests have written, and
-# compares its text and formats with what it has to be:
+# Has LibreOffice read the document relazione.tnv in a folder, which the tests have written, and
+# compares the text and the formats of its first lines with what they have to be:
 #
 #   tests/report/check_other_program.sh FOLDER
 set -euo pipefail
@@ -29,12 +29,12 @@ expect() {
 
 main() {
     local html structure
-    convert txt:Text "$1/formati.tnv"
-    convert html "$1/formati.tnv"
+    convert txt:Text "$1/relazione.tnv"
+    convert html "$1/relazione.tnv"
     diff -u --label expected --label read <(expected_text) \
-        <(sed 's/^\xEF\xBB\xBF//; s/\r$//; s/^ *//' "$work/formati.txt") >&2 || status=1
+        <(sed 's/^\xEF\xBB\xBF//; s/\r$//; s/^ *//; 8q' "$work/relazione.txt") >&2 || status=1
 
-    html=$(tr -s '\n\t ' ' ' <"$work/formati.html")
+    html=$(tr -s '\n\t ' ' ' <"$work/relazione.html")
     expect "$html" 'font-size: 16pt"><span lang="[^"]*"><b>Relazione'
     expect "$html" 'face="Courier New[^>]*>(<[^>]*>)*Pressa'
     expect "$html" 'color="#ff0000">(<[^>]*>)*a destra'
