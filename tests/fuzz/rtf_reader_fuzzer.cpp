@@ -1,5 +1,5 @@
-// Any bytes can be read as rich text, written anew and printed: no page is without end, nothing of
-// the text is lost, and the tokens are the bytes.
+// Any bytes can be read as rich text, written anew, repaired and printed: no page is without end,
+// nothing of the text is lost, and the tokens are the bytes.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -40,6 +40,14 @@ void CheckWriting(const tonvale::RichText& text) {
     Check(tonvale::ReadRichText(tonvale::WriteRichText(again)) == again);
 }
 
+// What is repaired has the same text, stays whole when it was, and stays broken when it was not.
+void CheckRepair(std::string_view bytes, const std::string& plain) {
+    Check(tonvale::RepairWrittenRtf(bytes, {}) == bytes);
+    const std::string repaired = tonvale::RepairWrittenRtf(bytes, {true, true, true, false});
+    Check(tonvale::IsWholeRtf(repaired) == tonvale::IsWholeRtf(bytes));
+    Check(tonvale::PlainTextOf(tonvale::ReadRichText(repaired)) == plain);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -53,5 +61,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(tonvale::PrintRichText(printer, text, "x", [](const auto&, const auto&) {}));
     Check(printer.ended && printer.pages.size() <= size + 1);
     CheckWriting(text);
+    CheckRepair(bytes, plain);
     return 0;
 }

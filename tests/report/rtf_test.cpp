@@ -1,9 +1,9 @@
-#include "report/rtf/rich_text_printer.h"
-
+// Reading, writing, repairing and printing rich text.
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "report/rtf/rich_text_printer.h"
 #include "report/rtf/rtf_reader.h"
 #include "report/rtf/rtf_repair.h"
 #include "report/rtf/rtf_writer.h"
@@ -12,6 +12,80 @@
 
 namespace tonvale {
 namespace {
+
+TEST(RtfReaderTest, BytesAreThoseOfTheFontsCodePage) {
+    std::string pages;
+    const auto decode = [&pages](std::string_view bytes, int page) {
+        pages += std::string(bytes) + std::to_string(page) + ' ';
+        return std::string(bytes);
+    };
+    const RichText text = ReadRichText(
+        "{\\rtf1\\ansicpg1250\\deff7{\\fonttbl{\\f7 Arial;}{\\f1\\fcharset204 Cyr;}"
+        "{\\f2\\fcharset2 Symbol;}{\\f3\\fcharset0 West;}}a{\\f1 b}\\f3 "
+        "c\\f2\\'b7\\plain\\u7?d\te}",
+        {.decode = decode});
+    EXPECT_EQ(PlainTextOf(text), "abc\uF0B7d\te\n");
+    EXPECT_EQ(pages, "a1250 b1251 c1252 d\te1250 ");
+    EXPECT_EQ(text.at(0).runs.back().style.face, "Arial");
+}
+
+TEST(RtfReaderTest, EndsWithTheBytesOrBehindTheMostThatIsWanted) {
+    EXPECT_TRUE(ReadRichText("}}}").empty());
+    EXPECT_EQ(PlainTextOf(ReadRichText(std::string(100000, '{') + "x")), "x\n");
+    EXPECT_EQ(PlainTextOf(ReadRichText("{\\rtf1 ab\\par\\par c\\par d}", {.max_characters = 4})),
+              "ab\n\nc\n");
+}
+
+TEST(RtfWriterTest, KeepsWithinWhatControlsTake) {
+    RichParagraph paragraph;
+    for (int i = 0; i < 60; ++i) paragraph.tabs_twips.push_back(i * 100);
+    paragraph.runs = {{"x", {.face = "{F;\\}" + std::string(60, 'o'), .size_twips = 1}, {}}};
+    const RichText text = ReadRichText(WriteRichText({paragraph}));
+    EXPECT_EQ(text.at(0).tabs_twips.size(), 32U);
+    EXPECT_EQ(text[0].runs.at(0).style.face, "F" + std::string(26, 'o'));
+    EXPECT_EQ(text[0].runs[0].style.size_twips, 10);
+}
+
+TEST(RtfRepairTest, WritesWhatIsMeant) {
+    constexpr RtfWriterFaults kAllFaults{true, true, true, true};
+    const RtfWriterFaults offsets{.offsets_in_twips = true};
+    const RtfWriterFaults indents{.indents_swapped = true};
+    const RtfWriterFaults spacing{.negative_line_spacing = true};
+    const struct {
+        RtfWriterFaults faults;
+        const char *written, *repaired;
+    } cases[] = {
+        {offsets, "{\\rtf1\\up50\\fs15 su\\up0\\dn54 gi\\dn-46 x\\li50\\fi60}",
+         "{\\rtf1\\up5\\fs15 su\\up0\\dn5 gi\\dn-5 x\\li50\\fi60}"},
+        // First line at 360, the others 300 to its right.
+        {indents, "{\\pard\\li300\\fi360\\tx5 a\\par}", "{\\pard\\li660\\fi-300\\tx5 a\\par}"},
+        {indents, "{\\pard\\fi720 a\\par\\pard b}", "{\\pard\\li720 a\\par\\pard b}"},
+        {indents, "{\\pard\\li200\\fi-200 a}", "{\\pard\\li0\\fi-200 a}"},
+        {indents, "{\\pard\\li0 a}", "{\\pard\\li0 a}"},
+        {indents, "{\\li200}", "{\\li200\\fi-200}"},
+        {spacing, "{\\pard\\sl-240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}",
+         "{\\pard\\sl240\\slmult1 a\\sl-300\\slmult0 b\\sl-240}"},
+        {{.confuses_characters = true},
+         "{\\urtf\\deff0{\\fonttbl;}\\f0 perché ≥ 85\\{\uF0B7😀}",
+         "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0{\\fonttbl;}\\f0 perch\\u233? \\u8805? 85\\{"
+         "\\u-3913?\\u-10179?\\u-8704?}"},
+        {kAllFaults, "\\sl-240\\slmult1\\li300\\fi360\\up50 a",
+         "\\sl240\\slmult1\\li660\\fi-300\\up5 a"},
+        // Text and binary data that look like words are none.
+        {kAllFaults, "{\\rtf1 \\\\up50\\bin6 \\up50 }", "{\\rtf1 \\\\up50\\bin6 \\up50 }"}};
+    for (const auto& [faults, written, repaired] : cases) {
+        EXPECT_EQ(RepairWrittenRtf(written, faults), repaired);
+    }
+}
+
+TEST(RtfRepairTest, WholeMeansThatTheOutermostGroupIsClosed) {
+    EXPECT_TRUE(IsWholeRtf("{\\rtf1 a}"));
+    EXPECT_TRUE(IsWholeRtf(std::string("{\\rtf1{\\b \\{}\\}\\bin2 {{}\r\n\0", 27)));
+    for (const char* torn : {"{\\rtf1 a", "{\\rtf1 {a}", "{\\rtf1 a\\}", "{\\rtf1 \\bin5 a}",
+                             "{\\rtf1 a}b}", "testo", ""}) {
+        EXPECT_FALSE(IsWholeRtf(torn)) << torn;
+    }
+}
 
 // 4 by 3.2 inches at 600 dpi: text 2 inches wide from 600 on, 1 inch high from 600 on. A character
 // of 10 pt is 41.5 pixels wide and 83 high: 28 characters a line, 7 lines a page.
