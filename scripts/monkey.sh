@@ -11,7 +11,7 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-MONKEY=$ROOT/build/windows/tests/monkey
+TESTS=$ROOT/build/windows/tests/ui
 PREFIX=$ROOT/build/wine/monkey
 FOLDER=$PREFIX/drive_c/monkey  # the monkey's own
 SECONDS_AN_EVENT=1             # many times what one takes
@@ -24,14 +24,14 @@ prepare_prefix() {
     rm -f "$PREFIX/dosdevices/z:"
     rm -rf "$FOLDER"
     mkdir -p "$FOLDER/files"
-    cp "$MONKEY"/tonvale_monkey.exe "$MONKEY"/tonvale.hlp "$FOLDER"
+    cp "$TESTS"/tonvale_ui_tests.exe "$TESTS"/tonvale.hlp "$FOLDER"
     cp "$ROOT"/examples/* "$ROOT"/tests/report/fixtures/*.rtf "$FOLDER/files"
     cp "$ROOT/tests/report/fixtures/testo.rtf" "$FOLDER/files/testo.tnv"
 }
 
 main() {
     [[ $# -eq 2 && $1 =~ ^[0-9]+$ && $2 =~ ^[0-9]+$ ]] || die "Usage: $0 SEED EVENTS"
-    [[ -f $MONKEY/tonvale_monkey.exe ]] || die "build/windows has no tonvale_monkey.exe: see ./test.sh"
+    [[ -f $TESTS/tonvale_ui_tests.exe ]] || die "build/windows has no tonvale_ui_tests.exe: see ./test.sh"
     unset DISPLAY WAYLAND_DISPLAY
     mkdir -p "$PREFIX.home"
     exec 9>"$PREFIX.home/lock"
@@ -42,8 +42,9 @@ main() {
     cd "$FOLDER"
     local log=$ROOT/build/logs/monkey-$1.log
     mkdir -p "$(dirname "$log")"
-    if ! timeout $(($2 * SECONDS_AN_EVENT + 300)) \
-        wine64 'C:\monkey\tonvale_monkey.exe' "$1" "$2" files </dev/null >"$log" 2>&1 9>&-; then
+    if ! TONVALE_MONKEY="$1 $2" timeout $(($2 * SECONDS_AN_EVENT + 300)) \
+        wine64 'C:\monkey\tonvale_ui_tests.exe' --gtest_filter='ProgramMonkeyTest.*' \
+        </dev/null >"$log" 2>&1 9>&-; then
         { grep -am 1 -B 30 -A 80 -E 'Unhandled|Assertion' "$log" || tail -n 40 "$log"; } >&2
         die "seed $1 failed: see $log"
     fi

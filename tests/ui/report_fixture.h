@@ -8,11 +8,13 @@
 #include <richedit.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "common/text.h"
 #include "dialogs/clipboard_win.h"
+#include "dialogs/window_win.h"
 #include "report/report_document_win.h"
 #include "resources/resource.h"
 #include "tests/ui/calculator_fixture.h"
@@ -21,79 +23,60 @@
 
 namespace tonvale {
 
+inline constexpr wchar_t kHostClass[] = L"ReportHost";
+
 // A main window with nothing but the document in it.
-class HostWindow {
+class HostWindow final : public Window {
   public:
     explicit HostWindow(AppContext& app) : document(app) {
-        WNDCLASSW description{};
-        description.lpfnWndProc = Procedure;
-        description.hInstance = app.instance;
-        description.lpszClassName = L"ReportHost";
-        RegisterClassW(&description);
-        CreateWindowExW(0, L"ReportHost", L"Documento", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
-                        640, 420, nullptr, nullptr, app.instance, this);
-        app.main_window = window;
-        created = document.Create(window);
-        RECT area{};
-        GetClientRect(window, &area);
-        document.Layout(area);
-        ShowWindow(window, SW_SHOW);
+        RegisterWindowClass(app.instance, kHostClass, Procedure, 0, IDC_ARROW);
+        CreateWindowExW(0, kHostClass, L"Documento", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0, 0,
+                        0, nullptr, nullptr, app.instance, CreationParameter());
+        app.main_window = window();
+        EXPECT_TRUE(document.Create(window()));
+        MoveWindow(window(), 0, 0, 640, 420, FALSE);
+        ShowWindow(window(), SW_SHOW);
         document.SetFocus();
     }
-    ~HostWindow() {
-        closing_ = true;
-        DestroyWindow(window);
-        UnregisterClassW(L"ReportHost", GetModuleHandleW(nullptr));
-    }
-    HostWindow(const HostWindow&) = delete;
-    HostWindow& operator=(const HostWindow&) = delete;
-
-    HWND editor() const { return GetDlgItem(window, IDC_REPORT_EDITOR); }
-    HWND toolbar() const { return GetDlgItem(window, IDC_FORMAT_TOOLBAR); }
+    ~HostWindow() override { DestroyWindow(window()); }
 
     ReportDocument document;
-    HWND window = nullptr;
-    bool created = false;
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-        if (message == WM_NCCREATE) {
-            auto* self = static_cast<HostWindow*>(
-                reinterpret_cast<const CREATESTRUCTW*>(lparam)->lpCreateParams);
-            self->window = window;
-            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    std::optional<LRESULT> Dispatch(UINT message, WPARAM wparam, LPARAM lparam) override {
+        LRESULT result = 0;
+        if (message == WM_COMMAND && document.OnCommand(LOWORD(wparam))) return 0;
+        if (message == WM_NOTIFY &&
+            document.OnNotify(*reinterpret_cast<const NMHDR*>(lparam), result)) {
+            return result;
         }
-        auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        if (self && self->created && !self->closing_) {
-            LRESULT result = 0;
-            if (message == WM_COMMAND && self->document.OnCommand(LOWORD(wparam))) {
-                return 0;
-            }
-            if (message == WM_NOTIFY &&
-                self->document.OnNotify(*reinterpret_cast<const NMHDR*>(lparam), result)) {
-                return result;
-            }
-        }
-        return DefWindowProcW(window, message, wparam, lparam);
+        if (message == WM_SIZE) document.Layout({0, 0, LOWORD(lparam), HIWORD(lparam)});
+        return std::nullopt;
     }
-
-    bool closing_ = false;
 };
 
 class ReportTest : public DialogTest {
   protected:
     ReportTest() {
         app_.clipboard.rich_text = RegisterClipboardFormatW(L"Rich Text Format");
-        app_.clipboard.rich_text_objects = RegisterClipboardFormatW(L"RichEdit Text and Objects");
-        app_.clipboard.embedded_object = RegisterClipboardFormatW(L"Embedded Object");
         app_.open_printer = [this] { return std::make_unique<BorrowedPrinter>(printer_); };
-        host_ = std::make_unique<HostWindow>(app_);
     }
 
-    void Command(int id) { SendMessageW(host_->window, WM_COMMAND, static_cast<WPARAM>(id), 0); }
+    HWND Editor() const { return GetDlgItem(host_.window(), IDC_REPORT_EDITOR); }
+    HWND Toolbar() const { return GetDlgItem(host_.window(), IDC_FORMAT_TOOLBAR); }
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
-        return SendMessageW(host_->editor(), message, wparam, lparam);
+        return SendMessageW(Editor(), message, wparam, lparam);
     }
+    void Command(int id) const {
+        SendMessageW(host_.window(), WM_COMMAND, static_cast<WPARAM>(id), 0);
+    }
+    bool IsChecked(int command) const {
+        return SendMessageW(Toolbar(), TB_ISBUTTONCHECKED, static_cast<WPARAM>(command), 0) != 0;
+    }
+    bool IsEnabled(int command) const {
+        return SendMessageW(Toolbar(), TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0;
+    }
+
     void Type(const std::string& text) const {
         for (const wchar_t unit : Widen(text)) Send(WM_CHAR, unit, 1);
     }
@@ -102,6 +85,7 @@ class ReportTest : public DialogTest {
         Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
     }
     void SelectAll() const { Select(0, -1); }
+    std::string Text() const { return WindowText(Editor()); }
     CHARFORMAT2W Format(LONG first, LONG last) const {
         Select(first, last);
         CHARFORMAT2W format{};
@@ -116,35 +100,24 @@ class ReportTest : public DialogTest {
         Send(EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
         return format;
     }
-    std::string Text() const {
-        GETTEXTLENGTHEX length{GTL_USECRLF | GTL_NUMCHARS | GTL_PRECISE, 1200};
-        std::wstring text(
-            static_cast<std::size_t>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length))) +
-                1,
-            L'\0');
-        GETTEXTEX options{static_cast<DWORD>(2 * text.size()), GT_USECRLF, 1200, nullptr, nullptr};
-        Send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&options),
-             reinterpret_cast<LPARAM>(text.data()));
-        return Narrow(text.c_str());
-    }
-    bool IsChecked(int command) const {
-        return SendMessageW(host_->toolbar(), TB_ISBUTTONCHECKED, static_cast<WPARAM>(command),
-                            0) != 0;
-    }
-    bool IsEnabled(int command) const {
-        return SendMessageW(host_->toolbar(), TB_ISBUTTONENABLED, static_cast<WPARAM>(command),
-                            0) != 0;
+    // A dot of the editor, right and below of where a character stands.
+    COLORREF DotAt(LONG position, int right, int below) const {
+        POINTL place{};
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), position);
+        const WindowDc dc(Editor());
+        return GetPixel(dc.get(), place.x + right, place.y + below);
     }
     std::string SavedAs(const std::string& name) {
         UiDriver ui;
         SaveNewFile(ui, Path(name));
-        EXPECT_TRUE(host_->document.SaveAs());
+        EXPECT_TRUE(document_.SaveAs());
         ui.Finish();
         return ReadFile(name);
     }
 
     FakePrinter printer_;
-    std::unique_ptr<HostWindow> host_;
+    HostWindow host_{app_};
+    ReportDocument& document_ = host_.document;
 };
 
 // Puts bytes on the clipboard in one format, alone.

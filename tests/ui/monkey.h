@@ -15,31 +15,28 @@ namespace tonvale {
 class Monkey {
   public:
     // `files` are paths of files to drop. The same seed gives the same choices.
-    Monkey(unsigned seed, int events, std::vector<std::wstring> files);
+    Monkey(unsigned seed, int events, std::vector<std::string> files);
 
-    // Does the next few things and prints them, or finds the way out when a window has been open
-    // for long or all events are done. To be called whenever the program has nothing to do.
+    // Does the next few things and prints them, or looks for the way out when a window has been
+    // open for long or all events are done. To be called whenever the program has nothing to do;
+    // when there are as many events left for long, a window does not close or there is none to use.
     void Tick();
     int events_left() const { return events_left_; }
-    // A window that would not close, or none at all to use.
-    bool is_trapped() const { return is_trapped_; }
 
   private:
-    struct Habit;
     struct Visit {
         int ticks = 0;  // in front
         int exits = 0;  // that were tried
     };
 
-    std::size_t Random(std::size_t count) { return random_() % count; }
-    bool OneIn(std::size_t count) { return Random(count) == 0; }
+    int Random(int count) { return std::uniform_int_distribution(0, count - 1)(random_); }
+    bool OneIn(int count) { return Random(count) == 0; }
     template <typename List>
     const auto& OneOf(const List& list) {
-        return list[Random(std::size(list))];
+        return list[static_cast<std::size_t>(Random(static_cast<int>(std::size(list))))];
     }
 
     void Note(const std::string& deed);
-    void WaitForWindow();
     void Play(HWND window);
     void Leave(HWND window, Visit& visit);
 
@@ -54,10 +51,8 @@ class Monkey {
 
     std::mt19937 random_;
     int events_left_;
-    std::vector<std::wstring> files_;
+    std::vector<std::string> files_;
     std::map<HWND, Visit> visits_;
-    int idle_ticks_ = 0;  // without a window to use
-    bool is_trapped_ = false;
 };
 
 }  // namespace tonvale
