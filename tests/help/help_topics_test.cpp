@@ -47,6 +47,7 @@ TEST(HelpTopics, BecomeRichText) {
         "\xEF\xBB\xBFpreface\n@context 9\n@topic 10  Primo \r\nuna riga\r\n  continua\r\n\r\n"
         "altra\n# Titolo\n## Minore\n- voce\n  lunga\n- seconda\n    a = b\n      rientrata\n"
         "| x | y |\n|---|:-:|\n| 1 | [[10|v]] |\n|| solo\n@context 11\nancora\n"
+        "@context 13\nun altro\n"
         "@subtopic 20 Secondo\n@context 21\n@topic senza numero\n@context 22 resto\n@altro\n"
         "@topic 30 Titolo è {\\} 𝄞\nun *molto* lungo _testo_.\n\n*«Sì» e _no_* fine\n\n"
         "[[115|Lep,w]]: vedi *[[7|a]] b*\n\n13.7 \\* e \\*a\\* e \\[[7|a]]\n\n"
@@ -75,6 +76,7 @@ TEST(HelpTopics, BecomeRichText) {
     EXPECT_EQ(book.Find(10)->topic, 0U);
     EXPECT_EQ(book.Find(11)->topic, 0U);
     EXPECT_EQ(book.Find(11)->block, 11U);
+    EXPECT_EQ(book.Find(13)->block, 12U);
     EXPECT_EQ(book.Find(20)->block, std::nullopt);
     EXPECT_EQ(book.Find(21)->block, 0U);
     for (const unsigned long nowhere : {9UL, 22UL, 12UL}) EXPECT_FALSE(book.Find(nowhere));

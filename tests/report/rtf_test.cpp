@@ -36,6 +36,13 @@ TEST(RtfReaderTest, EndsWithTheBytesOrBehindTheMostThatIsWanted) {
               "ab\n\nc\n");
 }
 
+TEST(RtfReaderTest, TellsWhatItLeavesOut) {
+    EXPECT_TRUE(LeavesOut("{\\rtf1 a{\\footnote nota}}"));
+    for (const char* whole : {"{\\rtf1 nota}", "{\\rtf1 a{\\footnote  {\\b }}}"}) {
+        EXPECT_FALSE(LeavesOut(whole)) << whole;
+    }
+}
+
 TEST(RtfWriterTest, KeepsWithinWhatControlsTake) {
     RichParagraph paragraph;
     for (int i = 0; i < 60; ++i) paragraph.tabs_twips.push_back(i * 100);
