@@ -1,5 +1,5 @@
-// What the tests of the dialogs share: the item list, the status bar, tips, dropped files, file
-// dialogs, the clipboard.
+// What the tests of the dialogs share: the item list, the status bar, dropped files, file dialogs,
+// the clipboard.
 #pragma once
 
 #include <windows.h>
@@ -7,12 +7,12 @@
 #include <commctrl.h>
 #include <dlgs.h>
 
-#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "resources/resource.h"
 #include "tests/ui/dialog_fixture.h"
+#include "tests/ui/live_dialog.h"
 #include "tests/ui/ui_driver.h"
 
 namespace tonvale {
@@ -24,33 +24,14 @@ inline constexpr char kNotNumeric[] = "Errore. Inserire valori numerici!";
 inline constexpr char kNothingSelected[] = "Attenzione! Nessun dato selezionato.";
 inline constexpr char kDeletionQuestion[] =
     "Sei sicuro di voler eliminare questo elemento dalla lista?";
-inline constexpr int kFileNameField = cmb13;  // of the common file dialogs
 inline constexpr int kBack = 0x3023, kNext = 0x3024, kFinish = 0x3025;  // of a property sheet
 
-inline HWND List(HWND dialog) {
-    return GetDlgItem(dialog, IDC_ITEM_LIST);
+inline HWND List(HWND window) {
+    return ControlOf(window, IDC_ITEM_LIST);
 }
 
-inline std::string Cell(HWND dialog, int row, int column) {
-    wchar_t text[32] = {};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = static_cast<int>(std::size(text));
-    SendMessageW(List(dialog), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
-    return Narrow(text);
-}
-
-// The rows of a list of two columns.
-inline std::vector<std::string> Rows(HWND dialog) {
-    const int count = ListView_GetItemCount(List(dialog));
-    std::vector<std::string> rows;
-    rows.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        rows.push_back(Cell(dialog, i, 0) + " x " + Cell(dialog, i, 1));
-    }
-    return rows;
+inline std::string Rows(HWND window) {
+    return RowsOf(List(window));
 }
 
 inline void Select(HWND dialog, int row) {
@@ -60,20 +41,6 @@ inline void Select(HWND dialog, int row) {
 
 inline int SelectedRow(HWND dialog) {
     return ListView_GetNextItem(List(dialog), -1, LVNI_SELECTED);
-}
-
-// What the user does to choose an item of a drop-down list.
-inline void Choose(HWND dialog, int list, int item) {
-    HWND control = ControlOf(dialog, list);
-    SendMessageW(control, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
-    SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(control));
-}
-
-// Expects that the next key typed replaces what the field holds.
-inline void ExpectAllSelected(HWND field) {
-    EXPECT_EQ(GetFocus(), field);
-    EXPECT_EQ(SendMessageW(field, EM_GETSEL, 0, 0), MAKELRESULT(0, GetWindowTextLengthW(field)));
 }
 
 inline void DoubleClick(HWND dialog, int row) {
@@ -88,9 +55,9 @@ inline void Drop(HWND dialog, const std::vector<std::string>& paths) {
     SendMessageW(dialog, WM_DROPFILES, reinterpret_cast<WPARAM>(MakeDrop(paths)), 0);
 }
 
-// Fills the file dialog `title` with `path` and confirms it.
+// Fills the name field of the file dialog `title` with `path` and confirms it.
 inline void ChooseFile(UiDriver& ui, const std::string& title, const std::string& path) {
-    ui.OnWindow(title).SetText(kFileNameField, path).Command(IDOK);
+    ui.OnWindow(title).SetText(cmb13, path).Command(IDOK);
 }
 
 // Chooses a filter of a file dialog, counted from 1.
@@ -115,30 +82,10 @@ inline void TypeUnsuitableName(UiDriver& ui, const std::string& path, const std:
     ui.AnswerMessage(path, "Il nome del file deve terminare con " + wanted + ".", IDOK);
 }
 
-// The name of the file that the status bar shows.
+// The name of the file that the status bar or a wizard's page shows.
 inline std::string Status(HWND window) {
-    const std::string path = TextOf(window, IDC_STATUS_BAR);
+    const std::string path = TextOf(window, IDC_STATUS_BAR) + TextOf(window, IDC_WIZARD_FILE);
     return path.substr(path.find_last_of('\\') + 1);
-}
-
-// The texts of several controls, "85.0|   480".
-inline std::string TextsOf(HWND dialog, std::initializer_list<int> controls) {
-    std::string texts;
-    for (const int control : controls) {
-        texts += (control == *controls.begin() ? "" : "|") + TextOf(dialog, control);
-    }
-    return texts;
-}
-
-// The tip of a control as the tool-tip window asks for it.
-inline std::string TipOf(HWND dialog, int control) {
-    NMTTDISPINFOW request{};
-    HWND window = GetDlgItem(dialog, control);
-    request.hdr = {nullptr, reinterpret_cast<UINT_PTR>(window), TTN_GETDISPINFOW};
-    request.lpszText = request.szText;
-    request.uFlags = TTF_IDISHWND;
-    SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
-    return Narrow(request.lpszText);
 }
 
 inline std::string ClipboardBytes(UINT format) {

@@ -22,6 +22,8 @@ struct Calculator {
     CalculatorForm form = CalculatorForm::kDialog;
 };
 
+inline constexpr int kDataFileCalculators = 8;  // the first ones
+
 inline constexpr Calculator kCalculators[] = {
     {"DailyExposure", CMD_DAILY_EXPOSURE, "Calcolo Lep,d", kHelpDailyExposure, "giornata.lep"},
     {"WeeklyExposure", CMD_WEEKLY_EXPOSURE, "Calcolo Lep,w", kHelpWeeklyExposure, "settimana.lew"},

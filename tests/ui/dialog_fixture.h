@@ -90,4 +90,13 @@ class DialogTest : public FolderTest {
     AppContext app_;
 };
 
+// A calculator's dialog, which keeps `state_` from one time to the next.
+template <typename State, void (*kOpen)(AppContext&, State&, HWND, const std::string&)>
+class OneCalculatorTest : public DialogTest {
+  protected:
+    void Open(const std::string& path = {}) { kOpen(app_, state_, owner_, path); }
+
+    State state_;
+};
+
 }  // namespace tonvale

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 #include <string>
 #include <utility>
@@ -17,9 +16,7 @@
 #include "dialogs/status_bar_win.h"
 #include "exposure/daily_exposure_dialog.h"
 #include "resources/help_contexts.h"
-#include "resources/resource.h"
 #include "tests/ui/calculator_fixture.h"
-#include "tests/ui/ui_driver.h"
 
 namespace tonvale {
 namespace {
@@ -30,42 +27,22 @@ constexpr char kConfirm[] = "Conferma operazione";
 constexpr char kDailyFilter[] = "Lep,d (*.lep)|*.lep|";
 constexpr char kFilters[] = "Uno (*.lep)|*.lep|Due (*.csv)|*.csv|";
 
-class DialogServicesUiTest : public DialogTest {
-  protected:
-    DailyExposureState state_;
-};
-
-// The control identifiers of all tools.
-std::vector<int> ToolIds(HWND tips) {
-    std::vector<int> ids;
-    TTTOOLINFOW tool{};
-    tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    for (WPARAM i = 0; SendMessageW(tips, TTM_ENUMTOOLSW, i, reinterpret_cast<LPARAM>(&tool));
-         ++i) {
-        ids.push_back(GetDlgCtrlID(reinterpret_cast<HWND>(tool.uId)));
-        EXPECT_EQ(tool.hwnd, GetParent(reinterpret_cast<HWND>(tool.uId)));
-    }
-    std::sort(ids.begin(), ids.end());
-    return ids;
-}
+using DialogServicesUiTest = OneCalculatorTest<DailyExposureState, OpenDailyExposure>;
 
 TEST_F(DialogServicesUiTest, TipsServeTheTopmostDialogAndFollowTheMouse) {
-    std::vector<int> outer_tools;
+    const auto tools = [this] { return SendMessageW(tips_->window(), TTM_GETTOOLCOUNT, 0, 0); };
+    LRESULT outer_tools = 0;
     UiDriver ui;
-    ui.OnWindow(kTitle, [&](HWND dialog) {
-        outer_tools = ToolIds(tips_->window());
-        EXPECT_EQ(TipOf(dialog, IDC_ITEM_LIST), "Lista con livelli e tempi d'esposizione");
-        EXPECT_EQ(TipOf(dialog, IDC_TOTAL_TIME_LABEL), "");
+    ui.OnWindow(kTitle, [&](HWND) { outer_tools = tools(); }).Click(IDC_ADD);
+    ui.OnWindow("Aggiungi", [&](HWND dialog) {
+        EXPECT_EQ(tips_->served(), dialog);
+        // Texts let the mouse through to the dialog, and have no tip of their own.
+        EXPECT_EQ(tools(), 5);
     });
-    ui.Click(IDC_ADD).OnWindow("Aggiungi", [&](HWND) {
-        EXPECT_EQ(ToolIds(tips_->window()), (std::vector<int>{IDOK, IDCANCEL, IDC_LEVEL_EDIT,
-                                                              IDC_TIME_EDIT, IDC_READ_LEVEL}));
-    });
-    ui.Click(IDCANCEL).WaitClosed("Aggiungi");
     // Back in the outer dialog its own tips are there again: a mouse move over a child reaches the
     // tip, which asks for its text.
-    ui.OnWindow(kTitle, [&](HWND dialog) {
-        EXPECT_EQ(ToolIds(tips_->window()), outer_tools);
+    ui.Click(IDCANCEL).WaitClosed("Aggiungi").OnWindow(kTitle, [&](HWND dialog) {
+        EXPECT_EQ(tools(), outer_tools);
         SendMessageW(tips_->window(), TTM_SETDELAYTIME, TTDT_INITIAL, 0);
         RECT area{};
         GetWindowRect(GetDlgItem(dialog, IDC_ADD), &area);
@@ -74,10 +51,7 @@ TEST_F(DialogServicesUiTest, TipsServeTheTopmostDialogAndFollowTheMouse) {
     });
     ui.WaitUntil("tip shown", [this] { return IsWindowVisible(tips_->window()) != FALSE; });
     ui.OnWindow(kTitle).Command(IDCANCEL);
-    OpenDailyExposure(app_, state_, owner_, "");
-    // Results let the mouse through to the dialog, and have no tip of their own.
-    EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), IDC_STATUS_BAR), 1);
-    EXPECT_EQ(std::count(outer_tools.begin(), outer_tools.end(), IDC_TOTAL_TIME), 0);
+    Open();
 }
 
 TEST_F(DialogServicesUiTest, NumericFieldsTakeNumbersOnly) {
@@ -87,109 +61,75 @@ TEST_F(DialogServicesUiTest, NumericFieldsTakeNumbersOnly) {
         CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, dialog,
                         reinterpret_cast<HMENU>(INT_PTR{kRelaxed}), instance_, nullptr);
     });
-    ui.Type(kRelaxed, "1.2.-a3\b4").Type(IDC_NOTES_EDIT, "a-1 .b").Click(IDC_ADD);
-    ui.OnWindow("Aggiungi").Type(IDC_LEVEL_EDIT, "12.5.3").Type(IDC_TIME_EDIT, "-5");
-    ui.ExpectText(IDC_LEVEL_EDIT, "12.53").ExpectText(IDC_TIME_EDIT, "5");
-    ui.SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, "9\x16 x,7e\b.\x03 2");
+    ui.Type(kRelaxed, "1.2.-a3\b4").Type(IDC_NOTES_EDIT, "a-1 .b");
+    ui.ExpectTexts({kRelaxed, IDC_NOTES_EDIT}, "1.2.4|a-1 .b").Click(IDC_ADD).OnWindow("Aggiungi");
+    ui.SetText(IDC_LEVEL_EDIT, "").Type(IDC_LEVEL_EDIT, "9\x16 x,-7e\b.\x03 .2");
     // A point beyond the first 15 characters is not looked for.
     ui.Do([] { SendDlgItemMessageW(GetActiveWindow(), IDC_TIME_EDIT, EM_LIMITTEXT, 40, 0); });
     ui.SetText(IDC_TIME_EDIT, "123456789012345.").Type(IDC_TIME_EDIT, ".");
-    ui.ExpectText(IDC_LEVEL_EDIT, "9.2").ExpectText(IDC_TIME_EDIT, ".123456789012345.");
-    ui.Click(IDCANCEL).WaitClosed("Aggiungi").OnWindow(kTitle);
-    ui.ExpectText(kRelaxed, "1.2.4").ExpectText(IDC_NOTES_EDIT, "a-1 .b").Command(IDCANCEL);
-    OpenDailyExposure(app_, state_, owner_, "");
-}
-
-// The notes panel of a file dialog.
-HWND Panel(HWND dialog) {
-    HWND panel = FindWindowExW(dialog, nullptr, L"#32770", nullptr);
-    while (panel && !GetDlgItem(panel, IDC_NOTES_EDIT)) {
-        panel = FindWindowExW(dialog, panel, L"#32770", nullptr);
-    }
-    return panel;
-}
-
-bool IsShown(HWND panel, int control) {
-    return (GetWindowLongW(GetDlgItem(panel, control), GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
-bool CanModify(HWND panel) {
-    return IsWindowEnabled(GetDlgItem(panel, IDC_MODIFY_NOTES));
+    ui.ExpectTexts({IDC_LEVEL_EDIT, IDC_TIME_EDIT}, "9.2|.123456789012345.").Click(IDCANCEL);
+    ui.Command(IDCANCEL);
+    Open();
 }
 
 // Selects the file of this name in the list of the file dialog, as a click does.
-void SelectFile(HWND dialog, const std::string& name) {
-    HWND view = FindWindowExW(dialog, nullptr, L"SHELLDLL_DefView", nullptr);
-    HWND list = FindWindowExW(view, nullptr, WC_LISTVIEWW, nullptr);
-    ASSERT_NE(list, nullptr);
-    const std::wstring wide = Widen(name);
-    LVFINDINFOW wanted{};
-    wanted.flags = LVFI_STRING;
-    wanted.psz = wide.c_str();
-    const int row = ListView_FindItem(list, -1, &wanted);
-    ASSERT_GE(row, 0) << name;
-    ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
-    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+UiDriver& SelectFile(UiDriver& ui, const std::string& name) {
+    return ui.OnWindow(kDialogTitle, [name](HWND dialog) {
+        HWND view = FindWindowExW(dialog, nullptr, L"SHELLDLL_DefView", nullptr);
+        HWND list = FindWindowExW(view, nullptr, WC_LISTVIEWW, nullptr);
+        const std::wstring wide = Widen(name);
+        LVFINDINFOW wanted{};
+        wanted.flags = LVFI_STRING;
+        wanted.psz = wide.c_str();
+        const int row = ListView_FindItem(list, -1, &wanted);
+        ASSERT_GE(row, 0) << name;
+        ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
+        ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    });
 }
 
-class OpenDialogTest : public DialogServicesUiTest {
-  protected:
-    static UiDriver& SelectIn(UiDriver& ui, const std::string& name) {
-        return ui.OnWindow(kDialogTitle, [name](HWND dialog) { SelectFile(dialog, name); });
-    }
-    static UiDriver& TypeNote(UiDriver& ui) {
-        return ui.OnWindow(kDialogTitle, [](HWND dialog) {
-            PostMessageW(GetDlgItem(Panel(dialog), IDC_NOTES_EDIT), WM_CHAR, L'X', 1);
-        });
-    }
-    // Presses "Modifica" and answers whether to do so.
-    static UiDriver& Modify(UiDriver& ui, int answer) {
-        ui.OnWindow(kDialogTitle, [](HWND dialog) {
-            EXPECT_TRUE(CanModify(Panel(dialog)));
-            PostMessageW(GetDlgItem(Panel(dialog), IDC_MODIFY_NOTES), BM_CLICK, 0, 0);
-        });
-        return ui.AnswerMessage(kConfirm, "Volete procedere con la modifica?", answer);
-    }
-    static UiDriver& ExpectNotes(UiDriver& ui, const std::string& notes) {
-        return ui.OnWindow(kDialogTitle, [notes](HWND dialog) {
-            EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), notes);
-            EXPECT_FALSE(CanModify(Panel(dialog)));
-        });
-    }
-};
+// Selects a file, of which no notes are edited yet.
+UiDriver& ExpectNotes(UiDriver& ui, const std::string& file, const std::string& notes) {
+    SelectFile(ui, file).ExpectText(IDC_NOTES_EDIT, notes);
+    return ui.ExpectEach({IDC_MODIFY_NOTES}, IsWindowEnabled, false);
+}
 
-TEST_F(OpenDialogTest, ShowsAndModifiesNotes) {
+// Presses "Modifica" and answers whether to do so.
+UiDriver& Modify(UiDriver& ui, int answer) {
+    return ui.Click(IDC_MODIFY_NOTES)
+        .AnswerMessage(kConfirm, "Volete procedere con la modifica?", answer);
+}
+
+TEST_F(DialogServicesUiTest, OpenDialogShowsAndModifiesNotes) {
     const std::string bytes =
         "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=2\r\n1=caff\xe8\r\n2=due\r\n";
-    WriteFile("con note.lep", bytes);
+    const std::string path = WriteFile("con note.lep", bytes);
     WriteFile("senza.lep", "[TONVALE]\r\nTipo=LEPD\r\n");
     WriteFile("tabella.csv", bytes);
     std::optional<HeldFile> held;
     UiDriver ui;
     // Notes that could not be read are not written over, even if they could be now.
-    ui.OnWindow(kDialogTitle, [&](HWND) { held.emplace(Path("con note.lep"), GENERIC_READ, 0); });
-    SelectIn(ui, "con note.lep").OnWindow(kDialogTitle, [&](HWND) { held.reset(); });
-    Modify(TypeNote(ui), IDYES)
-        .AnswerMessage(Path("con note.lep"),
-                       "Impossibile salvare: un'altra applicazione sta usando il file.", IDOK);
-    ExpectNotes(SelectIn(ui, "senza.lep"), "");
-    ExpectNotes(SelectIn(ui, "con note.lep"), "caffè\r\ndue").Screenshot("open_file_notes");
+    ui.OnWindow(kDialogTitle, [&](HWND) { held.emplace(path, GENERIC_READ, 0); });
+    SelectFile(ui, "con note.lep").OnWindow(kDialogTitle, [&](HWND) { held.reset(); });
+    Modify(ui.Type(IDC_NOTES_EDIT, "X"), IDYES)
+        .AnswerMessage(path, "Impossibile salvare: un'altra applicazione sta usando il file.",
+                       IDOK);
+    ExpectNotes(ui, "senza.lep", "");
+    ExpectNotes(ui, "con note.lep", "caffè\r\ndue").Screenshot("open_file_notes");
+    ui.ExpectEach({chx1}, IsWindowVisible, false);  // the read-only box
     // Typing makes the button usable; only Yes writes.
-    TypeNote(ui);
+    ui.Type(IDC_NOTES_EDIT, "X");
     for (int answer : {IDNO, IDCANCEL, IDYES}) {
-        ui.OnWindow(kDialogTitle, [=, this](HWND dialog) {
-            EXPECT_EQ(ReadFile("con note.lep"), bytes);
-            EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1)));  // the read-only box
-        });
+        ui.OnWindow(kDialogTitle, [=, this](HWND) { EXPECT_EQ(ReadFile("con note.lep"), bytes); });
         Modify(ui, answer);
     }
     ui.WaitUntil("notes written", [=, this] { return ReadFile("con note.lep") != bytes; });
-    ExpectNotes(SelectIn(ui, "senza.lep"), "");
+    ExpectNotes(ui, "senza.lep", "");
     // What is no data file has none.
     ui.OnWindow(kDialogTitle, [](HWND dialog) { ChooseFilter(dialog, 2); });
-    ExpectNotes(SelectIn(ui, "tabella.csv"), "");
-    ui.Command(pshHelp).AnswerMessage("Avviso", "Funzione non implementata", IDOK);
-    ui.OnWindow(kDialogTitle).Command(IDOK);
+    ExpectNotes(ui, "tabella.csv", "").Command(pshHelp);
+    ui.AnswerMessage("Avviso", "Funzione non implementata", IDOK).Command(IDOK);
     EXPECT_EQ(ChooseFileToOpen(app_, owner_, kFilters, kDialogTitle), Path("tabella.csv"));
     EXPECT_EQ(ReadFile("con note.lep"),
               "[TONVALE]\r\nTipo=LEPD\r\n[NOTE]\r\nNum=2\r\n1=Xcaff\xe8\r\n2=due\r\n");
@@ -198,10 +138,8 @@ TEST_F(OpenDialogTest, ShowsAndModifiesNotes) {
 TEST_F(DialogServicesUiTest, OpenDialogHidesNotesOfTheEighthFilter) {
     UiDriver ui;
     for (int index : {8, 9, 8, 1}) {
-        ui.OnWindow("Apri", [index](HWND dialog) {
-            ChooseFilter(dialog, index);
-            EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), index != 8) << index;
-        });
+        ui.OnWindow("Apri", [index](HWND dialog) { ChooseFilter(dialog, index); });
+        ui.ExpectEach({IDC_NOTES_EDIT}, IsWindowVisible, index != 8);
     }
     ui.Command(IDCANCEL);
     EXPECT_FALSE(ChooseAnyFile(app_, owner_));
@@ -213,23 +151,21 @@ TEST_F(DialogServicesUiTest, SaveDialogAsksAndCompletesNames) {
     UiDriver ui;
     for (const std::string filter : {kDailyFilter, "Documento di Tonvale (*.tnv)|*.tnv|",
                                      "Immagine bitmap (*.BMP)|*.BMP|", "CSV (*.csv)|*.csv|"}) {
-        ui.OnWindow(kDialogTitle, [&height, shows_notes = filter == kDailyFilter](HWND dialog) {
-            EXPECT_FALSE(IsShown(Panel(dialog), IDC_MODIFY_NOTES));
+        const bool shows_notes = filter == kDailyFilter;
+        ui.OnWindow(kDialogTitle, [=, &height](HWND dialog) {
             ChooseFilter(dialog, 1);
-            EXPECT_EQ(IsShown(Panel(dialog), IDC_NOTES_EDIT), shows_notes);
             RECT area{};
             GetWindowRect(dialog, &area);
             if (shows_notes) height = area.bottom - area.top;
             EXPECT_EQ(area.bottom - area.top == height, shows_notes);  // no empty band
         });
-        ui.Command(IDCANCEL);
+        ui.ExpectEach({IDC_MODIFY_NOTES}, IsWindowVisible, false);
+        ui.ExpectEach({IDC_NOTES_EDIT}, IsWindowVisible, shows_notes).Command(IDCANCEL);
         EXPECT_FALSE(ChooseFileToSave(app_, owner_, filter, kDialogTitle)) << filter;
     }
 
     // An existing file is only overwritten after a question, whose wording is the system's.
-    ui.OnWindow(kDialogTitle, [](HWND dialog) { SelectFile(dialog, "vecchio.lep"); });
-    ui.OnWindow(kDialogTitle,
-                [](HWND dialog) { EXPECT_EQ(TextOf(Panel(dialog), IDC_NOTES_EDIT), "nota"); });
+    SelectFile(ui, "vecchio.lep").ExpectText(IDC_NOTES_EDIT, "nota");
     ChooseFile(ui, kDialogTitle, "vecchio");
     ui.OnWindowOfClass("#32770", [](HWND question) {
         EXPECT_NE(TextOf(question, 0xffff), "");
@@ -241,7 +177,7 @@ TEST_F(DialogServicesUiTest, SaveDialogAsksAndCompletesNames) {
     const std::string path = Path("un nome molto lungo è più di sedici caratteri.lep");
     ChooseFile(ui, kDialogTitle, path.substr(0, path.size() - 4));
     const std::string create = path + "\r\nIl file non esiste. Crearlo?";
-    ui.AnswerMessage(kConfirm, create, IDNO).OnWindow(kDialogTitle).Command(IDOK);
+    ui.AnswerMessage(kConfirm, create, IDNO).Command(IDOK);
     ui.AnswerMessage(kConfirm, create, IDYES);
     EXPECT_EQ(ChooseFileToSave(app_, owner_, kDailyFilter, kDialogTitle), path);
 }
@@ -257,11 +193,9 @@ TEST(ListSeparatorTest, IsTheSystemsUnlessThatIsTheDecimalSign) {
 }
 
 TEST(PrinterPlaceTest, IsTakenApart) {
-    const PrinterPlace expected{L"HP Laser 4", L"winspool", L"Ne00:"};
-    EXPECT_EQ(ParsePrinterPlace(L"HP Laser 4,winspool, Ne00:"), expected);
-    EXPECT_EQ(ParsePrinterPlace(L"HP Laser 4,winspool,Ne00:"), expected);
-    for (const wchar_t* incomplete :
-         {L"", L"a", L"a,", L"a,b", L"a,b,", L"a,b, ", L",b,c", L"a,,c"}) {
+    EXPECT_EQ(ParsePrinterPlace(L"HP Laser 4,winspool, Ne00:"),
+              (PrinterPlace{L"HP Laser 4", L"winspool", L"Ne00:"}));
+    for (const wchar_t* incomplete : {L"", L"a", L"a,b", L"a,b, ", L",b,c", L"a,,c"}) {
         EXPECT_FALSE(ParsePrinterPlace(incomplete)) << Narrow(incomplete);
     }
 }
@@ -295,8 +229,6 @@ TEST(GdiCanvasTest, DrawsWhereItIsTold) {
 
 TEST_F(DialogServicesUiTest, StatusBarKeepsTheFileNameOfALongPath) {
     HWND bar = CreateStatusBar(instance_, owner_);
-    ShowCurrentFile(bar, "C:\\dati\\misura.lep");
-    EXPECT_EQ(WindowText(bar), "C:\\dati\\misura.lep");
     for (std::size_t length : {200, 300, 3000}) {
         ShowCurrentFile(bar, "C:\\" + std::string(length, 'x') + "\\misura.lep");
         const std::string shown = WindowText(bar);
@@ -308,30 +240,30 @@ TEST_F(DialogServicesUiTest, StatusBarKeepsTheFileNameOfALongPath) {
 TEST_F(DialogServicesUiTest, OnlyConfirmedTextReplacesTheNotesForPrinting) {
     constexpr char kNotesTitle[] = "Un commento per la stampa?";
     std::string notes;
-    const auto ask = [&] { return AskPrintNotes(app_, owner_, notes); };
     const std::string kept = "Reparto presse,\r\nperché misurato";
+    const struct {
+        std::string shown;
+        std::string typed;
+        int button;
+    } askings[] = {{"", kept, IDOK},
+                   {kept, "", IDOK},
+                   {kept, "altro", IDC_NO_COMMENT},
+                   {kept, "nuove", CMD_DIALOG_HELP}};
     UiDriver ui;
-    ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, "");
-    ui.SetText(IDC_NOTES_EDIT, kept).Click(IDOK);
-    EXPECT_TRUE(ask());
-    // Shown again; emptied and confirmed, or without comment, they stay.
-    for (const auto& [typed, button] : {std::pair{"", IDOK}, {"altro", IDC_NO_COMMENT}}) {
-        ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, kept);
+    for (const auto& [shown, typed, button] : askings) {
+        ui.OnWindow(kNotesTitle).ExpectText(IDC_NOTES_EDIT, shown);
         ui.SetText(IDC_NOTES_EDIT, typed).Click(button);
-        EXPECT_TRUE(ask());
+        if (button == CMD_DIALOG_HELP) ui.Click(IDCANCEL);
+        const bool prints = button == IDOK || button == IDC_NO_COMMENT;
+        EXPECT_EQ(AskPrintNotes(app_, owner_, notes), prints);
     }
-    ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "nuove");
-    ui.Click(CMD_DIALOG_HELP).Click(IDCANCEL);
-    EXPECT_FALSE(ask());
-    ui.OnWindow(kNotesTitle, [](HWND dialog) { PostMessageW(dialog, WM_CLOSE, 0, 0); });
-    EXPECT_FALSE(ask());
     EXPECT_EQ(notes, kept);
     EXPECT_EQ(help_.topics, std::vector<unsigned long>{kHelpPrintNotes});
     EXPECT_EQ(help_.closed, std::vector<std::string>{"Tonvale.hlp"});
 
     ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "");
     ui.Type(IDC_NOTES_EDIT, std::string(520, 'x')).Click(IDOK);
-    EXPECT_TRUE(ask());
+    EXPECT_TRUE(AskPrintNotes(app_, owner_, notes));
     EXPECT_EQ(notes, std::string(512, 'x'));
 }
 

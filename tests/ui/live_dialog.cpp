@@ -14,7 +14,6 @@
 #include "dialogs/wizard_win.h"
 #include "resources/resource.h"
 #include "tests/ui/control_layout.h"
-#include "tests/ui/ui_driver.h"
 #include "wine/window_picture.h"
 
 namespace tonvale {
@@ -42,45 +41,9 @@ std::string CellOf(HWND list, int row, int column) {
     return Narrow(item.pszText);
 }
 
-std::string RowsOfList(HWND list) {
-    std::string rows;
-    HWND header = ListView_GetHeader(list);
-    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
-        for (int column = 0; column < Header_GetItemCount(header); ++column) {
-            rows += CellOf(list, row, column) + "|";
-        }
-    }
-    return rows;
-}
-
-std::string RowsOfListBox(HWND list) {
-    std::string rows;
-    for (LRESULT row = 0; row < SendMessageW(list, LB_GETCOUNT, 0, 0); ++row) {
-        std::array<wchar_t, 256> text{};
-        SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(text.data()));
-        rows += Narrow(text.data()) + "|";
-    }
-    return rows;
-}
-
 std::string ContentOf(HWND control) {
-    if (HasClass(control, WC_LISTVIEWW)) return RowsOfList(control);
-    if (HasClass(control, L"LISTBOX")) return RowsOfListBox(control);
-    const LRESULT checked = SendMessageW(control, BM_GETCHECK, 0, 0);
-    const bool is_button = HasClass(control, L"BUTTON");
-    return WindowText(control) + (is_button && checked == BST_CHECKED ? " (x)" : "");
-}
-
-void SelectFirstRows(HWND page) {
-    for (HWND control : ChildrenOf(page)) {
-        if (HasClass(control, WC_LISTVIEWW)) {
-            ListView_SetItemState(control, 0, LVIS_SELECTED | LVIS_FOCUSED,
-                                  LVIS_SELECTED | LVIS_FOCUSED);
-        } else if (HasClass(control, L"LISTBOX")) {
-            SendMessageW(control, LB_SETCURSEL, 0, 0);
-        }
-    }
+    if (HasClass(control, WC_LISTVIEWW)) return RowsOf(control);
+    return WindowText(control) + (HasClass(control, L"BUTTON") && IsChecked(control) ? " (x)" : "");
 }
 
 // A text that a control shows, and the part of its width that it has.
@@ -100,19 +63,16 @@ std::vector<ShownText> TextsOfList(HWND list) {
     std::vector<ShownText> texts;
     RECT area{};
     GetClientRect(list, &area);
-    HWND header = ListView_GetHeader(list);
-    for (int column = 0; column < Header_GetItemCount(header); ++column) {
-        const double share = 1.0 * ListView_GetColumnWidth(list, column) / area.right;
-        std::array<wchar_t, 64> title{};
-        HDITEMW item{};
-        item.mask = HDI_TEXT;
-        item.pszText = title.data();
-        item.cchTextMax = static_cast<int>(title.size());
-        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(column),
-                     reinterpret_cast<LPARAM>(&item));
+    std::array<wchar_t, 64> title{};
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_WIDTH;
+    column.pszText = title.data();
+    column.cchTextMax = static_cast<int>(title.size());
+    for (int i = 0; ListView_GetColumn(list, i, &column); ++i) {
+        const double share = 1.0 * column.cx / area.right;
         texts.push_back({title.data(), share});
         for (int row = 0; row < ListView_GetItemCount(list); ++row) {
-            texts.push_back({Longest(Widen(CellOf(list, row, column))), share});
+            texts.push_back({Longest(Widen(CellOf(list, row, i))), share});
         }
     }
     return texts;
@@ -148,77 +108,44 @@ std::wstring TemplateOf(const Dialog& dialog) {
     return page ? L"#" + std::to_wstring(page->id()) : dialog.description().template_name;
 }
 
-}  // namespace
-
-HWND PageOf(HWND window) {
-    const LRESULT page = SendMessageW(window, PSM_GETCURRENTPAGEHWND, 0, 0);
-    return page ? reinterpret_cast<HWND>(page) : window;
+// The dialog that can be used now, the others being below it; nullptr when there is none.
+HWND DialogInFront() {
+    for (HWND window : VisibleWindows()) {
+        if (IsWindowEnabled(window) && HasClass(window, L"#32770")) return window;
+    }
+    return nullptr;
 }
 
-Dialog* DialogBehind(HWND window) {
+// The program's dialog, or page of a wizard, behind a window; nullptr for windows of the system.
+const Dialog* DialogBehind(HWND window) {
     HWND page = PageOf(window);
     const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(page, GWLP_HINSTANCE));
     if (!HasClass(page, L"#32770") || instance != GetModuleHandleW(nullptr)) return nullptr;
-    return reinterpret_cast<Dialog*>(GetWindowLongPtrW(page, DWLP_USER));
+    return reinterpret_cast<const Dialog*>(GetWindowLongPtrW(page, DWLP_USER));
 }
 
-HWND DialogInFront() {
-    const std::vector<HWND> windows = VisibleWindows();
-    const auto found = std::find_if(windows.begin(), windows.end(), [](HWND window) {
-        return IsWindowEnabled(window) && HasClass(window, L"#32770");
-    });
-    return found == windows.end() ? nullptr : *found;
+// Where the mouse and the keys are on a control: that of a list that takes any text is inside it.
+HWND TypedInto(HWND control) {
+    HWND part = GetWindow(control, GW_CHILD);
+    return part ? part : control;
 }
 
-std::vector<std::string> Shown(HWND window) {
-    std::vector<std::string> shown;
-    for (HWND control : ChildrenOf(PageOf(window))) {
-        const int id = GetDlgCtrlID(control);
-        if (!IsWindowVisible(control) || id == IDC_STATUS_BAR || id == IDC_WIZARD_FILE) continue;
-        shown.push_back(std::to_string(id) + ": " + ContentOf(control));
-    }
-    return shown;
+void ExpectTip(HWND dialog, HWND control, const wchar_t* text) {
+    NMTTDISPINFOW request{};
+    request.hdr = {nullptr, reinterpret_cast<UINT_PTR>(TypedInto(control)), TTN_GETDISPINFOW};
+    request.uFlags = TTF_IDISHWND;
+    SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
+    EXPECT_STREQ(request.lpszText, text);
 }
 
-std::string CurrentFileName(HWND window) {
-    HWND bar = ControlOf(window, IDC_STATUS_BAR);
-    const std::string path = WindowText(bar ? bar : ControlOf(window, IDC_WIZARD_FILE));
-    return path.substr(path.find_last_of('\\') + 1);
-}
-
-void ExpectDescribed(const Dialog& dialog) {
-    const DialogDescription& description = dialog.description();
-    HWND window = dialog.window();
-    SCOPED_TRACE("dialog \"" + WindowText(window) + "\"");
-    EXPECT_NE(description.main_help_context, 0U);
-    for (const ControlTip& tip : description.tips) {
-        EXPECT_NE(GetDlgItem(window, tip.control), nullptr) << "tip of " << tip.control;
-    }
-    for (const ControlHelp& help : description.help) {
-        EXPECT_NE(GetDlgItem(window, help.control), nullptr) << "help of " << help.control;
-    }
-    for (const ControlColors& colors : description.colors) {
-        HWND control = GetDlgItem(window, colors.control);
-        EXPECT_NE(control, nullptr) << "colour of " << colors.control;
-        const WindowDc dc(window);
-        SendMessageW(window, HasClass(control, L"EDIT") ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
-                     reinterpret_cast<WPARAM>(dc.get()), reinterpret_cast<LPARAM>(control));
-        EXPECT_EQ(GetBkColor(dc.get()), ColorOf(colors.surface)) << colors.control;
-        EXPECT_EQ(GetDCBrushColor(dc.get()), ColorOf(colors.surface)) << colors.control;
-        EXPECT_EQ(GetTextColor(dc.get()), colors.text.value_or(GetTextColor(dc.get())));
-    }
-    for (const ControlTextLimit& limit : description.text_limits) {
-        HWND control = GetDlgItem(window, limit.control);
-        HWND typed_into = GetWindow(control, GW_CHILD);  // of a list that takes any text
-        HWND field = typed_into ? typed_into : control;
-        EXPECT_EQ(SendMessageW(field, EM_GETLIMITTEXT, 0, 0), limit.characters) << limit.control;
-    }
-    for (const ControlItems& list : description.items) {
-        HWND combo = GetDlgItem(window, list.control);
-        EXPECT_EQ(static_cast<std::size_t>(SendMessageW(combo, CB_GETCOUNT, 0, 0)),
-                  list.items().size())
-            << list.control;
-    }
+void ExpectColors(HWND dialog, const ControlColors& colors) {
+    HWND control = GetDlgItem(dialog, colors.control);
+    const WindowDc dc(dialog);
+    SendMessageW(dialog, HasClass(control, L"EDIT") ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
+                 reinterpret_cast<WPARAM>(dc.get()), reinterpret_cast<LPARAM>(control));
+    EXPECT_EQ(GetBkColor(dc.get()), ColorOf(colors.surface)) << colors.control;
+    EXPECT_EQ(GetDCBrushColor(dc.get()), ColorOf(colors.surface)) << colors.control;
+    EXPECT_EQ(GetTextColor(dc.get()), colors.text.value_or(GetTextColor(dc.get())));
 }
 
 void ExpectTextsFit(const Dialog& dialog) {
@@ -236,6 +163,34 @@ void ExpectTextsFit(const Dialog& dialog) {
     }
 }
 
+}  // namespace
+
+HWND PageOf(HWND window) {
+    const LRESULT page = SendMessageW(window, PSM_GETCURRENTPAGEHWND, 0, 0);
+    return page ? reinterpret_cast<HWND>(page) : window;
+}
+
+std::string RowsOf(HWND list) {
+    std::string rows;
+    const int columns = Header_GetItemCount(ListView_GetHeader(list));
+    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
+        for (int column = 0; column < columns; ++column) {
+            rows += (column > 0 ? "|" : row > 0 ? "; " : "") + CellOf(list, row, column);
+        }
+    }
+    return rows;
+}
+
+std::string Shown(HWND window) {
+    std::string shown;
+    for (HWND control : ChildrenOf(PageOf(window))) {
+        const int id = GetDlgCtrlID(control);
+        if (!IsWindowVisible(control) || id == IDC_STATUS_BAR || id == IDC_WIZARD_FILE) continue;
+        shown += std::to_string(id) + ": " + ContentOf(control) + "\n";
+    }
+    return shown;
+}
+
 void LeaveByKey(HWND window) {
     if (GetDlgItem(window, IDNO)) {
         PostMessageW(window, WM_COMMAND, IDNO, 0);
@@ -245,39 +200,73 @@ void LeaveByKey(HWND window) {
     PostMessageW(IsChild(window, focus) ? focus : window, WM_KEYDOWN, VK_ESCAPE, 1);
 }
 
-HWND ButtonWalk::NextButton(HWND page) const {
+ButtonWalk::~ButtonWalk() {
+    for (const auto& [row, found] : found_) EXPECT_TRUE(found) << "no control " << row.second;
+}
+
+void ButtonWalk::Examine(const Dialog& dialog) {
+    const DialogDescription& description = dialog.description();
+    HWND window = dialog.window();
+    SCOPED_TRACE("dialog \"" + WindowText(window) + "\"");
+    EXPECT_NE(description.main_help_context, 0U);
+    const auto control_of = [&](const void* table, int id) {
+        HWND control = GetDlgItem(window, id);
+        found_[{table, id}] |= control != nullptr;
+        return control;
+    };
+    for (const ControlHelp& help : description.help)
+        control_of(description.help.data(), help.control);
+    for (const ControlTip& tip : description.tips) {
+        HWND control = control_of(description.tips.data(), tip.control);
+        if (control) ExpectTip(window, control, tip.text);
+    }
+    for (const ControlColors& colors : description.colors) ExpectColors(window, colors);
+    for (const auto& [control, characters] : description.text_limits) {
+        HWND field = TypedInto(GetDlgItem(window, control));
+        EXPECT_EQ(SendMessageW(field, EM_GETLIMITTEXT, 0, 0), characters) << control;
+    }
+    for (const auto& [control, items] : description.items) {
+        const LRESULT count = SendDlgItemMessageW(window, control, CB_GETCOUNT, 0, 0);
+        EXPECT_EQ(static_cast<std::size_t>(count), items().size()) << control;
+    }
+    ExpectTextsFit(dialog);
+}
+
+HWND ButtonWalk::NextButton(HWND page) {
     constexpr std::array<int, 9> kOthers = {IDOK,          IDCANCEL,         CMD_FILE_OPEN,
                                             CMD_FILE_SAVE, CMD_FILE_SAVE_AS, IDC_WIZARD_PRINT,
                                             IDHELP,        CMD_DIALOG_HELP,  -1};
+    const std::wstring name = TextOfWindow(GetAncestor(page, GA_ROOT));
     for (HWND control : ChildrenOf(page)) {
         const int id = GetDlgCtrlID(control);
         if (KindOf(control) == ControlKind::kPushButton && IsWindowVisible(control) &&
             IsWindowEnabled(control) &&
             std::find(kOthers.begin(), kOthers.end(), id) == kOthers.end() &&
-            std::find(pressed_.begin(), pressed_.end(), id) == pressed_.end()) {
+            pressed_.insert({name, id}).second) {
             return control;
         }
     }
     return nullptr;
 }
 
-bool ButtonWalk::Step(HWND dialog) {
+bool ButtonWalk::Step(UiDriver& ui) {
     HWND front = DialogInFront();
     if (!front) return false;
+    if (!IsWindow(dialog_)) dialog_ = front;
     const Dialog* own = DialogBehind(front);
     if (own && seen_.insert(TemplateOf(*own)).second) {
-        ExpectDescribed(*own);
-        ExpectTextsFit(*own);
+        Examine(*own);
+        ui.RestartDeadline();
     }
-    if (front != dialog) {
+    if (front != dialog_) {
         LeaveByKey(front);
         return false;
     }
-    HWND page = PageOf(dialog);
-    SelectFirstRows(page);
-    HWND button = NextButton(page);
+    ListView_SetItemState(ControlOf(front, IDC_ITEM_LIST), 0, LVIS_SELECTED | LVIS_FOCUSED,
+                          LVIS_SELECTED | LVIS_FOCUSED);
+    HWND button = NextButton(PageOf(front));
     if (!button) return true;
-    pressed_.push_back(GetDlgCtrlID(button));
+    ui.RestartDeadline();
     PostMessageW(button, BM_CLICK, 0, 0);
     return false;
 }

@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
-#include "resources/resource.h"
 #include "tests/exposure/example_file.h"
 #include "tests/ui/calculator_fixture.h"
-#include "tests/ui/ui_driver.h"
+#include "tests/ui/control_layout.h"
 
 namespace tonvale {
 namespace {
@@ -22,21 +22,23 @@ constexpr char kSnrPage[] = "Metodo SNR";
 constexpr char kOctavePage[] = "Metodo banda d'ottava";
 constexpr char kResults[] = "Risultati del calcolo";
 
-bool IsEnabled(HWND sheet, int control) {
-    return IsWindowEnabled(ControlOf(sheet, control)) != FALSE;
-}
-
-bool IsChecked(HWND sheet, int control) {
-    return SendMessageW(ControlOf(sheet, control), BM_GETCHECK, 0, 0) == BST_CHECKED;
-}
-
 // Those of the controls first to last for which `is` is true, by the last digit of their numbers.
-std::string Which(HWND sheet, int first, int last, bool (*is)(HWND, int)) {
+std::string Which(HWND sheet, int first, int last, const std::function<bool(HWND)>& is) {
     std::string digits;
     for (int control = first; control <= last; ++control) {
-        if (is(sheet, control)) digits += static_cast<char>('0' + control % 10);
+        if (is(ControlOf(sheet, control))) digits += static_cast<char>('0' + control % 10);
     }
     return digits;
+}
+
+// The recommended kinds of protectors.
+std::string Kinds(HWND sheet) {
+    return Which(sheet, IDC_KIND_FIRST, IDC_KIND_FIRST + 3, IsChecked);
+}
+
+// The methods that can be chosen, and the one that is.
+std::string Methods(HWND sheet) {
+    return Which(sheet, 1002, 1006, IsWindowEnabled) + "|" + Which(sheet, 1002, 1006, IsChecked);
 }
 
 // Presses one key after the other: digits, blanks, tabs, "\r" for Enter, "v" for the arrow down.
@@ -46,61 +48,48 @@ void PressAll(UiDriver& ui, std::string_view keys) {
     }
 }
 
-class ProtectorSelectionUiTest : public DialogTest {
+class ProtectorSelectionUiTest : public OneCalculatorTest<SelectionState, OpenProtectorSelection> {
   protected:
-    void Run(const std::string& path = {}) { OpenProtectorSelection(app_, state_, owner_, path); }
-    // Goes to the page of a method.
-    void GoToMethod(UiDriver& ui, CheckMethod method, const char* page) {
+    // Goes to the page of the method SNR.
+    UiDriver& GoToSnr(UiDriver& ui) {
         state_.has_answers = true;
         state_.information.has_spectrum = true;
-        state_.method = static_cast<int>(method);
-        ui.OnWindow(kQuestions).Click(kNext).OnWindow(kChoice).Click(kNext).OnWindow(page);
+        state_.method = static_cast<int>(CheckMethod::kSnr);
+        ui.OnWindow(kQuestions).Click(kNext).OnWindow(kChoice).Click(kNext);
+        return ui.OnWindow(kSnrPage);
     }
-
-    SelectionState state_;
 };
 
 TEST_F(ProtectorSelectionUiTest, TheKeyboardLeadsFromTheQuestionsToEachResult) {
-    struct Walk {
+    const std::string bands = "95\t95\t95\t95\t95\t95\t95\t\t20\t20\t20\t20\t20\t20\t20";
+    const struct {
         const char* page;
         std::string choice;  // from the first method down
         std::string data;    // field by field, past the buttons between noise and protector
         double level_dba;
-    };
-    std::string bands = "\t";
-    for (int i = 0; i < 7; ++i) {
-        bands.insert(0, "95\t");
-        bands += i == 0 ? "20" : "\t20";
-    }
-    const Walk walks[] = {
+    } walks[] = {
         {kOctavePage, " ", bands, 82},
         {"Metodo HML", "v", "90\t92\t\t30\t25\t20", 65},
         {"Controllo HML", "vv", "100\t\tv\t20\t10\t12", 88},
         {kSnrPage, "vvv", "100\t\t25", 75},
         {"Metodo SNR corretto", "vvvv", "95\t\t20", 82},
     };
-    for (const Walk& walk : walks) {
+    for (const auto& walk : walks) {
         state_ = {};
         UiDriver ui;
-        ui.OnWindow(kQuestions, [](HWND sheet) {
-            EXPECT_FALSE(IsEnabled(sheet, kBack) || IsEnabled(sheet, kNext));
-            EXPECT_EQ(Which(sheet, 1008, 1011, IsChecked), "9");
-        });
+        ui.OnWindow(kQuestions)
+            .Expect(Kinds, "9")
+            .ExpectEach({kBack, kNext}, IsWindowEnabled, false);
         PressAll(ui, "v\t v");  // no; yes, and no
-        ui.Do([] {}).OnWindow(
-            kQuestions, [](HWND sheet) { EXPECT_EQ(Which(sheet, 1008, 1011, IsChecked), "801"); });
+        ui.Do([] {}).OnWindow(kQuestions).Expect(Kinds, "801");
         PressAll(ui, "\r");
-        ui.OnWindow(kChoice, [](HWND sheet) {
-            EXPECT_FALSE(IsEnabled(sheet, kNext));
-            EXPECT_EQ(Which(sheet, 1002, 1006, IsEnabled), "");
-        });
+        ui.OnWindow(kChoice).Expect(Methods, "|").ExpectEach({kNext}, IsWindowEnabled, false);
         PressAll(ui, " \t\t\t" + walk.choice + "\r");
         ui.OnWindow(walk.page);
         PressAll(ui, walk.data + "\r");
         ui.OnWindow(kResults).ExpectText(IDC_RESULT_TEXT, ResultText(walk.level_dba, 85));
         PressAll(ui, "\r");
-        Run();
-        ui.Finish();
+        Open();
         EXPECT_FALSE(state_.unfavourable_conditions || state_.repetitive_short_noises);
         EXPECT_EQ(state_.effective_level_dba, walk.level_dba) << walk.page;
     }
@@ -110,23 +99,19 @@ TEST_F(ProtectorSelectionUiTest, TheInformationEnablesTheMethods) {
     state_.has_answers = true;
     UiDriver ui;
     ui.OnWindow(kQuestions).Click(kNext).OnWindow(kChoice);
-    const auto expect = [&](int clicked, const std::string& enabled, const std::string& checked) {
-        ui.Click(clicked).OnWindow(kChoice, [=](HWND sheet) {
-            EXPECT_EQ(Which(sheet, 1002, 1006, IsEnabled), enabled) << clicked;
-            EXPECT_EQ(Which(sheet, 1002, 1006, IsChecked), checked) << clicked;
-            EXPECT_EQ(IsEnabled(sheet, kNext), !checked.empty()) << clicked;
-        });
+    const auto expect = [&ui](int clicked, const std::string& methods) {
+        ui.Click(clicked).Expect(Methods, methods);
+        ui.ExpectEach({kNext}, IsWindowEnabled, !methods.ends_with("|"));
     };
-    expect(IDC_HAS_A_LEVEL, "46", "");
-    expect(IDC_METHOD_CORRECTED_SNR, "46", "6");
-    expect(IDC_HAS_C_LEVEL, "3456", "6");
-    expect(IDC_METHOD_HML, "3456", "3");
-    expect(IDC_HAS_A_LEVEL, "5", "");
-    expect(IDC_HAS_C_LEVEL, "", "");
-    expect(IDC_HAS_SPECTRUM, "23456", "");
+    expect(IDC_HAS_A_LEVEL, "46|");
+    expect(IDC_METHOD_CORRECTED_SNR, "46|6");
+    expect(IDC_HAS_C_LEVEL, "3456|6");
+    expect(IDC_METHOD_HML, "3456|3");
+    expect(IDC_HAS_A_LEVEL, "5|");
+    expect(IDC_HAS_C_LEVEL, "|");
+    expect(IDC_HAS_SPECTRUM, "23456|");
     ui.Click(IDC_ACTION_LEVEL_90).Press({VK_ESCAPE});
-    Run();
-    ui.Finish();
+    Open();
     EXPECT_EQ(state_.action_level_dba, 90);
 }
 
@@ -135,26 +120,19 @@ TEST_F(ProtectorSelectionUiTest, ARefusedFieldIsCutAndTakesTheFocus) {
     constexpr char kBadCharacter[] =
         "Inserire solo numeri, utilizzando il punto come separatore decimale.";
     UiDriver ui;
-    GoToMethod(ui, CheckMethod::kSnr, kSnrPage);
-    ui.SetText(IDC_NOISE_C_LEVEL, "1OO").SetText(IDC_RATING_SNR, "25,4").Click(kNext);
+    GoToSnr(ui).SetText(IDC_NOISE_C_LEVEL, "1OO").SetText(IDC_RATING_SNR, "25,4").Click(kNext);
     ui.AnswerMessage(kTyping, kBadCharacter, IDOK).AnswerMessage(kTyping, kBadCharacter, IDOK);
     ui.AnswerMessage(
         kTyping, "Attenzione: non tutte le caselle di testo contengono un valore numerico.", IDOK);
-    ui.OnWindow(kSnrPage, [](HWND sheet) {
-        EXPECT_EQ(TextOf(sheet, IDC_NOISE_C_LEVEL), "1");
-        EXPECT_EQ(TextOf(sheet, IDC_RATING_SNR), "25");
-        EXPECT_EQ(GetFocus(), ControlOf(sheet, IDC_RATING_SNR));
-        EXPECT_EQ(SendMessageW(GetFocus(), EM_GETSEL, 0, 0), MAKELRESULT(2, 2));
-    });
-    // The filter of keystrokes works within a sheet.
-    ui.SetText(IDC_RATING_SNR, "").Type(IDC_RATING_SNR, "2a-5.").ExpectText(IDC_RATING_SNR, "25.");
+    // Typing goes on behind what is left; the filter of keystrokes works within a sheet.
+    ui.ExpectFocus(IDC_RATING_SNR).Type(IDC_RATING_SNR, "a-.");
+    ui.ExpectTexts({IDC_NOISE_C_LEVEL, IDC_RATING_SNR}, "1|25.");
     ui.SetText(IDC_NOISE_C_LEVEL, " 0.0").Click(kNext);
-    ui.AnswerMessage("Errore", "Inserire valori numerici!", IDOK).OnWindow(kSnrPage);
+    ui.AnswerMessage("Errore", "Inserire valori numerici!", IDOK);
     ui.SetText(IDC_NOISE_C_LEVEL, "99.50001").Click(kNext);
     ui.OnWindow(kResults).ExpectText(IDC_RESULT_TEXT, ResultText(75, 85)).Click(kBack);
     ui.OnWindow(kSnrPage).ExpectText(IDC_NOISE_C_LEVEL, "99.50001").Press({VK_ESCAPE});
-    Run();
-    ui.Finish();
+    Open();
 }
 
 TEST_F(ProtectorSelectionUiTest, AFileOfAnotherMethodTurnsToItsPage) {
@@ -162,46 +140,37 @@ TEST_F(ProtectorSelectionUiTest, AFileOfAnotherMethodTurnsToItsPage) {
                                          "[TONVALE]\r\nTipo=DPI\r\n[SETTINGS]\r\nLACT=80.0\r\n"
                                          "METODO=5\r\n[NOISE]\r\n125=84\r\n");
     const std::string empty = WriteFile("vuoto.dpi", "[TONVALE]\r\nTipo=DPI\r\n");
-    const std::string other = WriteFile("altro.dpi", "[TONVALE]\r\nTipo=SPI\r\n");
     UiDriver ui;
-    GoToMethod(ui, CheckMethod::kSnr, kSnrPage);
-    ui.Click(CMD_FILE_OPEN);
+    GoToSnr(ui).Click(CMD_FILE_OPEN);
     ChooseFile(ui, kOpenTitle, octave);
     ui.AnswerMessage(
         "Attenzione: il metodo verrà cambiato.",
         "Il file aperto fa riferimento ad un metodo di calcolo diverso dal Metodo SNR.", IDOK);
-    ui.OnWindow(kOctavePage).ExpectText(IDC_BAND_FIRST, " 84.0");
-    ui.ExpectText(IDC_PROTECTOR_BAND_LAST, " 0.0").ExpectText(IDC_WIZARD_FILE, octave);
-    // One without a method fills the page; one of another kind does nothing.
-    for (const std::string& path : {empty, other}) {
-        ui.Click(CMD_FILE_OPEN);
-        ChooseFile(ui, kOpenTitle, path);
-        ui.WaitClosed(kOpenTitle).OnWindow(kOctavePage).ExpectText(IDC_BAND_FIRST, "  0.0");
-        ui.ExpectText(IDC_WIZARD_FILE, empty);
-    }
-    ui.Click(kBack).OnWindow(kChoice, [](HWND sheet) {
-        EXPECT_FALSE(IsEnabled(sheet, kNext));
-        EXPECT_EQ(Which(sheet, 1026, 1028, IsChecked), "");
-        // The Tab key reaches them all the same.
-        EXPECT_TRUE(GetWindowLongW(ControlOf(sheet, IDC_ACTION_LEVEL_80), GWL_STYLE) & WS_TABSTOP);
-    });
-    ui.Press({VK_ESCAPE});
-    Run();
-    ui.Finish();
+    ui.OnWindow(kOctavePage);
+    ui.ExpectTexts({IDC_BAND_FIRST, IDC_PROTECTOR_BAND_LAST}, " 84.0| 0.0");
+    // One without a method fills the page.
+    ui.Click(CMD_FILE_OPEN);
+    ChooseFile(ui, kOpenTitle, empty);
+    ui.ExpectText(IDC_BAND_FIRST, "  0.0").Click(kBack);
+    ui.OnWindow(kChoice).ExpectEach({kNext}, IsWindowEnabled, false);
+    ui.ExpectEach({IDC_ACTION_LEVEL_80, IDC_ACTION_LEVEL_85, IDC_ACTION_LEVEL_90}, IsChecked,
+                  false);
+    // The Tab key reaches them all the same.
+    ui.ExpectEach({IDC_ACTION_LEVEL_80}, IsTabStop).Press({VK_ESCAPE});
+    Open();
 }
 
 TEST_F(ProtectorSelectionUiTest, ImportedDataServeEveryMethod) {
     const std::string noise = WriteFile("rumore.spr", ExampleBytes("sega_circolare.spr"));
     const std::string protector = WriteFile("cuffia.spi", ExampleBytes("cuffia_leggera.spi"));
     UiDriver ui;
-    GoToMethod(ui, CheckMethod::kSnr, kSnrPage);
-    ui.SetText(IDC_RATING_SNR, "12").Click(IDC_IMPORT_NOISE);
+    GoToSnr(ui).SetText(IDC_RATING_SNR, "12").Click(IDC_IMPORT_NOISE);
     ChooseFile(ui, kOpenTitle, noise);
-    ui.WaitClosed(kOpenTitle).OnWindow(kSnrPage).ExpectText(IDC_NOISE_C_LEVEL, " 99.4");
+    ui.ExpectText(IDC_NOISE_C_LEVEL, " 99.4");
     for (const auto& [path, snr] : {std::pair{noise, "12"}, std::pair{protector, "24.0"}}) {
         ui.Click(IDC_IMPORT_PROTECTOR);
         ChooseFile(ui, kOpenTitle, path);
-        ui.WaitClosed(kOpenTitle).OnWindow(kSnrPage).ExpectText(IDC_RATING_SNR, snr);
+        ui.ExpectText(IDC_RATING_SNR, snr);
     }
     ui.Click(kBack).OnWindow(kChoice).Click(IDC_METHOD_OCTAVE_BAND).Click(kNext);
     ui.OnWindow(kOctavePage).ExpectText(IDC_BAND_LAST, " 87.0").Click(kNext).OnWindow(kResults);
@@ -210,8 +179,7 @@ TEST_F(ProtectorSelectionUiTest, ImportedDataServeEveryMethod) {
     app_.open_printer = []() -> std::unique_ptr<Printer> { throw std::bad_alloc(); };
     ui.Click(IDC_WIZARD_PRINT).AnswerMessage("Errore", "Memoria insufficiente.", IDOK);
     ui.OnWindow(kResults).Press({VK_ESCAPE});
-    Run();
-    ui.Finish();
+    Open();
     EXPECT_EQ(state_.inputs.values[CheckField::kSnr], 0);  // its method was not run
     EXPECT_EQ(state_.notes, "sega");
 }

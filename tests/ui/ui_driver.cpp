@@ -22,57 +22,45 @@ constexpr int kMessageBoxText = 0xffff;
 
 UiDriver* active_driver = nullptr;
 
-std::string ClassOf(HWND window) {
+std::string NameOfClass(HWND window) {
     wchar_t name[64] = {};
     GetClassNameW(window, name, static_cast<int>(std::size(name)));
     return Narrow(name);
 }
 
-HWND FindVisible(const std::function<bool(HWND)>& matches) {
-    const std::vector<HWND> windows = VisibleWindows();
-    const auto found = std::find_if(windows.begin(), windows.end(), matches);
-    return found == windows.end() ? nullptr : *found;
-}
-
 HWND FindReady(const std::function<bool(HWND)>& matches) {
-    return FindVisible([&](HWND window) { return IsWindowEnabled(window) && matches(window); });
+    for (HWND window : VisibleWindows()) {
+        if (IsWindowEnabled(window) && matches(window)) return window;
+    }
+    return nullptr;
 }
 
 std::string DescribeWindows() {
     std::string text;
     for (HWND window : VisibleWindows()) {
-        text += "\n  [" + ClassOf(window) + "] \"" + WindowText(window) + "\"";
+        text += "\n  [" + NameOfClass(window) + "] \"" + WindowText(window) + "\"";
         if (!IsWindowEnabled(window)) text += " (disabled)";
-        const std::string message = TextOf(window, kMessageBoxText);
-        if (!message.empty()) text += ": \"" + message + "\"";
+        text += " " + TextOf(window, kMessageBoxText);
     }
-    return text.empty() ? "none" : text;
+    return text;
 }
 
 bool IsDialog(HWND window) {
-    return ClassOf(window) == "#32770";
+    return NameOfClass(window) == "#32770";
 }
 
 // Ends one open menu, dialog or, when there is none left, window with a caption.
 void CloseOneWindow() {
     EndMenu();
     if (HWND dialog = FindReady(IsDialog)) {
-        const bool is_sheet = SendMessageW(dialog, PSM_GETCURRENTPAGEHWND, 0, 0) != 0;
-        if (is_sheet) {
-            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-        } else {
-            EndDialog(dialog, IDCANCEL);
-        }
+        PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);  // of a sheet
+        if (!SendMessageW(dialog, PSM_GETCURRENTPAGEHWND, 0, 0)) EndDialog(dialog, IDCANCEL);
         return;
     }
     HWND window = FindReady([](HWND candidate) {
         return (GetWindowLongW(candidate, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
     });
     if (window) DestroyWindow(window);
-}
-
-void PostText(HWND control, const std::string& text) {
-    for (wchar_t character : Widen(text)) PostMessageW(control, WM_CHAR, character, 1);
 }
 
 void SendKeys(const std::vector<WORD>& keys) {
@@ -93,7 +81,9 @@ void SendKeys(const std::vector<WORD>& keys) {
 
 UiDriver::UiDriver() {
     active_driver = this;
-    timer_ = SetTimer(nullptr, 0, kTickMs, OnTimer);
+    timer_ = SetTimer(nullptr, 0, kTickMs, [](HWND, UINT, UINT_PTR, DWORD) {
+        if (active_driver) active_driver->Tick();
+    });
 }
 
 UiDriver::~UiDriver() {
@@ -114,10 +104,6 @@ void UiDriver::Run() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-}
-
-void CALLBACK UiDriver::OnTimer(HWND, UINT, UINT_PTR, DWORD) {
-    if (active_driver) active_driver->Tick();
 }
 
 void UiDriver::Tick() {
@@ -148,56 +134,74 @@ void UiDriver::Fail(const std::string& what) {
     steps_.clear();
 }
 
-UiDriver& UiDriver::Add(std::string what, std::function<bool()> attempt) {
-    steps_.push_back({std::move(what), std::move(attempt)});
+UiDriver& UiDriver::WaitUntil(std::string what, std::function<bool()> condition) {
+    steps_.push_back({std::move(what), std::move(condition)});
     waiting_since_ = 0;
     return *this;
 }
 
-UiDriver& UiDriver::AddForWindow(std::string what, std::function<bool(HWND)> matches,
-                                 WindowAction action) {
-    return Add(std::move(what), [this, matches = std::move(matches), action = std::move(action)] {
-        HWND window = FindReady(matches);
+HWND UiDriver::Current() {
+    while (!windows_.empty() && !IsWindow(windows_.back())) windows_.pop_back();
+    return windows_.empty() ? nullptr : windows_.back();
+}
+
+UiDriver& UiDriver::AddForWindow(std::string (*name_of)(HWND), const std::string& name,
+                                 const WindowAction& action) {
+    return WaitUntil("window \"" + name + "\"", [=, this] {
+        HWND window = FindReady([&](HWND candidate) { return name_of(candidate) == name; });
         if (!window) return false;
-        current_ = window;
+        windows_.push_back(window);
         if (action) action(window);
         return true;
     });
 }
 
-UiDriver& UiDriver::OnWindow(const std::string& title, WindowAction action) {
-    return AddForWindow(
-        "window \"" + title + "\"", [title](HWND window) { return WindowText(window) == title; },
-        std::move(action));
-}
-
-UiDriver& UiDriver::OnWindowOfClass(const std::string& class_name, WindowAction action) {
-    return AddForWindow(
-        "window of class " + class_name,
-        [class_name](HWND window) { return ClassOf(window) == class_name; }, std::move(action));
-}
-
-UiDriver& UiDriver::WaitClosed(std::string title) {
-    std::string what = "\"" + title + "\" closed";
-    return Add(std::move(what), [title = std::move(title)] {
-        return !FindVisible([&](HWND candidate) { return WindowText(candidate) == title; });
+UiDriver& UiDriver::AddForCurrent(const std::string& what, const WindowAction& action) {
+    return WaitUntil(what, [=, this] {
+        HWND window = Current();
+        if (!IsWindowEnabled(window)) return false;
+        action(window);
+        return true;
     });
 }
 
-UiDriver& UiDriver::WaitUntil(std::string what, std::function<bool()> condition) {
-    return Add(std::move(what), std::move(condition));
+UiDriver& UiDriver::AddForControl(const std::string& what, int control,
+                                  const WindowAction& action) {
+    return WaitUntil(what + " " + std::to_string(control), [=, this] {
+        HWND window = ControlOf(Current(), control);
+        if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !IsWindowEnabled(Current())) {
+            return false;
+        }
+        action(window);
+        return true;
+    });
 }
 
-UiDriver& UiDriver::Do(std::function<void()> action) {
-    return Add("action", [action = std::move(action)] {
+UiDriver& UiDriver::OnWindow(const std::string& title, const WindowAction& action) {
+    return AddForWindow(WindowText, title, action);
+}
+
+UiDriver& UiDriver::OnWindowOfClass(const std::string& class_name, const WindowAction& action) {
+    return AddForWindow(NameOfClass, class_name, action);
+}
+
+UiDriver& UiDriver::WaitClosed(const std::string& title) {
+    return WaitUntil("\"" + title + "\" closed", [title] {
+        const std::vector<HWND> windows = VisibleWindows();
+        return std::none_of(windows.begin(), windows.end(),
+                            [&](HWND window) { return WindowText(window) == title; });
+    });
+}
+
+UiDriver& UiDriver::Do(const std::function<void()>& action) {
+    return WaitUntil("action", [action] {
         action();
         return true;
     });
 }
 
-UiDriver& UiDriver::AnswerMessage(std::string caption, std::string text, int button) {
-    std::string what = "message \"" + caption + "\": \"" + text + "\"";
-    return Add(std::move(what), [caption = std::move(caption), text = std::move(text), button] {
+UiDriver& UiDriver::AnswerMessage(const std::string& caption, const std::string& text, int button) {
+    return WaitUntil("message \"" + caption + "\": \"" + text + "\"", [=] {
         HWND box = FindReady([&](HWND candidate) {
             return IsDialog(candidate) && WindowText(candidate) == caption &&
                    GetDlgItem(candidate, kMessageBoxText);
@@ -211,45 +215,74 @@ UiDriver& UiDriver::AnswerMessage(std::string caption, std::string text, int but
     });
 }
 
-UiDriver& UiDriver::AddForControl(const std::string& what, int control, WindowAction action) {
-    return Add(what + " " + std::to_string(control), [this, control, action = std::move(action)] {
-        HWND window = ControlOf(current_, control);
-        if (!window || !IsWindowVisible(window) || !IsWindowEnabled(window)) return false;
-        action(window);
-        return true;
-    });
-}
-
 UiDriver& UiDriver::Click(int control) {
     return AddForControl("click", control,
                          [](HWND window) { PostMessageW(window, BM_CLICK, 0, 0); });
 }
 
-UiDriver& UiDriver::Type(int control, std::string text) {
-    return AddForControl("type into", control, [text = std::move(text)](HWND window) {
+UiDriver& UiDriver::Type(int control, const std::string& text) {
+    return AddForControl("type into", control, [text](HWND window) {
         SetFocus(window);
-        PostText(window, text);
+        for (wchar_t character : Widen(text)) PostMessageW(window, WM_CHAR, character, 1);
     });
 }
 
-UiDriver& UiDriver::SetText(int control, std::string text) {
-    return AddForControl("set text of", control, [text = std::move(text)](HWND window) {
-        SetWindowTextUtf8(window, text);
+UiDriver& UiDriver::SetText(int control, const std::string& text) {
+    return AddForControl("set text of", control,
+                         [text](HWND window) { SetWindowTextUtf8(window, text); });
+}
+
+UiDriver& UiDriver::Choose(int list, int item) {
+    return AddForControl("choose from", list, [=](HWND window) {
+        SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+        SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(list, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(window));
     });
 }
 
 UiDriver& UiDriver::Command(int id) {
-    return Do([this, id] { PostMessageW(current_, WM_COMMAND, static_cast<WPARAM>(id), 0); });
-}
-
-UiDriver& UiDriver::ExpectText(int control, std::string text, int line) {
-    return Do([this, control, text = std::move(text), line] {
-        EXPECT_EQ(TextOf(current_, control), text) << "expected in line " << line;
+    return AddForCurrent("command", [=](HWND window) {
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0);
     });
 }
 
-UiDriver& UiDriver::Screenshot(std::string name) {
-    return Do([this, name = std::move(name)] { SaveScreenshot(current_, name); });
+UiDriver& UiDriver::Screenshot(const std::string& name) {
+    return AddForCurrent("screenshot", [=](HWND window) { SaveScreenshot(window, name); });
+}
+
+UiDriver& UiDriver::Expect(const std::function<std::string(HWND)>& shown, const std::string& text,
+                           int line) {
+    return AddForCurrent("texts", [=](HWND window) {
+        EXPECT_EQ(shown(window), text) << "expected in line " << line;
+    });
+}
+
+UiDriver& UiDriver::ExpectText(int control, const std::string& text, int line) {
+    return ExpectTexts({control}, text, line);
+}
+
+UiDriver& UiDriver::ExpectTexts(const std::vector<int>& controls, const std::string& texts,
+                                int line) {
+    const auto shown = [=](HWND window) {
+        std::string all;
+        for (const int control : controls) all += "|" + TextOf(window, control);
+        return all.substr(1);
+    };
+    return Expect(shown, texts, line);
+}
+
+UiDriver& UiDriver::ExpectEach(const std::vector<int>& controls,
+                               const std::function<bool(HWND)>& is, bool expected, int line) {
+    return AddForCurrent("controls", [=](HWND window) {
+        for (const int id : controls) {
+            EXPECT_EQ(is(ControlOf(window, id)), expected) << id << " in line " << line;
+        }
+    });
+}
+
+UiDriver& UiDriver::ExpectFocus(int control, int line) {
+    return ExpectEach(
+        {control}, [](HWND window) { return window == GetFocus(); }, true, line);
 }
 
 UiDriver& UiDriver::Press(std::initializer_list<WORD> keys) {
@@ -268,6 +301,10 @@ HWND ControlOf(HWND window, int control) {
 std::string TextOf(HWND window, int control) {
     HWND child = ControlOf(window, control);
     return child ? WindowText(child) : std::string();
+}
+
+bool IsChecked(HWND button) {
+    return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 HDROP MakeDrop(const std::vector<std::string>& paths) {

@@ -6,11 +6,8 @@
 //
 //     UiDriver ui;
 //     ui.OnWindow("Calcolo Lep,d").Click(IDC_ADD);
-//     ui.OnWindow("Aggiungi").Type(IDC_LEVEL_EDIT, "85").Click(IDOK);
-//     ui.AnswerMessage("Errore", "Errore nei valori!", IDOK);
-//     ui.OnWindow("Calcolo Lep,d", [](HWND dialog) { EXPECT_...; }).Click(IDCANCEL);
+//     ui.OnWindow("Aggiungi", [](HWND dialog) { EXPECT_...; }).Click(IDCANCEL);
 //     OpenDailyExposure(app, state, owner, "");  // modal: returns when the steps have closed it
-//     ui.Finish();
 //
 // Texts are UTF-8.
 #pragma once
@@ -37,28 +34,40 @@ class UiDriver {
     UiDriver& operator=(const UiDriver&) = delete;
 
     // Waits for a visible, enabled top-level window of this thread with exactly this title (or of
-    // this class), makes it the current window and calls `action` with it.
-    UiDriver& OnWindow(const std::string& title, WindowAction action = {});
-    UiDriver& OnWindowOfClass(const std::string& class_name, WindowAction action = {});
+    // this class), makes it the current window and calls `action` with it. When it has closed, the
+    // window that was current before is so again.
+    UiDriver& OnWindow(const std::string& title, const WindowAction& action = {});
+    UiDriver& OnWindowOfClass(const std::string& class_name, const WindowAction& action = {});
     // Waits until no visible window of this thread has the title.
-    UiDriver& WaitClosed(std::string title);
+    UiDriver& WaitClosed(const std::string& title);
     UiDriver& WaitUntil(std::string what, std::function<bool()> condition);
     // To be called by a condition that takes many turns, each of which has a deadline of its own.
     void RestartDeadline() { waiting_since_ = 0; }
     // Calls `action`, which may open a modal dialog: the next steps then run inside it.
-    UiDriver& Do(std::function<void()> action);
+    UiDriver& Do(const std::function<void()>& action);
 
     // Waits for a message box with this caption, expects this text and answers with the button.
-    UiDriver& AnswerMessage(std::string caption, std::string text, int button);
+    UiDriver& AnswerMessage(const std::string& caption, const std::string& text, int button);
 
-    // On the current window. A control must be there, visible and enabled before it is used.
+    // On the current window, as soon as it is enabled; a control must be there, visible and enabled
+    // before it is used.
     UiDriver& Click(int control);
-    UiDriver& Type(int control, std::string text);  // as posted WM_CHAR, seen by message filters
-    UiDriver& SetText(int control, std::string text);
-    UiDriver& Command(int id);  // a menu command
-    // Expects that a control of the current window shows the text.
-    UiDriver& ExpectText(int control, std::string text, int line = __builtin_LINE());
-    UiDriver& Screenshot(std::string name);
+    UiDriver& Type(int control, const std::string& text);  // as posted WM_CHAR, which filters see
+    UiDriver& SetText(int control, const std::string& text);
+    UiDriver& Choose(int list, int item);  // of a drop-down list
+    UiDriver& Command(int id);             // a menu command
+    UiDriver& Screenshot(const std::string& name);
+    // Expects what `shown` tells of the current window.
+    UiDriver& Expect(const std::function<std::string(HWND)>& shown, const std::string& text,
+                     int line = __builtin_LINE());
+    UiDriver& ExpectText(int control, const std::string& text, int line = __builtin_LINE());
+    // The texts of several controls, "85.0|   480".
+    UiDriver& ExpectTexts(const std::vector<int>& controls, const std::string& texts,
+                          int line = __builtin_LINE());
+    // IsWindowVisible, IsWindowEnabled or IsChecked, and what each of the controls is.
+    UiDriver& ExpectEach(const std::vector<int>& controls, const std::function<bool(HWND)>& is,
+                         bool expected = true, int line = __builtin_LINE());
+    UiDriver& ExpectFocus(int control, int line = __builtin_LINE());
     // Presses the keys together, the last one last ({VK_CONTROL, 'G'}), as from the keyboard.
     UiDriver& Press(std::initializer_list<WORD> keys);
 
@@ -66,8 +75,6 @@ class UiDriver {
     void Run();
     // Fails the test when steps are left, and stops driving.
     void Finish();
-    // True when a step has missed its deadline.
-    bool failed() const { return failed_; }
 
   private:
     struct Step {
@@ -75,25 +82,26 @@ class UiDriver {
         std::function<bool()> attempt;  // true when done
     };
 
-    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
     void Tick();
     void Fail(const std::string& what);
-    UiDriver& Add(std::string what, std::function<bool()> attempt);
-    UiDriver& AddForWindow(std::string what, std::function<bool(HWND)> matches,
-                           WindowAction action);
-    UiDriver& AddForControl(const std::string& what, int control, WindowAction action);
+    HWND Current();
+    UiDriver& AddForWindow(std::string (*name_of)(HWND), const std::string& name,
+                           const WindowAction& action);
+    UiDriver& AddForCurrent(const std::string& what, const WindowAction& action);
+    UiDriver& AddForControl(const std::string& what, int control, const WindowAction& action);
 
     std::deque<Step> steps_;
-    HWND current_ = nullptr;
+    std::vector<HWND> windows_;  // the current one is the last that is still there
     UINT_PTR timer_ = 0;
     ULONGLONG waiting_since_ = 0;
     bool failed_ = false;
 };
 
-// The text of a control; empty when it does not exist.
 // The control of a dialog, or of the page that a sheet shows; nullptr when there is none.
 HWND ControlOf(HWND window, int control);
+// Its text; empty when it does not exist.
 std::string TextOf(HWND window, int control);
+bool IsChecked(HWND button);
 
 // A WM_DROPFILES handle as the shell makes it; its receiver frees it with DragFinish.
 HDROP MakeDrop(const std::vector<std::string>& paths);
