@@ -1,8 +1,4 @@
 // The dialogs CALCOLOILG and EDIT_ILG, as far as they differ from every calculator's.
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 

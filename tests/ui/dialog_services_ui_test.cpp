@@ -1,8 +1,4 @@
-#include <windows.h>
-
 #include <commctrl.h>
-#include <gtest/gtest.h>
-
 #include <optional>
 #include <string>
 #include <utility>

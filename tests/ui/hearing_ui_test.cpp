@@ -1,7 +1,4 @@
 // What is particular to the dialogs of hearing loss: NIPTS, CONFRONTO, PEPPECUR and RISK.
-#include <gtest/gtest.h>
-#include <windows.h>
-
 #include <string>
 
 #include "resources/resource.h"

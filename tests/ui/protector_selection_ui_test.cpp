@@ -1,7 +1,5 @@
 #include "protectors/protector_selection_wizard_win.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <new>

@@ -1,8 +1,4 @@
 // What is particular to the dialogs of the spectra: entries, results, loading, the chart.
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <string>
 
 #include "dialogs/handles_win.h"
