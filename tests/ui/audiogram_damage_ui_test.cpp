@@ -21,8 +21,8 @@ UiDriver& ExpectFormulaUsable(UiDriver& ui, bool usable) {
 
 TEST_F(AudiogramDamageUiTest, AnAudiogramIsTypedInOneGo) {
     UiDriver ui;
-    ui.OnWindow(kTitle).ExpectFocus(IDC_ITEM_LIST).OnWindow(kTitle, [](HWND dialog) {
-        EXPECT_EQ(SelectedRow(dialog), 0);
+    ui.OnWindow(kTitle).ExpectFocus(IDC_ITEM_LIST).Expect(SelectedRow, "0");
+    ui.OnWindow(kTitle, [](HWND dialog) {
         EXPECT_GE(ListView_GetCountPerPage(List(dialog)), 6);  // nothing to scroll
     });
     for (const char* losses :
@@ -30,8 +30,10 @@ TEST_F(AudiogramDamageUiTest, AnAudiogramIsTypedInOneGo) {
         ui.OnWindow(kTitle).Press({VK_RETURN}).OnWindow(kRowTitle);
         for (const char* key = losses; *key; ++key) ui.Press({static_cast<WORD>(*key)});
     }
-    ui.OnWindow(kTitle, [](HWND dialog) { EXPECT_EQ(SelectedRow(dialog), 5); });
-    ui.ExpectText(IDC_DAMAGE, "  21").Click(IDC_FORMULA_AGRICULTURE);
+    ui.OnWindow(kTitle)
+        .Expect(SelectedRow, "5")
+        .ExpectText(IDC_DAMAGE, "  21")
+        .Click(IDC_FORMULA_AGRICULTURE);
     ui.ExpectText(IDC_DAMAGE, "  22").Click(IDC_TABLE_BIOLOGICAL).ExpectText(IDC_DAMAGE, "   9");
     ExpectFormulaUsable(ui, false).Click(IDC_TABLE_OLD);
     ExpectFormulaUsable(ui, true).ExpectEach({IDC_FORMULA_AGRICULTURE}, IsChecked);
@@ -59,8 +61,8 @@ TEST_F(AudiogramDamageUiTest, ARowChangesLossesAndTheFlag) {
     });
     ui.Choose(IDC_LEFT_LOSS, 0).Click(IDC_SYMMETRIC);
     ui.ExpectEach({IDC_RIGHT_LOSS}, IsWindowEnabled, false).Click(IDOK);
-    ui.OnWindow(kTitle, [](HWND dialog) { EXPECT_EQ(SelectedRow(dialog), 2); });
-    ui.Expect(Rows, "500|30|30; 1000|-10|-10; 2000|30|30; 3000|30|30; 4000|30|30; 6000|30|30");
+    ui.Expect(SelectedRow, "2")
+        .Expect(Rows, "500|30|30; 1000|-10|-10; 2000|30|30; 3000|30|30; 4000|30|30; 6000|30|30");
     ExpectFormulaUsable(ui.ExpectEach({IDC_SYMMETRIC}, IsChecked), false).Click(IDC_SYMMETRIC);
     ui.Expect(Rows, "500|30|40; 1000|-10|40; 2000|30|40; 3000|30|40; 4000|30|40; 6000|30|40");
     edit_row(3).SetText(IDC_LEFT_LOSS, "25.9").SetText(IDC_RIGHT_LOSS, "abc").Click(IDOK);

@@ -39,8 +39,8 @@ inline void Select(HWND dialog, int row) {
                           LVIS_SELECTED | LVIS_FOCUSED);
 }
 
-inline int SelectedRow(HWND dialog) {
-    return ListView_GetNextItem(List(dialog), -1, LVNI_SELECTED);
+inline std::string SelectedRow(HWND dialog) {
+    return std::to_string(ListView_GetNextItem(List(dialog), -1, LVNI_SELECTED));
 }
 
 inline void DoubleClick(HWND dialog, int row) {

@@ -182,7 +182,7 @@ TEST_P(DataFileTest, PrintsAndCopiesWhatTheCompanionTells) {
     ButtonWalk walk;
     for (const std::string folder : {"examples/", "tests/golden/cases/"}) {
         for (const std::string& name : FilesIn(folder)) {
-            const std::string bytes = ExampleBytes("../" + folder + name);
+            const std::string bytes = ExampleBytes(("../" + folder).append(name));
             const ProfileFile file = ProfileFile::Parse(bytes);
             const Assessment assessment = AssessedKindOf(file)->assess(file);
             if (FileExtension(name) != Extension() || !assessment.computed) continue;
@@ -283,7 +283,7 @@ std::string NameOfCalculator(const testing::TestParamInfo<Calculator>& info) {
     return info.param.name;
 }
 
-const Calculator* const kFirstQuestion = kCalculators + kDataFileCalculators;
+constexpr const Calculator* kFirstQuestion = kCalculators + kDataFileCalculators;
 INSTANTIATE_TEST_SUITE_P(All, CalculatorTest, testing::ValuesIn(kCalculators), NameOfCalculator);
 INSTANTIATE_TEST_SUITE_P(All, DataFileTest, testing::ValuesIn(kCalculators, kFirstQuestion),
                          NameOfCalculator);

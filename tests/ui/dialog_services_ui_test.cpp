@@ -1,4 +1,7 @@
+#include <windows.h>
+
 #include <commctrl.h>
+
 #include <optional>
 #include <string>
 #include <utility>

@@ -83,8 +83,12 @@ TEST_F(DailyExposureUiTest, TakesTenThousandItems) {
     const std::string path = WriteFile("molti.lep", file.Serialize());
     const auto start = std::chrono::steady_clock::now();
     UiDriver ui;
-    ui.OnWindow(kDailyTitle, [=](HWND) {
+    ui.OnWindow(kDailyTitle, [=](HWND dialog) {
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+        // The scroll bar takes its place from both columns.
+        RECT area{};
+        GetClientRect(List(dialog), &area);
+        EXPECT_EQ(ListView_GetColumnWidth(List(dialog), 0), area.right / 2);
     });
     ui.ExpectText(IDC_TOTAL_TIME, " 10000").Command(CMD_FILE_CLOSE);
     Open(path);
@@ -132,18 +136,18 @@ TEST_F(WeeklyExposureUiTest, TheListHasTheFocusAndARow) {
     UiDriver ui;
     ui.OnWindow(kWeeklyTitle).ExpectFocus(IDC_ITEM_LIST).OnWindow(kWeeklyTitle, [](HWND dialog) {
         EXPECT_GE(ListView_GetCountPerPage(List(dialog)), 7);  // nothing to scroll
-        EXPECT_EQ(SelectedRow(dialog), 0);
+        EXPECT_EQ(SelectedRow(dialog), "0");
         // Away with the selection, and back with the focus.
         for (int row : {4, 0}) {
             ListView_SetItemState(List(dialog), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
             SetFocus(GetDlgItem(dialog, IDC_NOTES_EDIT));
             if (row != 0) ListView_SetItemState(List(dialog), row, LVIS_FOCUSED, LVIS_FOCUSED);
             SetFocus(List(dialog));
-            EXPECT_EQ(SelectedRow(dialog), row);
+            EXPECT_EQ(SelectedRow(dialog), std::to_string(row));
         }
         // A letter goes to the day that begins with it, if there is one.
         for (const wchar_t letter : {L'v', L'x'}) SendMessageW(List(dialog), WM_CHAR, letter, 1);
-        EXPECT_EQ(SelectedRow(dialog), 4);
+        EXPECT_EQ(SelectedRow(dialog), "4");
         // No day can be added or taken away.
         for (int key : {VK_INSERT, VK_DELETE}) {
             SendMessageW(List(dialog), WM_KEYDOWN, static_cast<WPARAM>(key), 1);
@@ -198,21 +202,18 @@ TEST_F(GroupExposureUiTest, HidesMeanAndDeviationUntilThereAreSamplesEnough) {
     const std::string hidden = "3|(hidden)87.0|(hidden) 2.0|";
     state_.levels_dba = {85, 87, 89};
     UiDriver ui;
-    ui.OnWindow(kGroupTitle)
-        .ExpectTexts({IDC_TOTAL_WORKERS, IDC_CONFIDENCE, IDC_INTERVAL}, "10|95|2");
+    ui.OnWindow(kGroupTitle);
+    ui.ExpectTexts({IDC_TOTAL_WORKERS, IDC_CONFIDENCE, IDC_INTERVAL}, "10|95|2");
     ui.Expect(Results, hidden + kNeeded).Choose(IDC_INTERVAL, 2);
     ui.Expect(Results, std::string("3|87.0| 2.0|") + kEnough).Choose(IDC_CONFIDENCE, 3);
     ui.Expect(Results, hidden + kMoreNeeded).Choose(IDC_CONFIDENCE, 1).Choose(IDC_INTERVAL, 1);
     ui.Click(IDC_ADD).OnWindow("Aggiungi").ExpectText(IDC_LEVEL_EDIT, "90");
-    ui.SetText(IDC_LEVEL_EDIT, "87")
-        .Click(IDOK)
-        .Expect(Results, std::string("4|87.0| 1.6|") + kEnough);
+    ui.SetText(IDC_LEVEL_EDIT, "87").Click(IDOK);
+    ui.Expect(Results, std::string("4|87.0| 1.6|") + kEnough);
     ui.OnWindow(kGroupTitle, [](HWND dialog) { Select(dialog, 0); }).Click(IDC_DELETE);
     ui.OnWindow("Elimina").ExpectText(IDC_LEVEL_EDIT, "85.0").Click(IDOK);
     ui.AnswerMessage("Conferma operazione", kDeletionQuestion, IDYES);
-    ui.OnWindow(kGroupTitle, [](HWND dialog) {
-        EXPECT_EQ(SelectedRow(dialog), 0);  // what has come to its place
-    });
+    ui.Expect(SelectedRow, "0");  // what has come to its place
     ui.Click(IDC_ADD).OnWindow("Aggiungi").ExpectText(IDC_LEVEL_EDIT, "87").Click(IDCANCEL);
     ui.Command(CMD_FILE_CLOSE);
     Open();

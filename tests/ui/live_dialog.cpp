@@ -68,10 +68,7 @@ std::vector<ShownText> TextsOfList(HWND list) {
     column.mask = LVCF_TEXT | LVCF_WIDTH;
     column.pszText = title.data();
     column.cchTextMax = static_cast<int>(title.size());
-    int end = 0;
     for (int i = 0; ListView_GetColumn(list, i, &column); ++i) {
-        end += column.cx;
-        EXPECT_LE(end, area.right) << "a column is wider than the list";
         const double share = 1.0 * column.cx / area.right;
         texts.push_back({title.data(), share});
         for (int row = 0; row < ListView_GetItemCount(list); ++row) {

@@ -52,12 +52,14 @@ TEST_F(UncertaintyUiTest, AsksForTheLevelOnlyWhenItWasNotSampled) {
     ui.Click(IDC_NOT_SAMPLED).SetText(IDC_MEASURED_LEVEL, "85.25").Click(IDC_GO_ON);
     ui.ExpectText(IDC_INSTRUMENT_ERROR, "0.70").Screenshot("uncertainty_start");
     ui.Click(IDC_SAMPLED).Click(IDC_NOT_SAMPLED).ExpectEach({IDC_GO_ON}, IsChecked, false);
-    ui.Click(kNext).OnWindow(kResults).Click(kBack).OnWindow(kStart).Click(IDC_GO_ON).Click(kNext);
+    ui.Click(kNext).OnWindow(kResults).SetText(IDC_NOTES_EDIT, "nota").Click(kBack);
+    ui.OnWindow(kStart).Click(IDC_GO_ON).Click(kNext);
     ui.OnWindow(kDay).Click(kBack).OnWindow(
         kStart, [this](HWND sheet) { EXPECT_EQ(tips_->served(), PageOf(sheet)); });
     ui.Click(IDC_SAMPLED).Click(kNext).OnWindow(kLevel).Press({VK_ESCAPE});
     Open();
     EXPECT_EQ(state_.measured_level_dba, 85.25);
+    EXPECT_EQ(state_.notes, "nota");
 }
 
 TEST_F(UncertaintyUiTest, CarriesResultsFromPageToPage) {
