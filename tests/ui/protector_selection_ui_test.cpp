@@ -153,7 +153,10 @@ TEST_F(ProtectorSelectionUiTest, AFileOfAnotherMethodTurnsToItsPage) {
     ui.ExpectEach({IDC_ACTION_LEVEL_80, IDC_ACTION_LEVEL_85, IDC_ACTION_LEVEL_90}, IsChecked,
                   false);
     // The Tab key reaches them all the same.
-    ui.ExpectEach({IDC_ACTION_LEVEL_80}, IsTabStop).Press({VK_ESCAPE});
+    const auto is_tab_stop = [](HWND button) {
+        return (GetWindowLongW(button, GWL_STYLE) & WS_TABSTOP) != 0;
+    };
+    ui.ExpectEach({IDC_ACTION_LEVEL_80}, is_tab_stop).Press({VK_ESCAPE});
     Open();
 }
 

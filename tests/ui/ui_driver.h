@@ -75,6 +75,7 @@ class UiDriver {
     void Run();
     // Fails the test when steps are left, and stops driving.
     void Finish();
+    bool failed() const { return failed_; }  // a step ran past its deadline
 
   private:
     struct Step {
