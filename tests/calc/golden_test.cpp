@@ -163,8 +163,9 @@ std::multiset<std::string> KeysAndValues(const ProfileFile& file) {
 TEST(GoldenFiles, AFileSavedOverAnotherLeavesNothingOfIt) {
     std::vector<ProfileFile> saved;
     for (const std::string folder : {"examples/", "tests/golden/cases/"}) {
+        const std::string path = "../" + folder;
         for (const std::string& name : FilesIn(folder)) {
-            const ProfileFile file = ProfileFile::Parse(ExampleBytes("../" + folder + name));
+            const ProfileFile file = ProfileFile::Parse(ExampleBytes(path + name));
             saved.push_back(KindOf(file).restored(file, {}));
         }
     }
