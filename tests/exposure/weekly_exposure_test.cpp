@@ -49,6 +49,7 @@ TEST(WeeklyExposure, KeepsTheDaysOfTheLastComputation) {
     Recompute(form, state);
     EXPECT_THAT(state.levels_dba, ElementsAre(90, 85.26, 0, 0, -3, 1e300, 0));
     EXPECT_EQ(form.levels_dba[1], " 85.26x");
+    EXPECT_FALSE(LoadForm(ProfileFile::Parse("[TONVALE]\nTipo=LEPD\n"), form));
     form.levels_dba.fill("50");  // as a file that is not computed with
     form.notes = std::string(600, 'n');
     KeepForm(form, state);
